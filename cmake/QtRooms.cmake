@@ -1,0 +1,16 @@
+# Rooms in which Qt lives: automatic moc, uic and rcc, strictness, and one precompiled header.
+
+add_library(tavoline_qt_options INTERFACE)
+target_link_libraries(tavoline_qt_options INTERFACE tavoline_options Qt6::Widgets)
+target_compile_definitions(tavoline_qt_options INTERFACE
+  QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# tavoline_qt_room(NAME SOURCES a.cpp form.ui ... LINK rooms-and-libraries ...)
+function(tavoline_qt_room name)
+  tavoline_room(${name} ${ARGN})
+  target_link_libraries(${name} PUBLIC tavoline_qt_options)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+  target_precompile_headers(${name} PRIVATE
+    <QtWidgets/QtWidgets> <functional> <map> <memory> <optional> <string> <string_view> <variant> <vector>)
+endfunction()

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "data/dataset/Field.h"
+#include "data/sql/Ast.h"
+#include "data/store/Store.h"
+
+namespace tavoline {
+
+class Cursor;
+class DataSource;
+
+/// What a listener of a dataset is told. Listeners only note it; they read the dataset when they are asked.
+enum class DataEvent {
+  Row,    ///< Another row is current, or the values of the current row changed.
+  Rows,   ///< The set of visible rows changed: opened, closed, filtered, refreshed, posted, deleted.
+  State,  ///< Browse, edit and insert came or went, without another row.
+};
+
+enum class DatasetState { Inactive, Browse, Edit, Insert };
+
+/// A named cursor over one statement: a static snapshot, read lazily, with this dataset's own writes laid over it.
+///
+/// `select * from` one table is updatable; every Post and Delete acts on that table at once. Other statements are
+/// read only. Owned by the data module; the current row, the filter and the state are shared by all screens.
+/// Operations on a closed dataset throw DatasetError unless said otherwise.
+class Dataset {
+ public:
+  Dataset(std::string name, std::string statement, std::vector<std::string> parameters = {});
+  ~Dataset();
+  Dataset(const Dataset&) = delete;
+  Dataset& operator=(const Dataset&) = delete;
+
+  const std::string& Name() const { return name_; }
+  /// The store that every operation works on; must be set before the first Open and outlive the dataset.
+  void Connect(std::shared_ptr<Store> store);
+
+  /// Takes the snapshot; reads no row. First row current. No effect when open. Throws StatementError, StoreError.
+  void Open();
+  /// Drops the snapshot and any pending change; the filter stays. No effect when closed.
+  void Close();
+  void Reopen();  ///< Close, then Open.
+  bool Active() const;
+  void Active(bool open);
+
+  bool Eof();  ///< Past the last row, or no row. In insert state: as it was before Insert.
+  bool Bof();  ///< Before the first row, or no row.
+  void First();
+  void Last();
+  void Next();   ///< At the last row: sets Eof and stays.
+  void Prior();  ///< At the first row: sets Bof and stays.
+
+  DatasetState State() const { return state_; }
+  /// Edit the current row; with no visible row an Insert. No effect in edit or insert state.
+  void Edit();
+  void Insert();
+  /// Writes what was changed, at once and durably; browse state after. No effect in browse state. If the store
+  /// refuses, throws and leaves state and values as they were.
+  void Post();
+  void Cancel();
+  void Delete();   ///< Deletes the current row at once; the next one, or else the one before, becomes current.
+  void Refresh();  ///< Newer values for the same rows and this position; a pending change is ended first.
+
+  const std::string& Filter() const { return filterText_; }
+  void Filter(std::string text);
+  bool Filtered() const { return filtered_; }
+  /// A real change on an open dataset first posts a modified row (or cancels an unmodified one), then moves to the
+  /// first visible row. The value it already has: nothing. A filter that cannot be read throws and stays off.
+  void Filtered(bool on);
+  void FilterBy(std::string text);  ///< Off, text, on.
+
+  /// The statement; setting it on an open dataset closes it. Lines are joined by line ends.
+  const std::string& SQL() const { return statement_; }
+  void SQL(std::string text);
+  const std::string& CommandText() const { return statement_; }
+  /// As SQL; the parameters are taken from the new text.
+  void CommandText(std::string text);
+  sql::Parameters& Parameters() { return parameters_; }
+  /// Throws DatasetError for a name that neither the text nor the declaration knows.
+  Value& ParamByName(std::string_view name);
+  void ExecSQL();  ///< Runs an action statement; durable on return.
+
+  /// A field of the current row, by name without regard to case: read, or (edit or insert state) written.
+  FieldRef operator[](std::string_view name) { return FieldRef(*this, name); }
+  FieldRef FieldByName(std::string_view name) { return FieldRef(*this, name); }
+  /// Null without a current row. First asks bound controls for pending text in edit or insert state.
+  Value FieldValue(std::string_view name);
+  void SetFieldValue(std::string_view name, const Value& value);
+  bool Modified() const { return modified_; }
+
+  /// Columns of the result; empty while closed.
+  const std::vector<sql::Item>& Columns() const;
+  int ColumnIndex(std::string_view name) const;  ///< -1 if absent.
+
+  /// Rows by number, for grids, lists and reports; moves nothing. Counting lists the row ids, so only what shows
+  /// all rows asks for it. A row waiting in insert state is not counted.
+  std::size_t RecordCount();
+  Value ValueAt(std::size_t record, std::size_t column);
+  int RecordNumber();  ///< Of the current row; -1 for none or a row in insert state.
+  void MoveTo(std::size_t record);
+  /// Stands on the first visible row whose field equals the value; false, and no move, if there is none.
+  bool Locate(std::string_view field, const Value& value);
+
+  void DisableControls() { controlsDisabled_ = true; }
+  bool ControlsDisabled() const { return controlsDisabled_; }
+
+  /// To be called when the user does nothing: exchanges the snapshot for the newest one if that shows the same rows.
+  void Renew();
+
+ private:
+  friend class DataSource;
+
+  void requireOpen(const char* operation) const;
+  void endPending();        // posts a modified row, cancels an unmodified one
+  void giveUpPending();     // asks bound controls for typed text
+  void dropPending();
+  void notify(DataEvent event);
+  void applyFilter();
+  void needEditable(const char* operation) const;
+  sql::Select resolved() const;
+
+  std::string name_;
+  std::string statement_;
+  std::vector<std::string> declared_;
+  sql::Parameters parameters_;
+  std::shared_ptr<Store> store_;
+
+  std::unique_ptr<Cursor> cursor_;
+  DatasetState state_ = DatasetState::Inactive;
+  bool eof_ = false, bof_ = false;
+  bool modified_ = false;
+  std::vector<Value> pending_;   // values of the row in edit or insert state
+  std::vector<bool> touched_;    // which of them were written
+
+  std::string filterText_;
+  bool filtered_ = false;
+
+  bool controlsDisabled_ = false;
+  bool askingControls_ = false;
+  std::vector<DataSource*> partners_;
+};
+
+}  // namespace tavoline

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tavoline {
+
+/// Names of tables, columns and controls compare without regard to case (ASCII).
+bool sameName(std::string_view a, std::string_view b);
+std::string foldName(std::string_view name);
+
+/// Unicode case folding of UTF-8 text, for `like`: É equals é. Accents count. Ill-formed bytes stand for themselves.
+std::string foldCase(std::string_view utf8);
+
+/// Number of characters (code points) in UTF-8 text, as column widths count them.
+std::size_t characterCount(std::string_view utf8);
+
+/// In single quotes, with the single quotes inside doubled: the way screens put a value into a filter.
+std::string quoted(std::string_view text);
+
+/// `like` with `%` for any run and `_` for any one character, without regard to case.
+bool matchesLike(std::string_view text, std::string_view pattern);
+
+}  // namespace tavoline

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "toolkit/controls/Binding.h"
+#include "toolkit/controls/Label.h"
+
+namespace tavoline {
+
+/// A text showing one field of the current row: empty for null, and for no row. Caption() asks the dataset at that
+/// moment, whether the control is visible or not.
+class DBText : public Label, public Binding {
+  Q_OBJECT
+  Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
+  Q_PROPERTY(QString dataField READ dataField WRITE setDataField)
+
+ public:
+  explicit DBText(QWidget* parent = nullptr);
+  using Label::Caption;
+  std::string Caption() override;
+
+ protected:
+  void pull() override;
+};
+
+}  // namespace tavoline

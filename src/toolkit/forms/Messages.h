@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tavoline {
+
+/// The one seam for everything that stops the user to tell or ask him something. Screens call ShowMessage, Confirm
+/// and the file choosers; tests script the answers by replacing the functions. UI thread only.
+struct Messages {
+  std::function<void(const std::string& text)> show;
+  std::function<bool(const std::string& text, const std::string& title)> confirm;
+  /// A picture file's path in UTF-8; empty when the user gave up.
+  std::function<std::string()> openPicture;
+  /// A path to write to or read from; empty when the user gave up. `filter` as Qt writes it: "PDF (*.pdf)".
+  std::function<std::string(const std::string& title, const std::string& filter)> saveFile;
+  std::function<std::string(const std::string& title, const std::string& filter)> openFile;
+
+  static Messages& current();  ///< Starts with real QMessageBox and QFileDialog windows.
+  static Messages real();
+};
+
+/// A plain box with the text and one button.
+void ShowMessage(std::string_view text);
+/// A Yes/No box; true on Yes. Closing it is No.
+bool Confirm(std::string_view text, std::string_view title = "confirmation");
+/// The usual question before a deletion: "voulez-vous vraiment supprimer", titled "confirmation".
+bool ConfirmDeletion();
+
+}  // namespace tavoline

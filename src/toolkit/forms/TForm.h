@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+#include <functional>
+#include <string>
+
+namespace tavoline {
+
+/// A screen: created once at start, hidden and shown until the process ends, keeping what its controls hold.
+/// Its objectName is its instance name ("LoginF"). Shown as a window of its own, modally, or docked in a panel.
+class TForm : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TForm(const char* instanceName);
+
+  /// Makes the screen visible and brings it to the front; FormShow runs when it was hidden.
+  void Show();
+  /// As Show, and returns when the screen is closed; meanwhile no other screen takes input.
+  void ShowModal();
+  /// Hides the screen; FormClose runs first. No effect on a hidden screen.
+  void Close();
+  bool Visible() const { return isVisibleTo(parentWidget()) && !isHidden(); }
+  /// No border, filling `panel`, its parent from now on; not shown yet.
+  void Dock(QWidget* panel);
+
+  /// Ties every bound control of the screen to its data source by its `dataSource` and `dataField` properties.
+  /// Done by the constructor's end (`Ready`) if DM exists, otherwise once DM exists. Throws DatasetError for a
+  /// source that DM does not have.
+  void BindControls();
+
+ protected:
+  /// To be called last by every screen's constructor, after setupUi and the wiring of handlers.
+  void Ready();
+  virtual void FormShow() {}
+  virtual void FormClose() {}
+  /// The window system's close command. Default: Close().
+  virtual void CloseCommand() { Close(); }
+
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  bool modal_ = false;
+  std::function<void()> leaveModal_;
+};
+
+}  // namespace tavoline
