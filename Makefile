@@ -1,0 +1,55 @@
+# Tavoline by hand: `make run` and `make test` are all that a newcomer needs. See README.md.
+
+PRESET ?= release
+PREFIX ?= /usr/local
+BUILD := build/$(PRESET)
+CONFIGURE := cmake --preset $(PRESET) --log-level=WARNING
+SOURCES = $(shell git ls-files '*.h' '*.cpp')
+
+.DEFAULT_GOAL := build
+.PHONY: help deps build run test lint check format install uninstall clean
+
+help:  ## This list
+	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
+
+deps:  ## Install every Debian package that is missing
+	@scripts/install-packages build run test lint bench package
+
+build:  ## Compile the programs into build/release/bin
+	@scripts/install-packages build
+	@$(MAKE) -s $(BUILD)/build.ninja
+	@cmake --build --preset $(PRESET) --target tavoline tavoline-store
+
+run:  ## Open the program on a demo store; without a display, serve its screens on 127.0.0.1
+	@scripts/install-packages build run
+	@$(MAKE) -s build
+	@scripts/run $(BUILD)/bin
+
+test:  ## Build and run all tests
+	@scripts/install-packages build run test
+	@$(MAKE) -s $(BUILD)/build.ninja
+	@cmake --build --preset $(PRESET)
+	@ctest --preset $(PRESET) -j$(shell nproc) --no-tests=error
+
+check:  ## The quick part of lint: formatting, walls between folders, forms, sizes
+	@scripts/install-packages build lint
+	@scripts/check-house
+
+lint: check  ## All of lint: check, and clang-tidy over every source
+	@scripts/tidy
+
+format:  ## Format every source in place
+	@scripts/install-packages lint
+	@clang-format -i $(SOURCES)
+
+install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
+	@DESTDIR=$(DESTDIR) cmake --install $(BUILD) --prefix $(PREFIX)
+
+uninstall:  ## Remove what `make install` put there
+	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest.txt | xargs -r -d "\n" rm -fv
+
+clean:  ## Remove everything built; the demo store stays
+	@rm -rf build
+
+$(BUILD)/build.ninja: CMakeLists.txt CMakePresets.json
+	@$(CONFIGURE)
