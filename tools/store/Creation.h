@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "tools/store/Schema.h"
+#include "tools/store/Sqlite.h"
+
+namespace tavoline::tool {
+
+/// Fills the seventeen tables of a store in the making. The keys are checked once it returns.
+using Filling = std::function<void(Database&)>;
+
+/// Makes the store `path`: the seventeen tables, the record of version and password, and the rows that `fill`
+/// puts in. The file appears whole, on the disk, or not at all. Throws StoreError, also if anything stands
+/// under that name, which then stays as it was.
+void createStore(const std::string& path, std::string_view password = schema::kStorePassword,
+                 const Filling& fill = {});
+
+/// Builds a file under a passing name beside `path` by `build`, forces it to the disk and gives it its name
+/// at the end. Never replaces a file, and leaves none behind when `build` throws.
+void publishFile(const std::string& path, const std::function<void(const std::string& temporary)>& build);
+
+}  // namespace tavoline::tool

@@ -1,0 +1,157 @@
+#include "tools/store/Schema.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace tavoline::schema {
+namespace {
+
+constexpr Column text(std::string_view name, int width) {
+  return {name, FieldType::Text, width};
+}
+constexpr Column integer(std::string_view name) {
+  return {name, FieldType::Integer};
+}
+constexpr Column real(std::string_view name) {
+  return {name, FieldType::Float};
+}
+constexpr Column dateTime(std::string_view name) {
+  return {name, FieldType::DateTime};
+}
+constexpr Column blob(std::string_view name) {
+  return {name, FieldType::Blob};
+}
+
+// Indexes serve the statements and the filters that meet tables with a history; a table of a few dozen rows
+// is read whole faster. None begins with a column that has two or three values over the whole history
+// (`etat_commande` alone, `commande.id_caisse`): without statistics an engine would prefer its equality to a
+// range of dates and read all orders.
+std::vector<Table> makeTables() {
+  return {
+      {"article",
+       "code_barre",
+       {text("code_barre", 25), text("designation_article", 130), integer("id_categorie"), integer("qte_min"),
+        integer("qte_stock"), real("prix_achat"), real("prix_vente"), text("desto", 10), text("autre", 150),
+        blob("image")},
+       {{"article_designation", {"designation_article"}}}},
+      {"type", "code", {integer("code"), text("Type_Produit", 30)}, {}},
+      {"TVA", "", {real("tva"), text("utilisation", 10)}, {}},
+      {"Fournisseur",
+       "code_fournisseur",
+       {text("code_fournisseur", 25), text("nom_fournisseur", 30), text("adresse", 50),
+        text("n_telephone", 25), integer("Nbr_facture"), text("mail", 80), text("observation", 150)},
+       {}},
+      {"client",
+       "code_client",
+       {text("code_client", 25), text("nom_client", 25), text("Prenom_client", 25), text("Telephone", 30),
+        text("adresse", 130), text("emial", 80), dateTime("date_creation"), integer("nbr_vente"),
+        real("total_paiment"), real("total_creadit")},
+       {}},
+      // A login may be wider here than in the columns that copy it: the copy is then refused.
+      {"utilisateur",
+       "login",
+       {text("login", 20), text("mot_pase", 50), text("nom", 80), text("prenom", 80), text("role", 20),
+        blob("image")},
+       {}},
+      {"operation",
+       "n_",
+       {integer("n_"), text("code_utilisateur", 20), text("nom", 80), text("prenom", 80),
+        text("fonction", 20), text("id_caisse_active", 20), dateTime("date_sortie"),
+        dateTime("heure_sortie")},
+       {}},
+      {"Endroit", "ID_endroit", {integer("ID_endroit"), text("Endoit", 80)}, {}},
+      {"Table_",
+       "ID_table",
+       {integer("ID_table"), text("table", 80), text("endroit", 80), integer("id_endroit"), text("etat", 10),
+        text("control", 10), integer("n_commande")},
+       {{"Table__table", {"table"}}}},
+      {"commande",
+       "n_commande",
+       {text("n_table", 20),
+        text("table", 80),
+        {"remise", FieldType::Float, 0, "0"},
+        real("remi"),
+        text("commentaire", 150),
+        text("etat_commande", 50),
+        real("HT"),
+        real("TVA"),
+        real("tcc"),
+        text("login", 4),
+        integer("n_commande"),
+        text("code_client", 40),
+        text("client", 120),
+        dateTime("date_commande"),
+        text("id_caisse", 20),
+        text("en_caisser", 5),
+        integer("J"),
+        integer("M"),
+        integer("A")},
+       {{"commande_date", {"date_commande"}},
+        {"commande_a_cloturer", {"en_caisser", "etat_commande", "date_commande"}},
+        // The last two columns answer the totals of a period from the index alone.
+        {"commande_periode", {"A", "M", "J", "etat_commande", "tcc"}},
+        {"commande_encours", {"etat_commande"}, "\"etat_commande\" = 'Encours'"}}},
+      {"relation_commande",
+       "",
+       {integer("n_commande"), text("code_article", 25), text("article", 120), integer("qte"), real("prix"),
+        real("total")},
+       {{"relation_commande_ligne", {"n_commande", "code_article"}}}},
+      {"facture_achat",
+       "N_facture",
+       {integer("N_facture"), dateTime("date_facture"), text("code_fournisseur", 25),
+        text("nom_fournisseur", 25), real("HT"), real("TVA"), real("TCC"), text("obs", 150),
+        text("login", 20), text("en_caisse", 3), real("MONTANT_VERSE"), real("MONTANT_RESTE"),
+        text("id_caisse", 10), integer("J"), integer("M"), integer("A")},
+       {}},
+      {"Achat",
+       "",
+       {integer("n_facture"), text("code_barre", 25), text("article", 130), integer("qte_achat"),
+        real("prix_achat"), real("TOTAL")},
+       {{"Achat_facture", {"n_facture"}}}},
+      {"caisse",
+       "ID_caise",
+       {text("ID_caise", 20), text("nom_caisse", 50), real("solde"), dateTime("date_creation"),
+        text("general", 4), text("select", 4)},
+       {}},
+      {"acce_caisse",
+       "",
+       {text("id_caisse", 20), text("nom_caisse", 50), text("login", 4), text("nom_utilisateur", 80),
+        dateTime("date_affectaion"), text("commentaire", 150), text("general", 4)},
+       {}},
+      {"caise",
+       "n_caise",
+       {integer("n_caise"), dateTime("date_lancement"), text("login", 10), dateTime("date_debut"),
+        dateTime("date_fin"), real("total_caise"), real("prelevement_caise"), real("ecat_caise"),
+        text("justification", 150), text("id_caisse", 20), real("fond_caisse"), real("total_recettes"),
+        real("solde_caisse"), integer("J"), integer("M"), integer("A"), real("total_depense")},
+       {}},
+      {"depence",
+       "ID_depence",
+       {integer("ID_depence"), dateTime("date_depense"), text("type_depnce", 100), real("montant_dep"),
+        text("login", 4), text("n_fac", 30), blob("image_fac"), text("id_utilisateur", 4),
+        text("nom_uilisateur", 80), text("id_caisse", 10), integer("J"), integer("M"), integer("A"),
+        text("code_fournisseur", 25), text("fournissur", 80), text("en_caisser", 3)},
+       {{"depence_date", {"date_depense"}}, {"depence_periode", {"A", "M", "J"}}}},
+  };
+}
+
+}  // namespace
+
+const Column* Table::find(std::string_view column) const {
+  const auto found =
+      std::find_if(columns.begin(), columns.end(), [&](const Column& c) { return c.name == column; });
+  return found == columns.end() ? nullptr : &*found;
+}
+
+const std::vector<Table>& tables() {
+  static const std::vector<Table> all = makeTables();
+  return all;
+}
+
+const Table& table(std::string_view name) {
+  for (const Table& candidate : tables())
+    if (candidate.name == name) return candidate;
+  throw std::out_of_range("no table " + std::string(name));
+}
+
+}  // namespace tavoline::schema
