@@ -1,0 +1,69 @@
+#include "data/store/sqlite/CatalogReader.h"
+
+#include <charconv>
+
+#include "data/value/Errors.h"
+#include "data/value/Text.h"
+
+namespace tavoline::sqlite {
+
+namespace {
+
+struct Declared {
+  FieldType type = FieldType::Text;
+  int width = 0;
+};
+
+// "TEXT(120)", "REAL", ...: the word before the parenthesis, and the number in it.
+Declared declared(const std::string& text) {
+  const auto open = text.find('(');
+  const std::string word = foldName(text.substr(0, open));
+  Declared result;
+  if (word == foldName("INTEGER")) result.type = FieldType::Integer;
+  if (word == foldName("REAL")) result.type = FieldType::Float;
+  if (word == foldName("DATETIME") || word == foldName("DATE")) result.type = FieldType::DateTime;
+  if (word == foldName("BLOB")) result.type = FieldType::Blob;
+  if (open != text.npos) std::from_chars(text.data() + open + 1, text.data() + text.size(), result.width);
+  return result;
+}
+
+// A declared default is SQL text. Constants are told; what only the engine can work out stays unknown.
+Value constant(const std::string& text, FieldType type) {
+  if (text.size() >= 2 && text.front() == '\'' && text.back() == '\'') {
+    std::string value;
+    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+      value += text[i];
+      if (text[i] == '\'') ++i;
+    }
+    if (type == FieldType::DateTime)
+      if (const auto date = DateTime::fromStored(value)) return *date;
+    return value;
+  }
+  const char* const end = text.data() + text.size();
+  double number = 0;
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) return {};
+  std::int64_t whole = 0;
+  if (type == FieldType::Integer && std::from_chars(text.data(), end, whole).ptr == end) return whole;
+  return number;
+}
+
+}  // namespace
+
+Catalog readCatalog(Connection& connection) {
+  Statement columns = connection.prepare(
+      "SELECT m.name, c.name, c.type, c.dflt_value FROM sqlite_schema AS m, pragma_table_info(m.name) AS c "
+      "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite^_%' ESCAPE '^' AND m.name <> ?1 AND c.name <> ?2 "
+      "ORDER BY m.rowid, c.cid");
+  columns.bind({recordTable, rowNumber});
+  std::vector<TableInfo> tables;
+  while (columns.step()) {
+    const std::string table = columns.text(0);
+    if (tables.empty() || tables.back().name != table) tables.push_back({table, {}});
+    const auto [type, width] = declared(columns.text(2));
+    tables.back().columns.push_back({columns.text(1), type, width, constant(columns.text(3), type)});
+  }
+  return Catalog(std::move(tables));
+}
+
+}  // namespace tavoline::sqlite

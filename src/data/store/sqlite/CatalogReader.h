@@ -1,0 +1,14 @@
+#pragma once
+
+#include "data/store/Catalog.h"
+#include "data/store/sqlite/Connection.h"
+
+namespace tavoline::sqlite {
+
+inline constexpr const char* recordTable = "tavoline_store";  ///< What the store says of itself.
+inline constexpr const char* rowNumber = "rid";
+
+/// The tables as the file declares them, without the store's own record and the row numbers.
+Catalog readCatalog(Connection& connection);
+
+}  // namespace tavoline::sqlite

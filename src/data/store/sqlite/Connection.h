@@ -1,0 +1,67 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "data/store/Catalog.h"
+#include "data/store/sqlite/Statement.h"
+
+namespace tavoline::sqlite {
+
+/// One connection to the store's file, with its prepared statements. Waits a few seconds for another process
+/// that holds the file. One thread. Every failure is a StoreError with a sentence.
+class Connection {
+ public:
+  enum class Role { Reader, Writer };
+
+  /// Opens a file that exists; creates none. `name` is what sentences call it.
+  Connection(const std::string& path, std::string name, Role role);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// Text with its values in place of ?1, ?2...; prepared once, as long as it is among those used lately.
+  Statement prepare(const std::string& text);
+  void run(const std::string& text);  ///< Steps to the end.
+  /// Ends whatever transaction a failure has left behind. Never throws.
+  void rollback() noexcept;
+
+  /// While it lives, the connection gives up at once where it would wait for another process.
+  class Impatience {
+   public:
+    explicit Impatience(Connection& connection);
+    ~Impatience();
+    Impatience(const Impatience&) = delete;
+    Impatience& operator=(const Impatience&) = delete;
+
+   private:
+    sqlite3* handle_;
+  };
+
+  std::int64_t changes() const { return sqlite3_changes64(handle_.get()); }
+  std::int64_t lastRow() const { return sqlite3_last_insert_rowid(handle_.get()); }
+  sqlite3* handle() const { return handle_.get(); }
+  const std::string& name() const { return name_; }
+
+  /// The catalog that sentences take names from; must outlive the connection.
+  void explainWith(const Catalog* catalog) { catalog_ = catalog; }
+  [[noreturn]] void fail(int code) const;
+
+ private:
+  friend class Statement;
+  struct Closing {
+    void operator()(sqlite3* connection) const { sqlite3_close(connection); }
+  };
+
+  void giveBack(IdleStatements::node_type node) noexcept;
+
+  std::string name_;
+  std::unique_ptr<sqlite3, Closing> handle_;
+  const Catalog* catalog_ = nullptr;
+  IdleStatements idle_;  // finalized before the handle closes
+  std::uint64_t uses_ = 0;
+};
+
+}  // namespace tavoline::sqlite

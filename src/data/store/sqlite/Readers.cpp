@@ -1,0 +1,36 @@
+#include "data/store/sqlite/Readers.h"
+
+namespace tavoline::sqlite {
+
+namespace {
+
+// More than a few rest only after many versions were held at once, as when all datasets open one after
+// another.
+constexpr std::size_t restingReaders = 4;
+
+}  // namespace
+
+std::unique_ptr<Connection> Readers::take() {
+  if (resting_.empty()) return std::make_unique<Connection>(path_, name_, Connection::Role::Reader);
+  // The one that came last has its pages and statements warm.
+  std::unique_ptr<Connection> connection = std::move(resting_.back());
+  resting_.pop_back();
+  return connection;
+}
+
+void Readers::giveBack(std::unique_ptr<Connection> connection) noexcept {
+  if (resting_.size() < restingReaders) resting_.push_back(std::move(connection));
+}
+
+Pin::Pin(std::shared_ptr<Readers> readers) : readers_(std::move(readers)), connection_(readers_->take()) {
+  connection_->run("BEGIN");
+  // A transaction takes its version at its first reading, which therefore must not wait for a question.
+  connection_->run("SELECT 1 FROM sqlite_schema LIMIT 1");
+}
+
+Pin::~Pin() {
+  connection_->rollback();
+  readers_->giveBack(std::move(connection_));
+}
+
+}  // namespace tavoline::sqlite

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "data/store/Store.h"
+#include "data/store/sqlite/Connection.h"
+#include "data/store/sqlite/Readers.h"
+#include "data/store/sqlite/SqliteSnapshot.h"
+
+namespace tavoline::sqlite {
+
+/// Opens a file whose first bytes, `header`, are those of an SQLite file. `name` is what the user calls it.
+/// Throws StoreError for a file of another program, a newer version, another password, no right to write.
+std::shared_ptr<Store> openFile(const std::string& name, std::string_view header,
+                                const std::string& password);
+
+/// The store in one SQLite file with a write-ahead log: one writing connection, and a reading one for each
+/// version that somebody holds.
+class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStore> {
+ public:
+  SqliteStore(const std::string& path, std::unique_ptr<Connection> writer);
+
+  const Catalog& catalog() const override { return catalog_; }
+  std::shared_ptr<const Snapshot> snapshot() override;
+
+  RowId insert(const std::string& table, const FieldValues& fields) override;
+  void update(const std::string& table, RowId row, const FieldValues& fields) override;
+  void erase(const std::string& table, RowId row) override;
+  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
+  void idle() override;
+
+  Version version() const;  ///< Throws StoreError.
+  bool unchangedSince(const Version& version, const std::vector<std::string>& tables) const;
+
+ private:
+  const TableInfo& tableNamed(const std::string& name) const;
+  std::int64_t write(const TableInfo& table, const std::string& text, const std::vector<Value>& values);
+  bool foldLog();
+  void leaveLog();
+
+  Catalog catalog_;
+  std::unique_ptr<Connection> writer_;
+  std::shared_ptr<Readers> readers_;
+  std::uint64_t commits_ = 0;
+  std::unordered_map<const TableInfo*, std::uint64_t> changed_;  // the commit that last wrote to a table
+  std::weak_ptr<SqliteSnapshot> current_;
+  std::optional<Version> folded_;  // the version whose log was last folded entirely
+};
+
+}  // namespace tavoline::sqlite
