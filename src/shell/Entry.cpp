@@ -1,0 +1,46 @@
+#include "shell/Entry.h"
+
+#include <algorithm>
+
+#include "data/dataset/Dataset.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+void beginEntry() {
+  MenuF->RzGroupBar2->setEnabled(false);
+}
+
+void endEntry(TForm& entry) {
+  entry.Close();
+  MenuF->RzGroupBar2->setEnabled(true);
+}
+
+void saveEntry(Dataset& rows) {
+  rows.Edit();
+  rows.Post();
+}
+
+void paintRed(const EntryInputs& inputs, bool on) {
+  for (const EntryInput& input : inputs) input.Red(on);
+}
+
+bool mandatory(const EntryInputs& inputs, std::string_view message) {
+  const bool missing =
+      std::any_of(inputs.begin(), inputs.end(), [](const EntryInput& i) { return i.empty(); });
+  if (missing) ShowMessage(message);
+  paintRed(inputs, missing);
+  return !missing;
+}
+
+void deleteOnConsent(Dataset& rows) {
+  if (rows.Eof()) return;
+  if (ConfirmDeletion()) rows.Delete();
+}
+
+void moves(Button* button, Dataset& rows, void (Dataset::*step)()) {
+  button->OnClick = [&rows, step] { (rows.*step)(); };
+}
+
+}  // namespace tavoline

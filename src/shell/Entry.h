@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/controls/Button.h"
+#include "toolkit/forms/TForm.h"
+
+namespace tavoline {
+
+class Dataset;
+
+/// The gesture "list and entry": the list starts an Insert or an Edit and opens the entry screen, the menu's
+/// column of buttons is disabled meanwhile, and the entry screen saves or cancels. What every such pair
+/// shares stands here; a pair's own code is the sentences that are its own.
+
+/// Disables the menu's column of buttons: an entry is open.
+void beginEntry();
+/// Closes the entry screen, then enables the menu's column of buttons again.
+void endEntry(TForm& entry);
+/// Saves what the list began, an insert as well as an edit: Edit, Post. If the store refuses, throws and the
+/// entry stays open with what was typed.
+void saveEntry(Dataset& rows);
+
+/// An input of an entry screen: any control that answers Text() and can be painted with Red().
+class EntryInput {
+ public:
+  template <class Control>
+  EntryInput(Control* control)
+      : text_([control] { return control->Text(); }), red_([control](bool on) { control->Red(on); }) {}
+
+  bool empty() const { return text_().empty(); }
+  void Red(bool on) const { red_(on); }
+
+ private:
+  std::function<std::string()> text_;
+  std::function<void(bool)> red_;
+};
+using EntryInputs = std::vector<EntryInput>;
+
+/// Paints the inputs red, or puts their own colours back.
+void paintRed(const EntryInputs& inputs, bool on);
+/// True if every input has a text (blanks count as one); their own colours are put back. Otherwise shows the
+/// message, paints all of them red, those that are filled too, and is false.
+bool mandatory(const EntryInputs& inputs,
+               std::string_view message = "Saisissez le code de l'élément en cours");
+
+/// Deletes the current row once the user has agreed; asks nothing and does nothing at Eof.
+void deleteOnConsent(Dataset& rows);
+
+/// Makes a button move the current row: moves(AdvSmoothButton8, DM->Caisse, &Dataset::First).
+void moves(Button* button, Dataset& rows, void (Dataset::*step)());
+
+}  // namespace tavoline
