@@ -3,6 +3,7 @@
 #include <QtWidgets/QPushButton>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace tavoline {
 
@@ -14,14 +15,26 @@ class Button : public QPushButton {
   explicit Button(QWidget* parent = nullptr);
 
   std::function<void()> OnClick;
-  /// Presses the button from code: the handler runs directly, enabled or not, and what it throws ends the caller.
+  std::function<void()> OnMouseUp;     ///< The pointer was released over it; before OnClick.
+  std::function<void()> OnMouseLeave;  ///< The pointer left it.
+  /// Presses the button from code: the handler runs directly, enabled or not, and what it throws ends the
+  /// caller.
   void Click();
   std::string Caption() const;
   void Caption(std::string_view text);
+  /// Gives the button the focus. Throws FocusError for a disabled or hidden button of a visible screen.
+  void SetFocus();
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  QSize sizeHint() const override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+ private:
+  QSize withoutBlanks(QSize size) const;
 };
 
 }  // namespace tavoline

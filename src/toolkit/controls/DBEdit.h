@@ -1,33 +1,30 @@
 #pragma once
 
-#include "toolkit/controls/Binding.h"
 #include "toolkit/controls/Edit.h"
+#include "toolkit/controls/TextBinding.h"
 
 namespace tavoline {
 
-/// An input on one field. The first key puts the dataset into edit state; the typed text waits in the control and is
-/// given up when the dataset asks for it, or when the focus leaves. Text that does not convert to the field throws.
-class DBEdit : public Edit, public Binding {
+/// An input on one field. The first key puts the dataset into edit state; the typed text waits in the control
+/// and is given up when the dataset asks for it, or when the focus leaves. Text that does not convert to the
+/// field throws and goes on waiting. A plain input as long as it has no data source.
+class DBEdit : public Edit, public TextBinding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
   Q_PROPERTY(QString dataField READ dataField WRITE setDataField)
 
  public:
   explicit DBEdit(QWidget* parent = nullptr);
-  using Edit::Text;
   std::string Text() override;
   /// By code: as if typed, and given up at once (the dataset must be in, or goes into, edit state).
   void Text(std::string_view text) override;
 
  protected:
-  void pull() override;
+  QString shownText() const override { return text(); }
+  void showText(const QString& text) override;
   void typed() override;
-  void focusOutEvent(QFocusEvent* event) override;
-  void giveUpPending() override;
-  void dropPending() override;
-
- private:
-  bool waiting_ = false;  // typed text not yet in the dataset
+  void focusLeft() override;
+  QString heldText() override;
 };
 
 }  // namespace tavoline

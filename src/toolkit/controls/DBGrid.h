@@ -8,9 +8,10 @@
 
 namespace tavoline {
 
-/// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current row in
-/// view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it too.
-/// `columns` is "field=Title" per line, in order, with ":right", ":rw" or a width after "|": "prix=Prix|right".
+/// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current
+/// row in view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it
+/// too. `columns` is "field=Title" per line, in order, with ":right", ":rw" or a width after "|":
+/// "prix=Prix|right".
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)

@@ -5,8 +5,8 @@
 
 namespace tavoline {
 
-/// A text showing one field of the current row: empty for null, and for no row. Caption() asks the dataset at that
-/// moment, whether the control is visible or not.
+/// A text showing one field of the current row: empty for null, and for no row. Caption() asks the dataset at
+/// that moment, whether the control is visible or not.
 class DBText : public Label, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -19,6 +19,7 @@ class DBText : public Label, public Binding {
 
  protected:
   void pull() override;
+  QString heldText() override;
 };
 
 }  // namespace tavoline

@@ -7,17 +7,19 @@
 
 namespace tavoline {
 
-/// A one-line input. A change by code fires OnChange directly, just like typing, and what it throws ends the caller.
+/// A one-line input. A change by code fires OnChange directly, just like typing, and what it throws ends the
+/// caller.
 class Edit : public QLineEdit {
   Q_OBJECT
-  Q_PROPERTY(bool upperCase MEMBER upperCase_)
+  Q_PROPERTY(QString text READ heldText WRITE enterText)
+  Q_PROPERTY(bool upperCase READ upperCase WRITE setUpperCase)
 
  public:
   explicit Edit(QWidget* parent = nullptr);
 
   std::function<void()> OnChange;
   std::function<void()> OnEnter;  ///< Return or Enter pressed.
-  std::function<void()> OnExit;   ///< The focus left.
+  std::function<void()> OnExit;   ///< The focus left for another control of the system.
   std::function<void()> OnUp, OnDown;
 
   virtual std::string Text();
@@ -28,10 +30,18 @@ class Edit : public QLineEdit {
   /// Paints the input red (a mandatory input left empty) or in its own colour again.
   void Red(bool on);
 
+  bool upperCase() const { return upperCase_; }
+  void setUpperCase(bool on);
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
-  virtual void typed();  ///< After every change by the user.
+  virtual void typed();      ///< After every change by the user.
+  virtual void focusLeft();  ///< The focus went to another control of the system.
+  virtual QString heldText() { return text(); }
+
+ private:
+  void enterText(const QString& text);
 
   bool upperCase_ = false;
 };

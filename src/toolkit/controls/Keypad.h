@@ -4,9 +4,9 @@
 
 namespace tavoline {
 
-/// The numeric touch keypad: "Back" "/" "*" "-" · "7" "8" "9" "+" (two rows high) · "4" "5" "6" · "1" "2" "3" "Enter"
-/// (two rows high) · "0" (two cells wide) ".". Each key sends the key press of the hardware key to the control that has
-/// the focus, and never takes the focus itself. Objects are named "key" + caption.
+/// The numeric touch keypad: "Back" "/" "*" "-" · "7" "8" "9" "+" (two rows high) · "4" "5" "6" · "1" "2" "3"
+/// "Enter" (two rows high) · "0" (two cells wide) ".". Each key sends the key press of the hardware key to
+/// the control that has the focus, and never takes the focus itself. Objects are named "key" + caption.
 class Keypad : public QWidget {
   Q_OBJECT
 

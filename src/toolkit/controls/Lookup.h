@@ -38,12 +38,13 @@ class DBLookupComboBox : public QComboBox, public Binding {
   std::function<void()> OnChange;  ///< A choice in the list.
   std::function<void()> OnEnter, OnUp, OnDown;
 
-  Value KeyValue();               ///< Of the field if bound, else of the last choice; null for none.
+  Value KeyValue();                 ///< Of the field if bound, else of the last choice; null for none.
   void KeyValue(const Value& key);  ///< By code; moves no dataset.
-  std::string Text();             ///< What is shown for the key; empty for none.
+  std::string Text();               ///< What is shown for the key; empty for none.
   void SetFocus();
   void Red(bool on);
-  /// Chooses the row with this key as a user does: moves the list's dataset, writes the field, fires OnChange.
+  /// Chooses the row with this key as a user does: moves the list's dataset, writes the field, fires
+  /// OnChange.
   void Choose(const Value& key);
 
   void bind() override;

@@ -10,8 +10,8 @@
 
 namespace tavoline {
 
-/// A flat touch tile: a picture, and a caption drawn over it from `captionX`. The "shape button" of the floor map and
-/// of the article tiles.
+/// A flat touch tile: a picture, and a caption drawn over it from `captionX`. The "shape button" of the floor
+/// map and of the article tiles.
 class ShapeButton : public QAbstractButton {
   Q_OBJECT
 
@@ -22,7 +22,8 @@ class ShapeButton : public QAbstractButton {
   std::string Caption() const;
   void Caption(std::string_view text);
   void Picture(const QPixmap& picture);
-  /// From bytes of a stored picture; decoded once per content. What cannot be decoded leaves the caption alone.
+  /// From bytes of a stored picture; decoded once per content. What cannot be decoded leaves the caption
+  /// alone.
   void Picture(const SharedBytes& bytes);
   int captionX = 15;
 
@@ -34,7 +35,8 @@ class ShapeButton : public QAbstractButton {
   QPixmap picture_;
 };
 
-/// A plain panel with a caption that is held (`property("text")`) and not drawn. A click anywhere on it presses it.
+/// A plain panel with a caption that is held (`property("text")`) and not drawn. A click anywhere on it
+/// presses it.
 class Panel : public QFrame {
   Q_OBJECT
   Q_PROPERTY(QString text READ text WRITE setText)
@@ -55,8 +57,8 @@ class Panel : public QFrame {
   QString text_;
 };
 
-/// Lays its children out in order: along a row from the left, then the next row below; or down a column from the
-/// top, then the next column to the right. Scrolls when they do not fit.
+/// Lays its children out in order: along a row from the left, then the next row below; or down a column from
+/// the top, then the next column to the right. Scrolls when they do not fit.
 class FlowPanel : public QFrame {
   Q_OBJECT
   Q_PROPERTY(FlowStyle flowStyle MEMBER style_)
@@ -69,7 +71,7 @@ class FlowPanel : public QFrame {
   void add(QWidget* tile);  ///< The panel becomes its parent; the tile keeps its own size.
   template <class T>
   std::vector<T*> tiles() const;  ///< In layout order.
-  void clear();             ///< Frees every tile at once.
+  void clear();                   ///< Frees every tile at once.
 
   QSize sizeHint() const override;
 
@@ -84,7 +86,8 @@ class FlowPanel : public QFrame {
   QWidget* canvas_ = nullptr;
 };
 
-/// Makes a picture from stored bytes (PNG, JPEG, BMP), decoding each content once per process; null if it cannot.
+/// Makes a picture from stored bytes (PNG, JPEG, BMP), decoding each content once per process; null if it
+/// cannot.
 QPixmap decodedPicture(const SharedBytes& bytes);
 
 }  // namespace tavoline

@@ -7,19 +7,19 @@
 
 namespace tavoline {
 
-/// The screens by name, for who must reach up without an include: the menu docks a screen of a room above it, the
-/// timer presses the map's redraw. A screen that does not exist (yet) is simply absent.
+/// The screens by name, for who must reach up without an include: the menu docks a screen of a room above it,
+/// the timer presses the map's redraw. A screen that does not exist (yet) is simply absent.
 class Forms {
  public:
-  static void add(TForm* form);     ///< By objectName; done by TForm.
+  static void add(TForm* form);  ///< By objectName; done by TForm.
   static void remove(TForm* form);
   static TForm* find(std::string_view instanceName);  ///< Without regard to case; null if absent.
   static const std::vector<TForm*>& all();            ///< In order of creation.
 
-  static void Show(std::string_view instanceName);    ///< No effect for an absent screen.
+  static void Show(std::string_view instanceName);  ///< No effect for an absent screen.
   static void ShowModal(std::string_view instanceName);
   static void Close(std::string_view instanceName);
-  static void BindControls();                         ///< Every screen made before DM.
+  static void BindControls();  ///< Every screen made before DM.
 
   /// A named control of a screen; null if either is absent.
   template <class T = QWidget>

@@ -6,8 +6,8 @@
 
 namespace tavoline {
 
-/// The one seam for everything that stops the user to tell or ask him something. Screens call ShowMessage, Confirm
-/// and the file choosers; tests script the answers by replacing the functions. UI thread only.
+/// The one seam for everything that stops the user to tell or ask him something. Screens call ShowMessage,
+/// Confirm and the file choosers; tests script the answers by replacing the functions. UI thread only.
 struct Messages {
   std::function<void(const std::string& text)> show;
   std::function<bool(const std::string& text, const std::string& title)> confirm;

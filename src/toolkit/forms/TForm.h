@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 #include <functional>
 #include <string>
@@ -7,26 +8,30 @@
 namespace tavoline {
 
 /// A screen: created once at start, hidden and shown until the process ends, keeping what its controls hold.
-/// Its objectName is its instance name ("LoginF"). Shown as a window of its own, modally, or docked in a panel.
+/// Its objectName is its instance name ("LoginF"). Shown as a window of its own, modally, or docked in a
+/// panel.
 class TForm : public QWidget {
   Q_OBJECT
 
  public:
   explicit TForm(const char* instanceName);
+  ~TForm() override;
 
-  /// Makes the screen visible and brings it to the front; FormShow runs when it was hidden.
+  /// Makes the screen visible and brings it to the front; FormShow runs when it was hidden, and what it
+  /// throws ends the caller. A window is centred on its display unless it is maximised.
   void Show();
   /// As Show, and returns when the screen is closed; meanwhile no other screen takes input.
   void ShowModal();
   /// Hides the screen; FormClose runs first. No effect on a hidden screen.
   void Close();
-  bool Visible() const { return isVisibleTo(parentWidget()) && !isHidden(); }
-  /// No border, filling `panel`, its parent from now on; not shown yet.
+  /// Shown and not closed since, be it covered by another screen of its panel or not.
+  bool Visible() const { return open_; }
+  /// No border, filling `panel`, its parent from now on; not shown yet. No effect where it is docked already.
   void Dock(QWidget* panel);
 
-  /// Ties every bound control of the screen to its data source by its `dataSource` and `dataField` properties.
-  /// Done by the constructor's end (`Ready`) if DM exists, otherwise once DM exists. Throws DatasetError for a
-  /// source that DM does not have.
+  /// Ties every bound control of the screen to its data source by its `dataSource` and `dataField`
+  /// properties. Done by the constructor's end (`Ready`) if DM exists, otherwise once DM exists. Throws
+  /// DatasetError for a source that DM does not have.
   void BindControls();
 
  protected:
@@ -40,7 +45,11 @@ class TForm : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  bool modal_ = false;
+  void showWindow();
+  void conceal();
+
+  bool open_ = false;
+  QPointer<QWidget> panel_;  // where it is docked
   std::function<void()> leaveModal_;
 };
 

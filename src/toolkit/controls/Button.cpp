@@ -1,0 +1,68 @@
+#include "toolkit/controls/Button.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QStyleOptionButton>
+#include <QtWidgets/QStylePainter>
+
+#include "toolkit/controls/Focus.h"
+#include "toolkit/forms/Guard.h"
+
+namespace tavoline {
+
+Button::Button(QWidget* parent) : QPushButton(parent) {
+  setAutoDefault(true);  // Return presses it as well as the space bar
+  connect(this, &QPushButton::clicked, this, [this] { guarded(OnClick); });
+}
+
+void Button::Click() {
+  const auto handler = OnClick;
+  if (handler) handler();
+}
+
+std::string Button::Caption() const {
+  return text().toStdString();
+}
+
+void Button::Caption(std::string_view text) {
+  setText(QString::fromUtf8(text.data(), qsizetype(text.size())));
+}
+
+void Button::SetFocus() {
+  focusControl(*this);
+}
+
+void Button::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  option.text = option.text.trimmed();
+  painter.drawControl(QStyle::CE_PushButton, option);
+}
+
+QSize Button::withoutBlanks(QSize size) const {
+  const QFontMetrics metrics = fontMetrics();
+  size.rwidth() -= metrics.horizontalAdvance(text()) - metrics.horizontalAdvance(text().trimmed());
+  return size;
+}
+
+QSize Button::sizeHint() const {
+  return withoutBlanks(QPushButton::sizeHint());
+}
+
+QSize Button::minimumSizeHint() const {
+  return withoutBlanks(QPushButton::minimumSizeHint());
+}
+
+void Button::mouseReleaseEvent(QMouseEvent* event) {
+  if (OnMouseUp && event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    guarded(OnMouseUp);
+  }
+  QPushButton::mouseReleaseEvent(event);
+}
+
+void Button::leaveEvent(QEvent* event) {
+  QPushButton::leaveEvent(event);
+  guarded(OnMouseLeave);
+}
+
+}  // namespace tavoline

@@ -1,0 +1,74 @@
+#include "toolkit/controls/Edit.h"
+
+#include <QtGui/QFocusEvent>
+#include <QtGui/QValidator>
+
+#include "toolkit/controls/Focus.h"
+#include "toolkit/forms/Guard.h"
+
+namespace tavoline {
+
+namespace {
+
+class UpperCase : public QValidator {
+ public:
+  using QValidator::QValidator;
+  State validate(QString& input, int&) const override {
+    input = input.toUpper();
+    return Acceptable;
+  }
+};
+
+}  // namespace
+
+Edit::Edit(QWidget* parent) : QLineEdit(parent) {
+  connect(this, &QLineEdit::textEdited, this, [this] { guarded([this] { typed(); }); });
+}
+
+std::string Edit::Text() {
+  return text().toStdString();
+}
+
+void Edit::Text(std::string_view text) {
+  QString wanted = QString::fromUtf8(text.data(), qsizetype(text.size()));
+  if (upperCase_) wanted = wanted.toUpper();
+  if (wanted == this->text()) return;
+  setText(wanted);
+  if (OnChange) OnChange();
+}
+
+void Edit::enterText(const QString& text) {
+  guarded([&] { Text(text.toStdString()); });
+}
+
+void Edit::SetFocus() {
+  focusControl(*this);
+}
+
+void Edit::Red(bool on) {
+  paintRed(*this, on);
+}
+
+void Edit::setUpperCase(bool on) {
+  upperCase_ = on;
+  setValidator(on ? new UpperCase(this) : nullptr);
+}
+
+void Edit::typed() {
+  if (OnChange) OnChange();
+}
+
+void Edit::focusLeft() {
+  if (OnExit) OnExit();
+}
+
+void Edit::keyPressEvent(QKeyEvent* event) {
+  if (!pathKey(*event, OnEnter, OnUp, OnDown)) QLineEdit::keyPressEvent(event);
+}
+
+void Edit::focusOutEvent(QFocusEvent* event) {
+  QLineEdit::focusOutEvent(event);
+  if (leavesControl(*event)) guarded([this] { focusLeft(); });
+}
+
+}  // namespace tavoline

@@ -1,0 +1,72 @@
+#include "toolkit/controls/Label.h"
+
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOption>
+
+#include "toolkit/forms/Guard.h"
+
+namespace tavoline {
+
+Label::Label(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+void Label::Click() {
+  const auto handler = OnClick;
+  if (handler) handler();
+}
+
+std::string Label::Caption() {
+  return text().toStdString();
+}
+
+void Label::Caption(std::string_view text) {
+  setText(QString::fromUtf8(text.data(), qsizetype(text.size())));
+}
+
+void Label::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && OnClick && rect().contains(event->position().toPoint())) {
+    event->accept();
+    guarded(OnClick);
+    return;
+  }
+  QLabel::mouseReleaseEvent(event);
+}
+
+namespace {
+int blanksWidth(const QLabel& label) {
+  const QString text = label.text();
+  const QFontMetrics metrics = label.fontMetrics();
+  return metrics.horizontalAdvance(text) - metrics.horizontalAdvance(text.trimmed());
+}
+}  // namespace
+
+QSize Label::sizeHint() const {
+  return QLabel::sizeHint() - QSize(wordWrap() ? 0 : blanksWidth(*this), 0);
+}
+
+QSize Label::minimumSizeHint() const {
+  return QLabel::minimumSizeHint() - QSize(wordWrap() ? 0 : blanksWidth(*this), 0);
+}
+
+void Label::paintEvent(QPaintEvent* event) {
+  const bool plain = textFormat() == Qt::PlainText && !text().isEmpty();
+  if (!plain || text() == text().trimmed()) return QLabel::paintEvent(event);
+  QPainter painter(this);
+  drawFrame(&painter);
+  drawCaption(painter);
+}
+
+void Label::drawCaption(QPainter& painter) {
+  QStyleOption option;
+  option.initFrom(this);
+  const int edge = margin() + qMax(indent(), 0);
+  const int flags =
+      int(QStyle::visualAlignment(layoutDirection(), alignment())) | (wordWrap() ? Qt::TextWordWrap : 0);
+  style()->drawItemText(&painter, contentsRect().adjusted(edge, margin(), -edge, -margin()), flags,
+                        option.palette, isEnabled(), text().trimmed(), foregroundRole());
+}
+
+}  // namespace tavoline

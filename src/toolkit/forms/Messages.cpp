@@ -1,0 +1,73 @@
+#include "toolkit/forms/Messages.h"
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+namespace tavoline {
+
+namespace {
+
+QString qt(std::string_view text) {
+  return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QWidget* front() {
+  return QApplication::activeWindow();
+}
+
+void showBox(const std::string& text) {
+  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Tavoline"), qt(text), QMessageBox::Ok, front());
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+bool askBox(const std::string& text, const std::string& title) {
+  QMessageBox box(QMessageBox::Question, qt(title), qt(text), QMessageBox::Yes | QMessageBox::No, front());
+  box.setTextFormat(Qt::PlainText);
+  box.button(QMessageBox::Yes)->setText(QStringLiteral("Oui"));
+  box.button(QMessageBox::No)->setText(QStringLiteral("Non"));
+  box.setDefaultButton(QMessageBox::Yes);
+  box.setEscapeButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
+}
+
+std::string askPicture() {
+  return QFileDialog::getOpenFileName(front(), QStringLiteral("Choisir une image"), {},
+                                      QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp)"))
+      .toStdString();
+}
+
+std::string askSave(const std::string& title, const std::string& filter) {
+  return QFileDialog::getSaveFileName(front(), qt(title), {}, qt(filter)).toStdString();
+}
+
+std::string askOpen(const std::string& title, const std::string& filter) {
+  return QFileDialog::getOpenFileName(front(), qt(title), {}, qt(filter)).toStdString();
+}
+
+}  // namespace
+
+Messages Messages::real() {
+  return {showBox, askBox, askPicture, askSave, askOpen};
+}
+
+Messages& Messages::current() {
+  static Messages messages = real();
+  return messages;
+}
+
+void ShowMessage(std::string_view text) {
+  Messages::current().show(std::string(text));
+}
+
+bool Confirm(std::string_view text, std::string_view title) {
+  return Messages::current().confirm(std::string(text), std::string(title));
+}
+
+bool ConfirmDeletion() {
+  return Confirm("voulez-vous vraiment supprimer");
+}
+
+}  // namespace tavoline
