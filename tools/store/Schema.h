@@ -25,7 +25,7 @@ struct Index {
 
 struct Table {
   std::string_view name;
-  std::string_view key;  ///< The column without duplicates; empty where rows have no key of their own.
+  std::string_view key;  ///< The column without duplicates; empty where none is kept so.
   std::vector<Column> columns;
   std::vector<Index> indexes;
 
