@@ -19,14 +19,23 @@ struct RegionalFormat {
   static RegionalFormat ofSystem();
 };
 
-std::string formatFloat(double v);              ///< Shortest general form with 15 significant digits: 12,5; 1200.
-std::string formatDate(DateTime v);             ///< "dd/MM/yyyy".
-std::string formatDateTime(DateTime v);         ///< Date, then the time "HH:mm:ss" if there is one; time alone on the zero day.
-/// A display format of zeros, hashes and a decimal point, as "00.00" or "%2.2f"; never changes what is stored.
+/// Shortest general form with 15 significant digits: 12,5; 1200. From 1E15 on, and below 0,00001, with an
+/// exponent.
+std::string formatFloat(double v);
+std::string formatDate(DateTime v);  ///< "dd/MM/yyyy".
+std::string formatDateTime(
+    DateTime v);  ///< Date, then the time "HH:mm:ss" if there is one; time alone on the zero day.
+/// A display format of zeros, hashes and a decimal point, as "00.00" or "%2.2f"; never changes what is
+/// stored.
 std::string formatPattern(std::string_view pattern, double v);
 
 std::int64_t readInteger(std::string_view text);  ///< Throws ConversionError; blanks around are allowed.
-double readFloat(std::string_view text);          ///< The regional separator, or a point. Throws ConversionError.
-DateTime readDateTime(std::string_view text);     ///< What formatDateTime writes, seconds or time optional. Throws ConversionError.
+/// Which decimal marks a number may be written with.
+enum class DecimalMark { RegionalOrPoint, RegionalOnly };
+double readFloat(std::string_view text,
+                 DecimalMark mark = DecimalMark::RegionalOrPoint);  ///< Throws ConversionError.
+/// What formatDateTime writes, its parts also apart by '-' or '.', seconds or time optional; also the stored
+/// form, year first. A year of two digits is of this century. Throws ConversionError.
+DateTime readDateTime(std::string_view text);
 
 }  // namespace tavoline
