@@ -1,0 +1,19 @@
+#include <QtWidgets/QApplication>
+
+#include "Screens.h"
+#include "data/DMU.h"
+#include "shell/IdleWatch.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Guard.h"
+
+int main(int argc, char** argv) {
+  using namespace tavoline;
+  QApplication application(argc, argv);
+  application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
+  if (!startUp(screensInOrder())) return 1;
+  guarded([] { MenuF->Show(); });
+  const IdleWatch idle([] { DM->Idle(); });
+  const int status = application.exec();
+  shutDown();
+  return status;
+}

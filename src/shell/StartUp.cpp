@@ -1,0 +1,30 @@
+#include "shell/StartUp.h"
+
+#include "data/DMU.h"
+#include "toolkit/forms/Forms.h"
+#include "toolkit/forms/Guard.h"
+
+namespace tavoline {
+
+Creator makesDataModule() {
+  return [] {
+    DM = new TDM;
+    Forms::BindControls();
+  };
+}
+
+bool startUp(const std::vector<Creator>& inOrder) {
+  const bool started = guarded([&] {
+    for (const Creator& make : inOrder) make();
+  });
+  if (!started) shutDown();
+  return started;
+}
+
+void shutDown() {
+  while (!Forms::all().empty()) delete Forms::all().back();
+  delete DM;
+  DM = nullptr;
+}
+
+}  // namespace tavoline
