@@ -12,7 +12,7 @@ namespace {
 
 // A statement of the system needs a few dozen of either; what is far beyond would only wear out the machine.
 constexpr int kDeepest = 100;
-constexpr int kMostOperators = 1000;
+constexpr int kMostOperators = 500;
 
 /// Words that end an expression or a name list unless the place leaves no doubt that they are names.
 constexpr std::array<std::string_view, 18> kKeywords = {"from", "where", "group", "order", "by",      "and",

@@ -20,8 +20,7 @@ class Scope {
   const TableInfo& add(const std::string& name) {
     const TableInfo* table = catalog_.find(name);
     if (table == nullptr)
-      throw StatementError("La table « " + name +
-                           " » manque dans les données." + kRemedy);
+      throw StatementError("La table « " + name + " » manque dans les données." + kRemedy);
     if (std::find(tables_.begin(), tables_.end(), table) != tables_.end())
       throw StatementError("La table « " + name + " » se trouve deux fois dans l'instruction.");
     tables_.push_back(table);
@@ -55,8 +54,8 @@ class Scope {
     if (!known)
       throw StatementError("La table « " + column.table + " » n'est pas parmi celles de l'instruction.");
     const std::string where = column.table.empty() ? "" : " de la table « " + column.table + " »";
-    throw StatementError("La colonne « " + column.name + " »" + where +
-                         " manque dans les données." + kRemedy);
+    throw StatementError("La colonne « " + column.name + " »" + where + " manque dans les données." +
+                         kRemedy);
   }
 
   const Catalog& catalog_;
