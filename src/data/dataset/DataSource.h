@@ -12,8 +12,9 @@ namespace tavoline {
 class DataListener {
  public:
   virtual void dataEvent(DataEvent event) = 0;
-  virtual void giveUpPending() {}  ///< Write typed text into the dataset now. May throw; the operation then ends.
-  virtual void dropPending() {}    ///< Typed text is void: the row was cancelled or closed.
+  virtual void giveUpPending() {
+  }  ///< Write typed text into the dataset now. May throw; the operation then ends.
+  virtual void dropPending() {}  ///< Typed text is void: the row was cancelled or closed.
 
  protected:
   ~DataListener() = default;

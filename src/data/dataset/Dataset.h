@@ -25,11 +25,12 @@ enum class DataEvent {
 
 enum class DatasetState { Inactive, Browse, Edit, Insert };
 
-/// A named cursor over one statement: a static snapshot, read lazily, with this dataset's own writes laid over it.
+/// A named cursor over one statement: a static snapshot, read lazily, with this dataset's own writes laid
+/// over it.
 ///
-/// `select * from` one table is updatable; every Post and Delete acts on that table at once. Other statements are
-/// read only. Owned by the data module; the current row, the filter and the state are shared by all screens.
-/// Operations on a closed dataset throw DatasetError unless said otherwise.
+/// `select * from` one table is updatable; every Post and Delete acts on that table at once. Other statements
+/// are read only. Owned by the data module; the current row, the filter and the state are shared by all
+/// screens. Operations on a closed dataset throw DatasetError unless said otherwise.
 class Dataset {
  public:
   Dataset(std::string name, std::string statement, std::vector<std::string> parameters = {});
@@ -41,7 +42,8 @@ class Dataset {
   /// The store that every operation works on; must be set before the first Open and outlive the dataset.
   void Connect(std::shared_ptr<Store> store);
 
-  /// Takes the snapshot; reads no row. First row current. No effect when open. Throws StatementError, StoreError.
+  /// Takes the snapshot; reads no row. First row current. No effect when open. Throws StatementError,
+  /// StoreError.
   void Open();
   /// Drops the snapshot and any pending change; the filter stays. No effect when closed.
   void Close();
@@ -60,18 +62,19 @@ class Dataset {
   /// Edit the current row; with no visible row an Insert. No effect in edit or insert state.
   void Edit();
   void Insert();
-  /// Writes what was changed, at once and durably; browse state after. No effect in browse state. If the store
-  /// refuses, throws and leaves state and values as they were.
+  /// Writes what was changed, at once and durably; browse state after. No effect in browse state. If the
+  /// store refuses, throws and leaves state and values as they were.
   void Post();
   void Cancel();
-  void Delete();   ///< Deletes the current row at once; the next one, or else the one before, becomes current.
+  void Delete();  ///< Deletes the current row at once; the next one, or else the one before, becomes current.
   void Refresh();  ///< Newer values for the same rows and this position; a pending change is ended first.
 
   const std::string& Filter() const { return filterText_; }
   void Filter(std::string text);
   bool Filtered() const { return filtered_; }
-  /// A real change on an open dataset first posts a modified row (or cancels an unmodified one), then moves to the
-  /// first visible row. The value it already has: nothing. A filter that cannot be read throws and stays off.
+  /// A real change on an open dataset first posts a modified row (or cancels an unmodified one), then moves
+  /// to the first visible row. The value it already has: nothing. A filter that cannot be read throws and
+  /// stays off.
   void Filtered(bool on);
   void FilterBy(std::string text);  ///< Off, text, on.
 
@@ -93,13 +96,15 @@ class Dataset {
   Value FieldValue(std::string_view name);
   void SetFieldValue(std::string_view name, const Value& value);
   bool Modified() const { return modified_; }
+  /// Whether this statement changes data and is run by ExecSQL, never opened.
+  bool IsAction() const;
 
   /// Columns of the result; empty while closed.
   const std::vector<sql::Item>& Columns() const;
   int ColumnIndex(std::string_view name) const;  ///< -1 if absent.
 
-  /// Rows by number, for grids, lists and reports; moves nothing. Counting lists the row ids, so only what shows
-  /// all rows asks for it. A row waiting in insert state is not counted.
+  /// Rows by number, for grids, lists and reports; moves nothing. Counting lists the row ids, so only what
+  /// shows all rows asks for it. A row waiting in insert state is not counted.
   std::size_t RecordCount();
   Value ValueAt(std::size_t record, std::size_t column);
   int RecordNumber();  ///< Of the current row; -1 for none or a row in insert state.
@@ -110,20 +115,24 @@ class Dataset {
   void DisableControls() { controlsDisabled_ = true; }
   bool ControlsDisabled() const { return controlsDisabled_; }
 
-  /// To be called when the user does nothing: exchanges the snapshot for the newest one if that shows the same rows.
+  /// To be called when the user does nothing: exchanges the snapshot for the newest one if that shows the
+  /// same rows.
   void Renew();
 
  private:
   friend class DataSource;
 
-  void requireOpen(const char* operation) const;
-  void endPending();        // posts a modified row, cancels an unmodified one
-  void giveUpPending();     // asks bound controls for typed text
+  Cursor& open(const char* operation) const;  // the cursor of an open dataset; throws when closed
+  void prepare();                             // parses and resolves the statement, once per text
+  std::size_t column(std::string_view name) const;
+  bool editing() const { return state_ == DatasetState::Edit || state_ == DatasetState::Insert; }
+  void move(bool (Cursor::*step)(), bool& flag);
+  void endPending();
+  void leaveEditing();
+  void giveUpPending();
   void dropPending();
   void notify(DataEvent event);
-  void applyFilter();
-  void needEditable(const char* operation) const;
-  sql::Select resolved() const;
+  void applyFilter(bool on);
 
   std::string name_;
   std::string statement_;
@@ -131,12 +140,17 @@ class Dataset {
   sql::Parameters parameters_;
   std::shared_ptr<Store> store_;
 
+  std::optional<sql::Statement> prepared_;
+  std::vector<std::string> inText_;  // parameters that the text itself has
   std::unique_ptr<Cursor> cursor_;
+  std::vector<sql::Item> columns_;
+  std::map<std::string, std::size_t, std::less<>> columnByName_;
+
   DatasetState state_ = DatasetState::Inactive;
   bool eof_ = false, bof_ = false;
   bool modified_ = false;
-  std::vector<Value> pending_;   // values of the row in edit or insert state
-  std::vector<bool> touched_;    // which of them were written
+  std::vector<Value> pending_;  // the row in edit or insert state
+  std::vector<bool> touched_;   // which of its fields were written
 
   std::string filterText_;
   bool filtered_ = false;

@@ -32,6 +32,8 @@ class FieldRef {
   std::string name_;
 };
 
-inline bool operator==(const FieldRef& a, const Value& b) { return a.get() == b; }
+inline bool operator==(const FieldRef& a, const Value& b) {
+  return a.get() == b;
+}
 
 }  // namespace tavoline

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "data/sql/Ast.h"
+#include "data/store/Store.h"
+
+namespace tavoline {
+
+/// The rows behind an open dataset: a position in the visible rows of one statement, on one snapshot, read as
+/// they are asked for. The dataset owns it and adds states, pending values and listeners. Positions answer
+/// false, and do not move, when there is no such row.
+class Cursor {
+ public:
+  virtual ~Cursor() = default;
+
+  /// Visible rows are those that satisfy the filter (null: all). The position becomes the first, unread.
+  /// Throws StatementError or ConversionError, and then changes nothing.
+  virtual void filter(const sql::ExprPtr& filter) = 0;
+
+  virtual bool first() = 0;
+  virtual bool last() = 0;
+  virtual bool next() = 0;
+  virtual bool prior() = 0;
+  /// Whether there is a current row; finds it if the position is still unread.
+  virtual bool onRow() = 0;
+  /// Of the current row, which must exist.
+  virtual Value value(std::size_t column) = 0;
+  virtual std::vector<Value> values() = 0;  ///< Pictures left out (null) unless they were asked for.
+
+  virtual std::size_t count() = 0;
+  virtual Value valueAt(std::size_t record, std::size_t column) = 0;
+  virtual int record() = 0;  ///< -1 without a current row.
+  virtual bool moveTo(std::size_t record) = 0;
+  virtual bool locate(std::size_t column, const Value& value) = 0;
+
+  /// Newer values for the same rows, the position kept as far as its row is still there.
+  virtual void refresh(std::shared_ptr<const Snapshot> newer) = 0;
+  /// Lets go of an old snapshot where a newer one shows the same rows.
+  virtual void renew(Store& store) = 0;
+
+  virtual bool updatable() const { return false; }
+  /// Only on an updatable cursor. Columns are given as (index, value) of what is written; each is durable on
+  /// return, and throws StoreError with nothing changed. The row written is current afterwards, unless the
+  /// filter hides it: then its successor, or else its predecessor.
+  using Written = std::vector<std::pair<std::size_t, Value>>;
+  virtual void insert(Store& store, const Written& fields);
+  virtual void update(Store& store, const Written& fields);
+  virtual void erase(Store& store);
+};
+
+/// What a cursor runs: a resolved statement and the parameters as they stood at Open.
+struct CursorSource {
+  sql::Select select;
+  sql::Parameters parameters;
+  std::shared_ptr<const Snapshot> snapshot;
+  const Catalog* catalog = nullptr;
+};
+
+std::unique_ptr<Cursor> makeCursor(CursorSource source);
+
+}  // namespace tavoline

@@ -1,0 +1,389 @@
+#include "data/dataset/Dataset.h"
+
+#include <algorithm>
+
+#include "data/dataset/Cursor.h"
+#include "data/dataset/DataSource.h"
+#include "data/sql/Parser.h"
+#include "data/sql/Resolver.h"
+#include "data/value/Errors.h"
+#include "data/value/Text.h"
+
+namespace tavoline {
+
+Dataset::Dataset(std::string name, std::string statement, std::vector<std::string> parameters)
+    : name_(std::move(name)), statement_(std::move(statement)), declared_(std::move(parameters)) {}
+
+Dataset::~Dataset() = default;
+
+void Dataset::Connect(std::shared_ptr<Store> store) {
+  Close();
+  store_ = std::move(store);
+  prepared_.reset();
+}
+
+// --- Opening
+// ----------------------------------------------------------------------------------------------------
+
+void Dataset::prepare() {
+  if (prepared_) return;
+  if (!store_) throw DatasetError("« " + name_ + " » n'est relié à aucune base de données.");
+  sql::Statement parsed = sql::parseStatement(statement_);
+  inText_ = sql::parametersOf(parsed);
+  if (const auto* select = std::get_if<sql::Select>(&parsed))
+    prepared_ = sql::resolve(*select, store_->catalog());
+  else
+    prepared_ = sql::resolve(std::get<sql::Update>(parsed), store_->catalog());
+}
+
+void Dataset::Open() {
+  if (Active()) return;
+  prepare();
+  const auto* select = std::get_if<sql::Select>(&*prepared_);
+  if (!select) throw DatasetError("« " + name_ + " » est une action : elle s'exécute et ne s'ouvre pas.");
+  auto cursor = makeCursor({*select, parameters_, store_->snapshot(), &store_->catalog()});
+  if (filtered_) cursor->filter(sql::parseFilter(filterText_));
+  cursor_ = std::move(cursor);
+  columns_ = select->items;
+  columnByName_.clear();
+  for (std::size_t i = 0; i < columns_.size(); ++i) columnByName_.emplace(foldName(columns_[i].name), i);
+  state_ = DatasetState::Browse;
+  eof_ = bof_ = false;
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Close() {
+  if (!Active()) return;
+  dropPending();
+  leaveEditing();
+  state_ = DatasetState::Inactive;
+  cursor_.reset();
+  columns_.clear();
+  columnByName_.clear();
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Reopen() {
+  Close();
+  Open();
+}
+
+bool Dataset::Active() const {
+  return state_ != DatasetState::Inactive;
+}
+
+void Dataset::Active(bool open) {
+  open ? Open() : Close();
+}
+
+bool Dataset::IsAction() const {
+  return std::holds_alternative<sql::Update>(sql::parseStatement(statement_));
+}
+
+Cursor& Dataset::open(const char* operation) const {
+  if (!cursor_) throw DatasetError("« " + name_ + " » est fermé : " + operation + " est impossible.");
+  return *cursor_;
+}
+
+void Dataset::SQL(std::string text) {
+  Close();
+  statement_ = std::move(text);
+  prepared_.reset();
+}
+
+void Dataset::CommandText(std::string text) {
+  SQL(std::move(text));
+  declared_ = sql::parametersOf(sql::parseStatement(statement_));
+}
+
+Value& Dataset::ParamByName(std::string_view name) {
+  if (!prepared_) inText_ = sql::parametersOf(sql::parseStatement(statement_));
+  const auto known = [&](const std::string& p) { return sameName(p, name); };
+  if (std::none_of(declared_.begin(), declared_.end(), known) &&
+      std::none_of(inText_.begin(), inText_.end(), known))
+    throw DatasetError("« " + name_ + " » n'a pas de paramètre « " + std::string(name) + " ».");
+  return parameters_[std::string(name)];
+}
+
+void Dataset::ExecSQL() {
+  prepare();
+  const auto* update = std::get_if<sql::Update>(&*prepared_);
+  if (!update) throw DatasetError("« " + name_ + " » ne modifie rien : il s'ouvre et ne s'exécute pas.");
+  store_->execute(*update, parameters_);
+}
+
+// --- Moving
+// -----------------------------------------------------------------------------------------------------
+
+bool Dataset::Eof() {
+  return eof_ || !open("cette lecture").onRow();
+}
+
+bool Dataset::Bof() {
+  return bof_ || !open("cette lecture").onRow();
+}
+
+void Dataset::move(bool (Cursor::*step)(), bool& flag) {
+  Cursor& cursor = open("ce déplacement");
+  endPending();
+  eof_ = bof_ = false;
+  if (!(cursor.*step)()) flag = true;
+  notify(DataEvent::Row);
+}
+
+void Dataset::First() {
+  move(&Cursor::first, eof_);
+}
+
+void Dataset::Last() {
+  move(&Cursor::last, eof_);
+}
+
+void Dataset::Next() {
+  move(&Cursor::next, eof_);
+}
+
+void Dataset::Prior() {
+  move(&Cursor::prior, bof_);
+}
+
+void Dataset::MoveTo(std::size_t record) {
+  Cursor& cursor = open("ce déplacement");
+  endPending();
+  if (!cursor.moveTo(record)) return;
+  eof_ = bof_ = false;
+  notify(DataEvent::Row);
+}
+
+bool Dataset::Locate(std::string_view field, const Value& value) {
+  Cursor& cursor = open("cette recherche");
+  const std::size_t index = column(field);
+  endPending();
+  if (!cursor.locate(index, value)) return false;
+  eof_ = bof_ = false;
+  notify(DataEvent::Row);
+  return true;
+}
+
+std::size_t Dataset::RecordCount() {
+  return open("cette lecture").count();
+}
+
+Value Dataset::ValueAt(std::size_t record, std::size_t index) {
+  return open("cette lecture").valueAt(record, index);
+}
+
+int Dataset::RecordNumber() {
+  return state_ == DatasetState::Insert ? -1 : open("cette lecture").record();
+}
+
+// --- Editing
+// ----------------------------------------------------------------------------------------------------
+
+void Dataset::Edit() {
+  if (editing()) return;
+  Cursor& cursor = open("cette modification");
+  if (!cursor.updatable())
+    throw DatasetError("Les données de « " + name_ + " » ne peuvent pas être modifiées.");
+  if (!cursor.onRow()) return Insert();
+  pending_ = cursor.values();
+  touched_.assign(pending_.size(), false);
+  modified_ = false;
+  state_ = DatasetState::Edit;
+  notify(DataEvent::State);
+}
+
+void Dataset::Insert() {
+  Cursor& cursor = open("cet ajout");
+  if (!cursor.updatable()) throw DatasetError("Rien ne peut être ajouté à « " + name_ + " ».");
+  endPending();
+  pending_.assign(columns_.size(), Value());
+  touched_.assign(columns_.size(), false);
+  modified_ = false;
+  state_ = DatasetState::Insert;
+  notify(DataEvent::Row);
+}
+
+void Dataset::Post() {
+  Cursor& cursor = open("cet enregistrement");
+  if (!editing()) return;
+  giveUpPending();
+  Cursor::Written written;
+  for (std::size_t i = 0; i < pending_.size(); ++i)
+    if (touched_[i]) written.emplace_back(i, pending_[i]);
+  if (state_ == DatasetState::Insert) {
+    cursor.insert(*store_, written);
+    eof_ = bof_ = false;
+  } else if (!written.empty()) {
+    cursor.update(*store_, written);
+  }
+  leaveEditing();
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Cancel() {
+  if (!editing()) return;
+  dropPending();
+  leaveEditing();
+  notify(DataEvent::Row);
+}
+
+void Dataset::Delete() {
+  Cursor& cursor = open("cette suppression");
+  if (state_ == DatasetState::Insert) return Cancel();
+  if (!cursor.onRow()) throw DatasetError("Il n'y a rien à supprimer dans « " + name_ + " ».");
+  dropPending();
+  leaveEditing();
+  cursor.erase(*store_);
+  eof_ = bof_ = false;
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Refresh() {
+  Cursor& cursor = open("cette relecture");
+  endPending();
+  cursor.refresh(store_->snapshot());
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Renew() {
+  if (cursor_) cursor_->renew(*store_);
+}
+
+/// Posts a row in which something was written; cancels one in which nothing was.
+void Dataset::endPending() {
+  if (!editing()) return;
+  giveUpPending();
+  modified_ ? Post() : Cancel();
+}
+
+void Dataset::leaveEditing() {
+  if (editing()) state_ = DatasetState::Browse;
+  modified_ = false;
+  pending_.clear();
+  touched_.clear();
+}
+
+// --- Fields
+// -----------------------------------------------------------------------------------------------------
+
+const std::vector<sql::Item>& Dataset::Columns() const {
+  return columns_;
+}
+
+int Dataset::ColumnIndex(std::string_view name) const {
+  const auto found = columnByName_.find(foldName(name));
+  return found == columnByName_.end() ? -1 : static_cast<int>(found->second);
+}
+
+std::size_t Dataset::column(std::string_view name) const {
+  const int index = ColumnIndex(name);
+  if (index < 0) throw DatasetError("« " + name_ + " » n'a pas de champ « " + std::string(name) + " ».");
+  return static_cast<std::size_t>(index);
+}
+
+Value Dataset::FieldValue(std::string_view name) {
+  Cursor& cursor = open("cette lecture");
+  const std::size_t index = column(name);
+  if (!editing()) return cursor.onRow() ? cursor.value(index) : Value();
+  giveUpPending();
+  // A picture is read only when asked for, so an edited row holds the one that was written to it, if any.
+  const bool stored =
+      state_ == DatasetState::Edit && !touched_[index] && columns_[index].type == FieldType::Blob;
+  return stored ? cursor.value(index) : pending_[index];
+}
+
+void Dataset::SetFieldValue(std::string_view name, const Value& value) {
+  open("cette saisie");
+  const std::size_t index = column(name);
+  if (!editing())
+    throw DatasetError("« " + name_ + " » n'est pas en cours de saisie : le champ « " + std::string(name) +
+                       " » ne peut pas être rempli.");
+  pending_[index] = value.as(columns_[index].type);
+  touched_[index] = true;
+  modified_ = true;
+  notify(DataEvent::Row);
+}
+
+// --- Filter
+// -----------------------------------------------------------------------------------------------------
+
+void Dataset::applyFilter(bool on) {
+  if (!cursor_) return;
+  cursor_->filter(on ? sql::parseFilter(filterText_) : nullptr);
+  eof_ = bof_ = false;
+}
+
+void Dataset::Filter(std::string text) {
+  filterText_ = std::move(text);
+  if (!filtered_) return;
+  endPending();
+  applyFilter(true);
+  notify(DataEvent::Rows);
+}
+
+void Dataset::Filtered(bool on) {
+  if (on == filtered_) return;
+  endPending();
+  applyFilter(on);
+  filtered_ = on;
+  notify(DataEvent::Rows);
+}
+
+void Dataset::FilterBy(std::string text) {
+  Filtered(false);
+  Filter(std::move(text));
+  Filtered(true);
+}
+
+// --- Partners
+// ---------------------------------------------------------------------------------------------------
+
+void Dataset::notify(DataEvent event) {
+  if (controlsDisabled_) return;
+  for (DataSource* partner : partners_)
+    for (DataListener* listener : partner->listeners_) listener->dataEvent(event);
+}
+
+void Dataset::giveUpPending() {
+  if (askingControls_) return;  // a control that writes its field must not be asked again for it
+  askingControls_ = true;
+  struct Done {
+    bool& flag;
+    ~Done() { flag = false; }
+  } done{askingControls_};
+  for (DataSource* partner : partners_) {
+    const auto listeners = partner->listeners_;
+    for (DataListener* listener : listeners) listener->giveUpPending();
+  }
+}
+
+void Dataset::dropPending() {
+  for (DataSource* partner : partners_) {
+    const auto listeners = partner->listeners_;
+    for (DataListener* listener : listeners) listener->dropPending();
+  }
+}
+
+DataSource::DataSource(std::string name, Dataset& dataset) : name_(std::move(name)), dataset_(dataset) {
+  dataset.partners_.push_back(this);
+}
+
+void DataSource::add(DataListener* listener) {
+  listeners_.push_back(listener);
+}
+
+void DataSource::remove(DataListener* listener) {
+  std::erase(listeners_, listener);
+}
+
+Value FieldRef::get() const {
+  return dataset_.FieldValue(name_);
+}
+
+FieldRef& FieldRef::operator=(const Value& value) {
+  dataset_.SetFieldValue(name_, value);
+  return *this;
+}
+
+}  // namespace tavoline
