@@ -107,12 +107,11 @@ bool TableCursor::settle() {
 bool TableCursor::settleAfterLoss() {
   const Key key = lost_;
   pageSize_ = 0;
-  if (lostRow_) {
-    const auto own = std::find(own_.begin(), own_.end(), *lostRow_);
-    if (own != own_.end()) {
-      const auto index = static_cast<std::size_t>(own - own_.begin());
-      return ownNext(index) || ownPrior(index) || last();
-    }
+  ownRows();  // drops those that were deleted elsewhere
+  const bool wasOwn = std::binary_search(own_.begin(), own_.end(), lostRow_) || (ceiling_ && lostRow_ > *ceiling_);
+  if (wasOwn) {
+    const auto index = static_cast<std::size_t>(std::lower_bound(own_.begin(), own_.end(), lostRow_) - own_.begin());
+    return ownNext(index) || ownPrior(index) || loadPage(std::nullopt, true, true);
   }
   return loadPage(key, true, false) || ownNext(0) || loadPage(key, false, true);
 }

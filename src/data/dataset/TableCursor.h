@@ -95,7 +95,7 @@ class TableCursor : public Cursor {
   sql::Select narrowed_;          // the statement under the filter
   std::optional<RowId> ceiling_;  // highest row number at Open, once a refresh has moved on from that version
   std::map<RowId, Change> changes_;
-  std::vector<RowId> own_;  // inserted by this cursor, in that order
+  std::vector<RowId> own_;  // inserted by this cursor, in that order: ascending
   std::map<RowId, Row> ownRead_;
 
   Where where_ = Where::Unread;
@@ -104,7 +104,7 @@ class TableCursor : public Cursor {
   std::size_t pageSize_ = 0;
   std::size_t at_ = 0;  // in page_, or in own_
   Key lost_;
-  std::optional<RowId> lostRow_;
+  RowId lostRow_ = 0;
 
   std::optional<std::vector<RowId>> list_;
   std::size_t listOwn_ = 0;  // how many at the list's end are own rows

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+
+#include "data/store/Store.h"
+
+namespace tavoline {
+
+/// Counts what passes between datasets and a store, so that tests can say what a gesture costs.
+struct StoreCounts {
+  int snapshots = 0, queries = 0, rows = 0, writes = 0;
+};
+
+class CountingStore : public Store {
+ public:
+  CountingStore(std::shared_ptr<Store> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+
+  const Catalog& catalog() const override { return inner_->catalog(); }
+  std::shared_ptr<const Snapshot> snapshot() override {
+    ++counts_.snapshots;
+    return std::make_shared<Version>(inner_->snapshot(), counts_);
+  }
+  RowId insert(const std::string& table, const FieldValues& fields) override {
+    ++counts_.writes;
+    return inner_->insert(table, fields);
+  }
+  void update(const std::string& table, RowId row, const FieldValues& fields) override {
+    ++counts_.writes;
+    inner_->update(table, row, fields);
+  }
+  void erase(const std::string& table, RowId row) override {
+    ++counts_.writes;
+    inner_->erase(table, row);
+  }
+  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override {
+    ++counts_.writes;
+    inner_->execute(resolved, parameters);
+  }
+  void idle() override { inner_->idle(); }
+
+ private:
+  class Counted : public Rows {
+   public:
+    Counted(std::unique_ptr<Rows> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+    bool next() override {
+      const bool more = inner_->next();
+      if (more) ++counts_.rows;
+      return more;
+    }
+    Value value(std::size_t column) const override { return inner_->value(column); }
+
+   private:
+    std::unique_ptr<Rows> inner_;
+    StoreCounts& counts_;
+  };
+
+  class Version : public Snapshot {
+   public:
+    Version(std::shared_ptr<const Snapshot> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+    std::unique_ptr<Rows> query(const sql::Select& select, const sql::Parameters& parameters) const override {
+      ++counts_.queries;
+      return std::make_unique<Counted>(inner_->query(select, parameters), counts_);
+    }
+    bool latest() const override { return inner_->latest(); }
+    bool unchanged(const std::vector<std::string>& tables) const override { return inner_->unchanged(tables); }
+
+   private:
+    std::shared_ptr<const Snapshot> inner_;
+    StoreCounts& counts_;
+  };
+
+  std::shared_ptr<Store> inner_;
+  StoreCounts& counts_;
+};
+
+}  // namespace tavoline
