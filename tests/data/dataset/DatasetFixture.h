@@ -9,7 +9,7 @@
 
 #include "data/DMU.h"
 #include "data/dataset/Dataset.h"
-#include "tools/store/Schema.h"
+#include "tools/store/Creation.h"
 
 namespace tavoline {
 
@@ -21,7 +21,7 @@ class DatasetTest : public testing::Test {
     std::string name = (std::filesystem::temp_directory_path() / "tavoline-XXXXXX").string();
     ASSERT_NE(mkdtemp(name.data()), nullptr);
     folder = name;
-    createStore(file(), "secret");
+    tool::createStore(file(), "secret");
     here = openStore();
     there = openStore();
   }
