@@ -13,7 +13,8 @@ struct StoreCounts {
 
 class CountingStore : public Store {
  public:
-  CountingStore(std::shared_ptr<Store> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+  CountingStore(std::shared_ptr<Store> inner, StoreCounts& counts)
+      : inner_(std::move(inner)), counts_(counts) {}
 
   const Catalog& catalog() const override { return inner_->catalog(); }
   std::shared_ptr<const Snapshot> snapshot() override {
@@ -56,13 +57,16 @@ class CountingStore : public Store {
 
   class Version : public Snapshot {
    public:
-    Version(std::shared_ptr<const Snapshot> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+    Version(std::shared_ptr<const Snapshot> inner, StoreCounts& counts)
+        : inner_(std::move(inner)), counts_(counts) {}
     std::unique_ptr<Rows> query(const sql::Select& select, const sql::Parameters& parameters) const override {
       ++counts_.queries;
       return std::make_unique<Counted>(inner_->query(select, parameters), counts_);
     }
     bool latest() const override { return inner_->latest(); }
-    bool unchanged(const std::vector<std::string>& tables) const override { return inner_->unchanged(tables); }
+    bool unchanged(const std::vector<std::string>& tables) const override {
+      return inner_->unchanged(tables);
+    }
 
    private:
     std::shared_ptr<const Snapshot> inner_;

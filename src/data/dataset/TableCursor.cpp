@@ -108,9 +108,11 @@ bool TableCursor::settleAfterLoss() {
   const Key key = lost_;
   pageSize_ = 0;
   ownRows();  // drops those that were deleted elsewhere
-  const bool wasOwn = std::binary_search(own_.begin(), own_.end(), lostRow_) || (ceiling_ && lostRow_ > *ceiling_);
+  const bool wasOwn =
+      std::binary_search(own_.begin(), own_.end(), lostRow_) || (ceiling_ && lostRow_ > *ceiling_);
   if (wasOwn) {
-    const auto index = static_cast<std::size_t>(std::lower_bound(own_.begin(), own_.end(), lostRow_) - own_.begin());
+    const auto index =
+        static_cast<std::size_t>(std::lower_bound(own_.begin(), own_.end(), lostRow_) - own_.begin());
     return ownNext(index) || ownPrior(index) || loadPage(std::nullopt, true, true);
   }
   return loadPage(key, true, false) || ownNext(0) || loadPage(key, false, true);

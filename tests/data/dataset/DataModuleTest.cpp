@@ -27,8 +27,11 @@ class DataModule : public DatasetTest {
         "insert into type(code, Type_Produit) values (1, 'BOISSONS');"
         "insert into article(code_barre, designation_article, id_categorie, qte_stock, prix_vente, desto)"
         " values ('1', 'EAU', 1, 50, 40, 'OUI'), ('2', 'THÉ', 1, 50, 30, 'OUI');"
-        "insert into Table_(ID_table, \"table\", etat, control, n_commande) values (1, 'T1', 'OFF', 'close', 0);"
-        "with recursive n(i) as (select 1 union all select i + 1 from n where i < " + std::to_string(orders) + ")"
+        "insert into Table_(ID_table, \"table\", etat, control, n_commande) values (1, 'T1', 'OFF', 'close', "
+        "0);"
+        "with recursive n(i) as (select 1 union all select i + 1 from n where i < " +
+        std::to_string(orders) +
+        ")"
         " insert into commande(n_commande, \"table\", login, etat_commande, en_caisser, date_commande, tcc)"
         " select i, 'T1', '1', 'Terminer', 'no', '2020-01-01 10:00:00.000', 40 from n;"
         "insert into relation_commande(n_commande, code_article, article, qte, prix, total)"
@@ -44,8 +47,8 @@ void tap(TDM& dm, const std::string& designation, const std::string& number) {
   dm.Article.FilterBy("designation_article='" + designation + "'");
   dm.relation_commande1.FilterBy("n_commande=" + quoted(number));
   dm.sum_commande.FilterBy("n_commande=" + quoted(number));
-  dm.relation_commande.FilterBy("n_commande=" + quoted(number) + "and code_article=" +
-                                quoted(dm.Article["code_barre"].text()));
+  dm.relation_commande.FilterBy("n_commande=" + quoted(number) +
+                                "and code_article=" + quoted(dm.Article["code_barre"].text()));
   ASSERT_EQ(dm.Article["desto"].text(), "OUI");
   const bool known = !dm.relation_commande["n_commande"].isNull();
   const std::int64_t before = known ? dm.relation_commande["qte"].toInteger() : 0;
@@ -71,27 +74,31 @@ void tap(TDM& dm, const std::string& designation, const std::string& number) {
     dm.Table_.Post();
   }
   dm.Table_.Filtered(false);
-  for (std::size_t i = 0; i < dm.relation_commande1.RecordCount(); ++i) (void)dm.relation_commande1.ValueAt(i, 5);
+  for (std::size_t i = 0; i < dm.relation_commande1.RecordCount(); ++i)
+    (void)dm.relation_commande1.ValueAt(i, 5);
   EXPECT_FALSE(dm.sum_commande["SumOftotal"].isNull());
 }
 
 TEST_F(DataModule, OpensEverythingOnAnEmptyStoreButTheActions) {
   TDM dm(here);
   EXPECT_EQ(dm.Datasets().size(), 61u);
-  for (Dataset* dataset : dm.Datasets()) EXPECT_EQ(dataset->Active(), !dataset->IsAction()) << dataset->Name();
+  for (Dataset* dataset : dm.Datasets())
+    EXPECT_EQ(dataset->Active(), !dataset->IsAction()) << dataset->Name();
   for (const char* action : {"X", "XX", "XXX", "X_D"}) EXPECT_FALSE(dm.Find(action)->Active());
   EXPECT_EQ(dm.Source("datasourcecommande"), &dm.DataSourceCommande);
   EXPECT_EQ(dm.Source("DataSourceXYZ"), nullptr);
   EXPECT_EQ(dm.Find("Commande"), nullptr);
 
-  // Aggregates over nothing: a row with null for the highest, 0 for a count; parameters still null give no row.
+  // Aggregates over nothing: a row with null for the highest, 0 for a count; parameters still null give no
+  // row.
   for (const char* highest : {"C", "T", "E", "F", "D", "op", "T_p", "min", "last", "lastt"}) {
     Dataset& row = *dm.Find(highest);
     EXPECT_EQ(row.RecordCount(), 1u) << highest;
     EXPECT_TRUE(row.FieldValue(row.Columns()[0].name).isNull()) << highest;
   }
   for (const char* count : {"A", "CS", "CSS"}) EXPECT_EQ((*dm.Find(count))[count].toInteger(), 0) << count;
-  for (const char* none : {"xx1", "null4", "xxx1", "x2", "xx2", "Null44", "xxx3", "x33", "Count_accee", "sum_commande"})
+  for (const char* none :
+       {"xx1", "null4", "xxx1", "x2", "xx2", "Null44", "xxx3", "x33", "Count_accee", "sum_commande"})
     EXPECT_TRUE(dm.Find(none)->Eof()) << none;
 }
 
@@ -165,7 +172,8 @@ TEST_F(DataModule, ACommandTakesItsParametersFromItsNewText) {
   dm.Calcul_dep.Open();
   EXPECT_EQ(dm.Calcul_dep["SumOfmontant_dep"].text(), "100,5");
   dm.Calcul_dep.Close();
-  dm.Calcul_dep.CommandText("select Sum(depence.montant_dep) as S from depence where depence.id_caisse like :desk");
+  dm.Calcul_dep.CommandText(
+      "select Sum(depence.montant_dep) as S from depence where depence.id_caisse like :desk");
   EXPECT_THROW(dm.Calcul_dep.ParamByName("x"), DatasetError);
   dm.Calcul_dep.ParamByName("DESK") = "c00%";
   dm.Calcul_dep.Open();

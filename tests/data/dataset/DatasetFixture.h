@@ -53,7 +53,8 @@ class DatasetTest : public testing::Test {
 
 /// A dataset already connected.
 struct Connected : Dataset {
-  Connected(const std::shared_ptr<Store>& store, const char* statement, std::vector<std::string> parameters = {})
+  Connected(const std::shared_ptr<Store>& store, const char* statement,
+            std::vector<std::string> parameters = {})
       : Dataset("essai", statement, std::move(parameters)) {
     Connect(store);
   }

@@ -190,7 +190,8 @@ TEST_F(States, StoredDefaultsShowAfterAnInsert) {
   EXPECT_TRUE(orders["tcc"].isNull());
 }
 
-// --- Bound controls ---------------------------------------------------------------------------------------------
+// --- Bound controls
+// ---------------------------------------------------------------------------------------------
 
 class TypedText : public DataListener {
  public:

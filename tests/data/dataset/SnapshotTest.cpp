@@ -69,7 +69,8 @@ TEST_F(Snapshots, IdleTimeExchangesOnlyWhatShowsTheSameRows) {
   tables.Open();
   names.Open();
   addPlace(*here, 2, "deux");
-  for (Dataset* each : {static_cast<Dataset*>(&places), static_cast<Dataset*>(&tables), static_cast<Dataset*>(&names)})
+  for (Dataset* each :
+       {static_cast<Dataset*>(&places), static_cast<Dataset*>(&tables), static_cast<Dataset*>(&names)})
     each->Renew();
   EXPECT_EQ(places.RecordCount(), 1u);
   EXPECT_EQ(names.RecordCount(), 1u);
@@ -79,7 +80,8 @@ TEST_F(Snapshots, IdleTimeExchangesOnlyWhatShowsTheSameRows) {
 TEST_F(Snapshots, ParametersStandAsTheyWereAtOpen) {
   addPlace(*here, 1, "un");
   addPlace(*here, 2, "deux");
-  Connected places(here, "select Endroit.Endoit from Endroit where Endroit.ID_endroit between :x and :y", {"z"});
+  Connected places(here, "select Endroit.Endoit from Endroit where Endroit.ID_endroit between :x and :y",
+                   {"z"});
   places.Open();
   EXPECT_TRUE(places.Eof());
   places.Close();
@@ -95,7 +97,9 @@ TEST_F(Snapshots, ParametersStandAsTheyWereAtOpen) {
 
 TEST_F(Snapshots, PicturesComeOneByOneAndSurviveAnEditOfAnotherField) {
   const auto picture = std::make_shared<const Bytes>(Bytes{1, 2, 3, 0, 255});
-  here->insert("article", {{"code_barre", Value("1")}, {"designation_article", Value("CAFÉ")}, {"image", Value(picture)}});
+  here->insert(
+      "article",
+      {{"code_barre", Value("1")}, {"designation_article", Value("CAFÉ")}, {"image", Value(picture)}});
   Connected articles(here, "select * from article order by code_barre");
   articles.Open();
   articles.Edit();
@@ -111,7 +115,8 @@ TEST_F(Snapshots, PicturesComeOneByOneAndSurviveAnEditOfAnotherField) {
   EXPECT_EQ(articles["image"].get().toBytes()->size(), 1u);
 }
 
-// --- Against a plain model --------------------------------------------------------------------------------------
+// --- Against a plain model
+// --------------------------------------------------------------------------------------
 
 /// The rows as a whole table in memory would show them, for random series of operations.
 struct Model {
@@ -137,9 +142,10 @@ struct Model {
   }
   void settle(int i) { at = after(i) >= 0 ? after(i) : before(i); }
   void sort(bool byCode, std::size_t count) {
-    std::stable_sort(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count), [&](const Row& a, const Row& b) {
-      return byCode && a.code != b.code ? a.code < b.code : a.id < b.id;
-    });
+    std::stable_sort(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count),
+                     [&](const Row& a, const Row& b) {
+                       return byCode && a.code != b.code ? a.code < b.code : a.id < b.id;
+                     });
   }
   std::string list() const {
     std::string text;
@@ -166,7 +172,8 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   int nextId = 0;
   const auto fresh = [&] {
     const int id = ++nextId;
-    return Model::Row{id, std::to_string((id * 7919) % 100000), std::string(1, static_cast<char>('a' + pick(3)))};
+    return Model::Row{id, std::to_string((id * 7919) % 100000),
+                      std::string(1, static_cast<char>('a' + pick(3)))};
   };
   const auto fields = [](const Model::Row& r) {
     return FieldValues{{"code_barre", Value(r.code)}, {"autre", Value(r.value)}, {"qte_min", Value(r.id)}};
@@ -179,7 +186,9 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   }
   Connected rows(here, byCode ? "select * from article order by code_barre" : "select * from article");
   Model model;
-  const auto inStore = [&](int id) { return std::find_if(stored.begin(), stored.end(), [&](auto& r) { return r.id == id; }); };
+  const auto inStore = [&](int id) {
+    return std::find_if(stored.begin(), stored.end(), [&](auto& r) { return r.id == id; });
+  };
   const auto reopen = [&] {
     rows.Reopen();
     model.rows = stored;
@@ -212,8 +221,10 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
         }
       }
       (void)id;
-      if (any) model.settle(position - static_cast<int>(gone));
-      else model.settle(0);
+      if (any)
+        model.settle(position - static_cast<int>(gone));
+      else
+        model.settle(0);
     } else if (choice == 2) {
       model.wanted = pick(2) ? std::string(1, static_cast<char>('a' + pick(4))) : "";
       did = "filter " + model.wanted;
@@ -296,11 +307,13 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
         if (const int p = model.after(model.at + 1); p >= 0) model.at = p;
       }
     }
-    ASSERT_EQ(rows["code_barre"].text(), model.at < 0 ? "" : current().code) << "step " << step << ": " << did;
+    ASSERT_EQ(rows["code_barre"].text(), model.at < 0 ? "" : current().code)
+        << "step " << step << ": " << did;
     if (step % 10 == 0) {
       ASSERT_EQ(all(rows), model.list()) << "step " << step << ": " << did;
       std::string walked;
-      for (rows.First(); !rows.Eof(); rows.Next()) walked += rows["code_barre"].text() + ":" + rows["autre"].text() + " ";
+      for (rows.First(); !rows.Eof(); rows.Next())
+        walked += rows["code_barre"].text() + ":" + rows["autre"].text() + " ";
       ASSERT_EQ(walked, model.list()) << "step " << step << ": " << did;
       rows.First();
       model.settle(0);
