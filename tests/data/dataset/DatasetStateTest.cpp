@@ -156,7 +156,6 @@ TEST_F(States, FieldsConvertAndRefuse) {
   EXPECT_EQ((*places)["ID_endroit"].toInteger(), 12);
   EXPECT_THROW((*places)["ID_endroit"] = "", ConversionError);
   EXPECT_THROW((*places)["ID_endroit"] = "douze", ConversionError);
-  EXPECT_THROW((*places)["absent"], DatasetError) << "reading";
   EXPECT_THROW((void)(*places)["absent"].get(), DatasetError);
   EXPECT_EQ((*places)["ID_endroit"].toInteger(), 12);
 }
@@ -193,7 +192,7 @@ TEST_F(States, StoredDefaultsShowAfterAnInsert) {
 // --- Bound controls
 // ---------------------------------------------------------------------------------------------
 
-class TypedText : public DataListener {
+class TypedText final : public DataListener {
  public:
   TypedText(DataSource& source, const char* field) : source_(source), field_(field) { source_.add(this); }
   ~TypedText() { source_.remove(this); }

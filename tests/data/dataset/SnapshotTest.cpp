@@ -208,7 +208,6 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
     } else if (choice == 1) {
       did = "refresh";
       rows.Refresh();
-      const int id = any ? current().id : 0;
       const int position = model.at;
       std::size_t gone = 0;
       for (std::size_t i = 0; i < model.rows.size();) {
@@ -220,18 +219,18 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
           model.rows[i++].value = now->value;
         }
       }
-      (void)id;
       if (any)
         model.settle(position - static_cast<int>(gone));
       else
         model.settle(0);
     } else if (choice == 2) {
+      const bool wasOn = !model.wanted.empty();
       model.wanted = pick(2) ? std::string(1, static_cast<char>('a' + pick(4))) : "";
       did = "filter " + model.wanted;
       rows.Filtered(false);
       rows.Filter("autre='" + model.wanted + "'");
       rows.Filtered(!model.wanted.empty());
-      model.settle(0);
+      if (wasOn || !model.wanted.empty()) model.settle(0);
     } else if (choice == 3) {
       did = "insert";
       Model::Row row = fresh();
@@ -265,7 +264,6 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
     } else if (choice == 6 && stored.size() > 5) {  // another workstation
       did = "elsewhere";
       const auto victim = stored.begin() + pick(stored.size());
-      const Connected look(there, "select * from article");
       Connected other(there, "select * from article");
       other.Open();
       ASSERT_TRUE(other.Locate("qte_min", victim->id));
@@ -322,7 +320,7 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Orders, Walks, testing::Values(false, true),
-                         [](const auto& info) { return info.param ? "ByCode" : "ByInsertion"; });
+                         [](const auto& order) { return order.param ? "ByCode" : "ByInsertion"; });
 
 }  // namespace
 }  // namespace tavoline
