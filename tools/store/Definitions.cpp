@@ -32,9 +32,8 @@ std::string columnDefinition(const Engine& engine, const Table& table, const Col
   if (!column.defaultValue.empty()) sql += " DEFAULT " + std::string(column.defaultValue);
   if (column.type == FieldType::Text && column.width) {
     const std::string width = std::to_string(column.width);
-    const std::string constraint =
-        "largeur_" + std::string(table.name) + '_' + std::string(column.name) + '_' + width;
-    sql += " CONSTRAINT " + engine.quoted(constraint) + " CHECK (length(" + name + ") <= " + width + ')';
+    sql += " CONSTRAINT " + engine.quoted(widthConstraint(table, column)) + " CHECK (length(" + name +
+           ") <= " + width + ')';
   }
   return sql;
 }
@@ -63,6 +62,11 @@ std::string literal(std::string_view text) {
 }
 
 }  // namespace
+
+std::string widthConstraint(const Table& table, const Column& column) {
+  return "largeur_" + std::string(table.name) + '_' + std::string(column.name) + '_' +
+         std::to_string(column.width);
+}
 
 const Engine& sqliteEngine() {
   static const SqliteEngine engine;

@@ -37,6 +37,9 @@ struct Table {
 const std::vector<Table>& tables();
 const Table& table(std::string_view name);  ///< Throws std::out_of_range.
 
+/// Name of the constraint that holds a text to its width: `largeur_TABLE_COLUMN_WIDTH`.
+std::string widthConstraint(const Table& table, const Column& column);
+
 /// The password that a store records when nothing else is asked; workstations present it in their connection
 /// string.
 inline constexpr std::string_view kStorePassword = "rainandshine20042011";

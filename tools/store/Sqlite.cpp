@@ -1,5 +1,7 @@
 #include "tools/store/Sqlite.h"
 
+#include <filesystem>
+
 #include "data/value/Errors.h"
 
 namespace tavoline::tool {
@@ -31,6 +33,12 @@ std::string sentence(int code, const std::string& detail) {
   }
 }
 
+// Whoever opens a file for reading only leaves its log behind, and whoever opens it for writing folds a log
+// that was left: the one where there is no log, the other where there is one, would change what is looked at.
+int observing(const std::string& path) {
+  return std::filesystem::exists(path + "-wal") ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+}
+
 }  // namespace
 
 void raise(sqlite3* handle, int code) {
@@ -38,15 +46,15 @@ void raise(sqlite3* handle, int code) {
 }
 
 Database::Database(const std::string& path, Mode mode) {
-  int flags = SQLITE_OPEN_READWRITE;
-  if (mode == Mode::Create) flags |= SQLITE_OPEN_CREATE;
-  if (mode == Mode::ReadOnly) flags = SQLITE_OPEN_READONLY;
+  int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+  if (mode == Mode::Observe) flags = observing(path);
   sqlite3* handle = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
   if (code != SQLITE_OK) raise(handle, code);
   sqlite3_extended_result_codes(handle, 1);
   sqlite3_busy_timeout(handle, kBusyMilliseconds);
+  if (mode == Mode::Observe) execute("PRAGMA query_only = ON");
 }
 
 void Database::execute(const std::string& sql) {
@@ -60,6 +68,15 @@ Statement Database::prepare(std::string_view sql) {
       sqlite3_prepare_v2(handle(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
   if (code != SQLITE_OK) raise(handle(), code);
   return Statement(statement);
+}
+
+Statement Database::inserter(std::string_view table, const std::vector<std::string_view>& columns) {
+  std::string names, places;
+  for (std::string_view column : columns) {
+    names += (names.empty() ? "\"" : ", \"") + std::string(column) + '"';
+    places += places.empty() ? "?" : ", ?";
+  }
+  return prepare("INSERT INTO \"" + std::string(table) + "\" (" + names + ") VALUES (" + places + ')');
 }
 
 std::int64_t Database::integer(std::string_view sql) {

@@ -15,11 +15,14 @@ class Statement;
 /// A connection of the tool to an SQLite file. Everything throws StoreError with a French sentence.
 class Database {
  public:
-  enum class Mode { Create, ReadOnly, ReadWrite };
+  /// Observe changes nothing, neither the file nor what stands beside it, and lets everybody else write.
+  enum class Mode { Create, Observe };
   Database(const std::string& path, Mode mode);
 
   void execute(const std::string& sql);
   Statement prepare(std::string_view sql);
+  /// An insertion of `columns` into `table`, to be run with their values in this order.
+  Statement inserter(std::string_view table, const std::vector<std::string_view>& columns);
   std::int64_t integer(std::string_view sql);  ///< First column of the first row; 0 if there is none.
   std::string text(std::string_view sql);      ///< The same as text; empty if there is none.
   void close();                                ///< Throws if the engine could not finish its work.
@@ -49,7 +52,8 @@ class Statement {
   void bind(int place, std::int64_t value);
   void bind(int place, int value) { bind(place, static_cast<std::int64_t>(value)); }
   void bind(int place, double value);
-  void bind(int place, std::string_view value);  ///< Copied.
+  void bind(int place,
+            std::string_view value);  ///< Copied; a view of nothing, as std::string_view(), gives null.
   void bind(int place, const std::string& value) { bind(place, std::string_view(value)); }
   void bind(int place, const char* value) { bind(place, std::string_view(value)); }
   void bind(int place, const std::vector<std::uint8_t>& bytes);  ///< Copied; no bytes at all give null.

@@ -1,0 +1,169 @@
+#include "tools/store/Commands.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <ostream>
+
+#include "data/value/Text.h"
+#include "tools/store/Arguments.h"
+#include "tools/store/Backup.h"
+#include "tools/store/Check.h"
+#include "tools/store/Creation.h"
+#include "tools/store/demo/Cafeteria.h"
+#include "tools/store/demo/Demo.h"
+
+namespace tavoline::tool {
+namespace {
+
+constexpr int kDone = 0, kFailed = 1, kWronglyCalled = 2;
+constexpr std::int64_t kMostOrders = 10'000'000;
+constexpr std::size_t kLoginWidth = 4;  // Orders and expenses copy the login into columns of this width.
+
+constexpr std::string_view kHelp = R"(NOM
+    tavoline-store - crée, remplit, contrôle et sauvegarde la base d'un établissement Tavoline
+
+SYNOPSIS
+    tavoline-store create FICHIER [--login CODE] [--password MOT] [--nom NOM] [--prenom PRENOM] [--role ROLE]
+    tavoline-store demo FICHIER
+    tavoline-store generate FICHIER --orders N [--seed S] [--pictures]
+    tavoline-store check FICHIER
+    tavoline-store backup FICHIER COPIE
+    tavoline-store --help | --version
+
+DESCRIPTION
+    Le programme lit sa base dans le fichier BDD.mdb de son dossier de travail. Il ne la crée ni ne la modifie dans
+    sa forme : c'est le rôle de cet outil. Aucune commande ne remplace un fichier qui existe, et un fichier
+    n'apparaît sous son nom qu'une fois complet.
+
+    create     Crée une base neuve : les dix-sept tables, la TVA à 19 % (« Modifier TVA » la change) et un premier
+               compte, par lequel on crée les autres.
+    demo       Crée une cafétéria de démonstration : places et tables, articles avec leurs images, personnel, caisses,
+               fournisseurs, clients et quelques semaines d'activité jusqu'à hier.
+    generate   Crée la même cafétéria avec dix ans d'historique, pour mesurer les temps de réponse.
+    check      Dit si une base est saine. Ne modifie rien ; les postes peuvent continuer.
+    backup     Copie une base telle qu'elle est à cet instant, pendant que les postes continuent.
+
+OPTIONS
+    --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
+    --password MOT     Son mot de passe. Sinon 1010.
+    --nom NOM          Son nom. Sinon Administrateur.
+    --prenom PRENOM    Son prénom. Sinon Principal.
+    --role ROLE        Admin, KeyUser ou User. Sinon Admin.
+    --orders N         Nombre de commandes terminées, environ quatre lignes chacune.
+    --seed S           Graine du hasard ; la même graine donne le même historique le même jour. Sinon 1.
+    --pictures         Dessine aussi les images des articles.
+
+ÉTAT DE SORTIE
+    0   fait ; pour check, la base est saine
+    1   échec, dit sur la sortie d'erreur ; pour check, la base n'est pas saine
+    2   mauvais appel
+
+EXEMPLES
+    tavoline-store create BDD.mdb --login 10 --password 4711 --nom Benali --prenom Karima
+    tavoline-store backup BDD.mdb "sauvegardes/$(date +%F).mdb"
+)";
+
+int create(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 1, {"--login", "--password", "--nom", "--prenom", "--role"}, {});
+  const std::string login = arguments.text("--login", "10"), password = arguments.text("--password", "1010");
+  const std::string surname = arguments.text("--nom", "Administrateur");
+  const std::string firstName = arguments.text("--prenom", "Principal"),
+                    role = arguments.text("--role", "Admin");
+  if (login.empty() || characterCount(login) > kLoginWidth)
+    throw UsageError("le code du compte doit avoir de un à quatre caractères");
+  constexpr std::array<std::string_view, 3> kRoles = {"Admin", "KeyUser", "User"};
+  if (std::find(kRoles.begin(), kRoles.end(), role) == kRoles.end())
+    throw UsageError("le rôle est Admin, KeyUser ou User");
+
+  createStore(arguments.file(0), schema::kStorePassword, [&](Database& database) {
+    database.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
+    database.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role"})
+        .run(login, password, surname, firstName, role);
+  });
+  out << "« " << arguments.file(0) << " » est créée. Premier compte : login " << login << ", mot de passe "
+      << password << " (" << role << ").\n";
+  return kDone;
+}
+
+void tellPictures(const DemoReport& report, std::ostream& out) {
+  if (!report.withoutPictures.empty())
+    out << "Les articles n'ont pas d'image : " << report.withoutPictures << ".\n";
+}
+
+int demo(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 1, {}, {});
+  const DemoReport report = createDemo(arguments.file(0));
+  out << "« " << arguments.file(0) << " » est créée : " << demoArticles().size() << " articles, "
+      << demoTables().size() << " tables, " << report.orders << " commandes terminées.\n";
+  for (const DemoUser& user : demoUsers())
+    out << "  " << user.firstName << ' ' << user.surname << " (" << user.role << ") : login " << user.login
+        << ", mot de passe " << user.password << '\n';
+  tellPictures(report, out);
+  return kDone;
+}
+
+int generate(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 1, {"--orders", "--seed"}, {"--pictures"});
+  if (!arguments.has("--orders")) throw UsageError("il manque --orders N, le nombre de commandes");
+  Generation generation;
+  generation.orders = arguments.number("--orders", 0, kMostOrders);
+  generation.seed = static_cast<std::uint64_t>(arguments.number("--seed", 1, INT64_MAX));
+  generation.pictures = arguments.has("--pictures");
+  const DemoReport report = createGenerated(arguments.file(0), generation);
+  out << "« " << arguments.file(0) << " » est créée : " << report.orders << " commandes, " << report.lines
+      << " lignes.\n";
+  tellPictures(report, out);
+  return kDone;
+}
+
+int check(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 1, {}, {});
+  const std::vector<std::string> findings = checkStore(arguments.file(0));
+  out << "« " << arguments.file(0) << (findings.empty() ? " » est saine.\n" : " » n'est pas saine :\n");
+  for (const std::string& finding : findings) out << "  - " << finding << '\n';
+  return findings.empty() ? kDone : kFailed;
+}
+
+int backup(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 2, {}, {});
+  backupStore(arguments.file(0), arguments.file(1));
+  out << "« " << arguments.file(0) << " » est copiée dans « " << arguments.file(1) << " ».\n";
+  return kDone;
+}
+
+int run(const std::vector<std::string>& words, std::ostream& out) {
+  using Command = int (*)(const std::vector<std::string>&, std::ostream&);
+  constexpr std::pair<std::string_view, Command> kCommands[] = {
+      {"create", create}, {"demo", demo}, {"generate", generate}, {"check", check}, {"backup", backup}};
+
+  if (words.empty()) throw UsageError("il manque la commande");
+  if (std::find(words.begin(), words.end(), "--help") != words.end()) {
+    out << kHelp;
+    return kDone;
+  }
+  if (words.front() == "--version") {
+    out << "tavoline-store " TAVOLINE_VERSION "\n";
+    return kDone;
+  }
+  for (const auto& [name, command] : kCommands)
+    if (words.front() == name) return command({words.begin() + 1, words.end()}, out);
+  throw UsageError("commande inconnue « " + words.front() + " »");
+}
+
+}  // namespace
+
+int runTool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  try {
+    const int status = run(arguments, out);
+    return out.flush() ? status : kFailed;
+  } catch (const UsageError& error) {
+    err << "tavoline-store : " << error.what() << ".\nVoyez « tavoline-store --help ».\n";
+    return kWronglyCalled;
+  } catch (const std::exception& error) {
+    err << "tavoline-store : " << error.what() << '\n';
+    return kFailed;
+  }
+}
+
+}  // namespace tavoline::tool

@@ -1,0 +1,241 @@
+#include "tools/store/demo/History.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavoline::tool {
+namespace {
+
+constexpr double kFloat = 5000;  // DA left in a desk overnight.
+constexpr std::int64_t kSecond = 1000, kMinute = 60 * kSecond, kDay = 24 * 60 * kMinute;
+constexpr std::array kDiscounts = {5, 10, 10, 15, 20};  // Percent.
+constexpr int kFriday = 6;                              // The zero day was a Saturday.
+constexpr std::array kWeek = {120, 100, 95, 100, 105, 125, 70};
+constexpr std::string_view kManager = "20";
+
+DateTime at(DateTime day, int hour, int minute = 0) {
+  return DateTime::fromMillis(day.millis() + (hour * 60 + minute) * kMinute);
+}
+
+/// To the hundredth of a DA: long sums keep the digits that a person would have counted.
+double counted(double amount) {
+  return std::round(amount * 100) / 100;
+}
+
+int weekday(DateTime day) {
+  return static_cast<int>(day.millis() / kDay % 7);
+}
+
+std::string_view surname(std::string_view login) {
+  const auto users = demoUsers();
+  return std::find_if(users.begin(), users.end(), [&](const DemoUser& u) { return u.login == login; })
+      ->surname;
+}
+
+}  // namespace
+
+struct History::ExpenseRow {
+  DateTime date;
+  std::string_view type;
+  double amount;
+  std::string_view mark = "NO";  // What `en_caisser` holds; empty on a loss.
+  std::string invoice = {};
+  std::string_view user = {};
+  const DemoSupplier* supplier = nullptr;
+};
+
+History::History(Database& database, const HistoryPlan& plan)
+    : plan_(plan),
+      random_(plan.seed),
+      tables_(demoTables()),
+      insertOrder_(database.inserter(
+          "commande",
+          {"n_table", "table", "remise", "remi", "etat_commande", "HT", "TVA", "tcc", "login", "n_commande",
+           "code_client", "client", "date_commande", "id_caisse", "en_caisser", "J", "M", "A"})),
+      insertLine_(database.inserter("relation_commande",
+                                    {"n_commande", "code_article", "article", "qte", "prix", "total"})),
+      insertExpense_(database.inserter(
+          "depence",
+          {"ID_depence", "date_depense", "type_depnce", "montant_dep", "login", "n_fac", "id_utilisateur",
+           "nom_uilisateur", "id_caisse", "J", "M", "A", "code_fournisseur", "fournissur", "en_caisser"})),
+      insertInvoice_(database.inserter(
+          "facture_achat",
+          {"N_facture", "date_facture", "code_fournisseur", "nom_fournisseur", "HT", "TVA", "TCC", "login",
+           "en_caisse", "MONTANT_VERSE", "MONTANT_RESTE", "id_caisse", "J", "M", "A"})),
+      insertPurchase_(database.inserter(
+          "Achat", {"n_facture", "code_barre", "article", "qte_achat", "prix_achat", "TOTAL"})),
+      insertClosing_(database.inserter(
+          "caise", {"n_caise", "date_lancement", "login", "date_debut", "date_fin", "total_caise",
+                    "prelevement_caise", "ecat_caise", "justification", "id_caisse", "fond_caisse",
+                    "total_recettes", "solde_caisse", "J", "M", "A", "total_depense"})) {
+  for (std::size_t i = 0; i < desks_.size(); ++i)
+    desks_[i] = {
+        std::string(demoDesks()[i].code), demoDesks()[i].house, demoDesks()[i].house ? 0 : kFloat, 0, {}};
+}
+
+void History::write() {
+  std::int64_t weight = 0;
+  for (int day = 0; day < plan_.days; ++day)
+    weight +=
+        kWeek[static_cast<std::size_t>(weekday(DateTime::fromMillis(plan_.firstDay.millis() + day * kDay)))];
+
+  std::int64_t reached = 0;
+  for (int i = 0; i < plan_.days; ++i) {
+    const DateTime day = DateTime::fromMillis(plan_.firstDay.millis() + i * kDay);
+    reached += kWeek[static_cast<std::size_t>(weekday(day))];
+    liveDay(day, plan_.orders * reached / weight - order_, i < plan_.days - plan_.daysNotClosed);
+  }
+}
+
+void History::liveDay(DateTime day, std::int64_t orders, bool closed) {
+  std::vector<std::int64_t> ends;
+  ends.reserve(static_cast<std::size_t>(orders));
+  for (std::int64_t i = 0; i < orders; ++i)
+    ends.push_back(day.millis() + minuteOfRush(random_) * kMinute + random_.below(60) * kSecond);
+  std::sort(ends.begin(), ends.end());
+  for (std::int64_t end : ends) writeOrder(DateTime::fromMillis(end), closed);
+
+  if (orders == 0) return;  // Screens allow an expense only while a finished order waits for its closing.
+  spend(day);
+  if (day.day() % 4 == 1) receiveDelivery(day);
+  if (!closed) return;
+  for (std::size_t i = 0; i < desks_.size(); ++i)
+    if (desks_[i].firstOrder) closeDesk(desks_[i], at(day, 23, 10 + 10 * static_cast<int>(i)));
+  openExpenses_.clear();
+}
+
+void History::writeOrder(DateTime date, bool closed) {
+  const DemoTable& table = random_.of(tables_);
+  Desk& desk = table.desk == desks_[0].code ? desks_[0] : desks_[1];
+  const bool evening = date.hour() >= 17;
+  const std::string_view login = &desk == &desks_[0] ? (evening ? kManager : "32") : (evening ? "32" : "31");
+
+  ++order_;
+  double ht = 0;
+  for (const OrderLine& line : menu_.order(random_, date.hour())) {
+    const DemoArticle& article = demoArticles()[line.article];
+    insertLine_.run(order_, articleCode(line.article), article.designation, line.quantity,
+                    static_cast<double>(article.price), static_cast<double>(line.total()));
+    ht += line.total();
+    ++lines_;
+  }
+  const double discount = random_.chance(6) ? random_.of(kDiscounts) : 0;
+  const double reduction = discount * ht / 100;
+  const double vat = ht * kVatRate / 100;
+  const double total = ht + vat - reduction;
+  const DemoClient* client = random_.chance(2) ? &random_.of(demoClients()) : nullptr;
+  insertOrder_.run(std::to_string(table.id), table.name, discount, reduction, "Terminer", ht, vat, total,
+                   login, order_, client ? client->code : std::string_view(),
+                   client ? client->surname : std::string_view(), date.stored(), desk.code,
+                   closed ? "yes" : "no", date.day(), date.month(), date.year());
+
+  desk.balance = counted(desk.balance + total);
+  desk.receipts = counted(desk.receipts + total);
+  if (!desk.firstOrder) desk.firstOrder = date;
+}
+
+void History::spend(DateTime day) {
+  Desk& hall = desks_[0];
+  Desk& terrace = desks_[1];
+  const auto invoice = [&] { return "FA" + std::to_string(1000 + random_.below(9000)); };
+  if (random_.chance(40))
+    writeExpense({at(day, 9, random_.below(60)), "Autres", 50.0 * random_.between(4, 24)}, hall);
+  if (random_.chance(25))
+    writeExpense(
+        {at(day, 11, random_.below(60)), "Payer une charge", 100.0 * random_.between(5, 30), "NO", invoice()},
+        random_.chance(50) ? hall : terrace);
+  if (random_.chance(10))
+    writeExpense({at(day, 15, random_.below(60)),
+                  "Dépense personnelle",
+                  500.0 * random_.between(1, 4),
+                  "NO",
+                  {},
+                  random_.chance(50) ? "31" : "32"},
+                 terrace);
+  if (random_.chance(8))
+    writeExpense({at(day, 16, random_.below(60)),
+                  "Payer une Facture D'achat",
+                  250.0 * random_.between(4, 14),
+                  "NO",
+                  invoice(),
+                  {},
+                  &random_.of(demoSuppliers())},
+                 hall);
+  if (day.day() == 5)
+    writeExpense({at(day, 17, random_.below(60)), "Payer une charge", 45000, "NO", invoice()}, desks_[2]);
+}
+
+void History::writeExpense(const ExpenseRow& row, Desk& desk) {
+  const bool loss = row.mark.empty();
+  if (!loss && row.amount > desk.balance) return;
+  ++expense_;
+  insertExpense_.run(expense_, row.date.stored(), row.type, row.amount, kManager, row.invoice, row.user,
+                     row.user.empty() ? std::string_view() : surname(row.user), desk.code, row.date.day(),
+                     row.date.month(), row.date.year(),
+                     row.supplier ? row.supplier->code : std::string_view(),
+                     row.supplier ? row.supplier->name : std::string_view(), row.mark);
+  if (!loss) desk.balance = counted(desk.balance - row.amount);
+  if (!desk.house) openExpenses_.push_back({row.date, row.amount});
+}
+
+void History::receiveDelivery(DateTime day) {
+  struct Round {
+    std::size_t supplier;
+    int category, pack;
+  };
+  constexpr std::array kRounds = {Round{0, 2, 12}, Round{3, 4, 10}, Round{0, 2, 24}, Round{4, 10, 6}};
+  const Round& round = kRounds[static_cast<std::size_t>(invoice_) % kRounds.size()];
+  const DemoSupplier& supplier = demoSuppliers()[round.supplier];
+
+  ++invoice_;
+  double ht = 0;
+  for (std::size_t i = 0; i < demoArticles().size(); ++i) {
+    const DemoArticle& article = demoArticles()[i];
+    if (article.category != round.category || !article.counted()) continue;
+    const int quantity = round.pack * random_.between(1, 5);
+    const double total = static_cast<double>(quantity) * article.purchasePrice;
+    insertPurchase_.run(invoice_, articleCode(i), article.designation, quantity,
+                        static_cast<double>(article.purchasePrice), total);
+    ht += total;
+  }
+  const double vat = counted(ht * kVatRate / 100);
+  const double total = counted(ht + vat);
+  Desk& hall = desks_[0];
+  const bool fromDesk = random_.chance(35);
+  double paid = random_.chance(75) ? total : 0;
+  if (fromDesk) paid = std::clamp(500 * std::floor((hall.balance - kFloat) / 1000), 0.0, total);
+  if (fromDesk) hall.balance = counted(hall.balance - paid);
+  insertInvoice_.run(invoice_, day.stored(), supplier.code, supplier.name, ht, vat, total, kManager,
+                     fromDesk ? "OUI" : "NON", paid, counted(total - paid), hall.code, day.day(), day.month(),
+                     day.year());
+}
+
+// The counted amount is the book balance but for a slip of the hand now and then; thousands go to the house
+// desk.
+void History::closeDesk(Desk& desk, DateTime now) {
+  DateTime begin = *desk.firstOrder;
+  for (const Desk& other : desks_)
+    if (other.firstOrder) begin = std::min(begin, *other.firstOrder);
+  double expenses = 0;
+  for (const Expense& expense : openExpenses_)
+    if (expense.date >= begin && expense.date <= now) expenses += expense.amount;
+
+  const int slip = random_.below(100);
+  const double difference = slip < 6 ? -50.0 * random_.between(1, 4) : slip < 9 ? 50.0 : 0.0;
+  const double book = desk.balance;
+  const double found = book + difference;
+  const double taken = found > kFloat ? 1000 * std::floor((found - kFloat) / 1000) : 0;
+  const double left = counted(found - taken);
+  ++closing_;
+  insertClosing_.run(closing_, now.stored(), kManager, begin.stored(), now.stored(), found, taken, difference,
+                     difference < 0 ? "Erreur de rendu" : std::string_view(), desk.code, left, desk.receipts,
+                     book, now.day(), now.month(), now.year(), expenses);
+  desk.balance = left;
+  desk.receipts = 0;
+  desk.firstOrder.reset();
+  desks_.back().balance += taken;
+  if (difference < 0)
+    writeExpense({DateTime::fromMillis(now.millis() + kMinute), "Perte", -difference, {}}, desk);
+}
+
+}  // namespace tavoline::tool
