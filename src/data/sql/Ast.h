@@ -13,7 +13,8 @@
 namespace tavoline::sql {
 
 struct Expr;
-/// Trees are immutable once resolved, so that they are shared between a statement and what is built around it.
+/// Trees are immutable once resolved, so that they are shared between a statement and what is built around
+/// it.
 using ExprPtr = std::shared_ptr<const Expr>;
 
 /// A column, by the words of the statement first; `resolve` fills in the catalog's own spelling and type.
@@ -29,15 +30,29 @@ struct Literal {
   Value value;
 };
 
-/// `:name`. Its value comes at the run; it is converted to `type`, the type of the column it is compared with,
-/// where `typed` says that there is one.
+/// `:name`. Its value comes at the run; it is converted to `type`, the type of the column it is compared
+/// with, where `typed` says that there is one.
 struct Parameter {
   std::string name;
   FieldType type = FieldType::Text;
   bool typed = false;
 };
 
-enum class Op { Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual, And, Or, Add, Subtract, Multiply, Divide, Like };
+enum class Op {
+  Equal,
+  NotEqual,
+  Less,
+  LessEqual,
+  Greater,
+  GreaterEqual,
+  And,
+  Or,
+  Add,
+  Subtract,
+  Multiply,
+  Divide,
+  Like
+};
 
 struct Binary {
   Op op;

@@ -8,8 +8,8 @@
 
 namespace tavoline::sql {
 
-/// Replaces `*`, finds every table and column in the catalog without regard to case, writes their own spelling
-/// and types into the tree, and converts literals to the type of the column they are compared with.
+/// Replaces `*`, finds every table and column in the catalog without regard to case, writes their own
+/// spelling and types into the tree, and converts literals to the type of the column they are compared with.
 /// Throws StatementError for a name that is missing, ConversionError for a literal that does not convert.
 Select resolve(const Select& select, const Catalog& catalog);
 Update resolve(const Update& update, const Catalog& catalog);

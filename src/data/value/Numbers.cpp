@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 #include "data/value/Errors.h"
 #include "data/value/Regional.h"
@@ -30,7 +29,9 @@ Decimal decimalOf(double v) {
   Decimal decimal;
   decimal.digits = std::string(1, all[0]) + std::string(all.substr(2, e - 2));
   decimal.digits.erase(decimal.digits.find_last_not_of('0') + 1);
-  decimal.point = std::atoi(text + e + 1) + 1;
+  const std::size_t sign = all[e + 1] == '+' ? 1 : 0;  // which the reader of numbers does not know
+  std::from_chars(text + e + 1 + sign, end, decimal.point);
+  ++decimal.point;
   decimal.negative = v < 0;
   if (decimal.digits.empty()) decimal.point = 0;
   return decimal;
