@@ -10,12 +10,12 @@ namespace {
 
 void copyPages(Database& from, Database& to) {
   sqlite3_backup* backup = sqlite3_backup_init(to.handle(), "main", from.handle(), "main");
-  if (!backup) raise(to.handle(), sqlite3_errcode(to.handle()));
+  if (!backup) raiseError(to.handle(), sqlite3_errcode(to.handle()));
   // All pages in one step, which is one moment of the source; its readers and its writer go on meanwhile.
   const int step = sqlite3_backup_step(backup, -1);
   const int finish = sqlite3_backup_finish(backup);
-  if (step != SQLITE_DONE) raise(nullptr, step);
-  if (finish != SQLITE_OK) raise(to.handle(), finish);
+  if (step != SQLITE_DONE) raiseError(nullptr, step);
+  if (finish != SQLITE_OK) raiseError(to.handle(), finish);
 }
 
 }  // namespace

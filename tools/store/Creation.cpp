@@ -1,10 +1,12 @@
 #include "tools/store/Creation.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
@@ -32,6 +34,22 @@ class Passing {
  private:
   std::string path_;
 };
+
+constexpr std::string_view kPassing = ".partiel-";  // And the number of the process.
+
+/// Removes what tools that were killed left beside `path`.
+void removeLeftovers(const fs::path& path) {
+  const std::string begin = path.filename().string() + std::string(kPassing);
+  std::error_code ignored;
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with(begin)) continue;
+    const long process = std::strtol(name.c_str() + begin.size(), nullptr, 10);
+    if (process > 0 && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
+      fs::remove(entry.path(), ignored);
+  }
+}
 
 [[noreturn]] void refuse(const std::string& path) {
   throw StoreError("« " + path + " » existe déjà et n'a pas été touché. Choisissez un autre nom.");
@@ -64,7 +82,8 @@ void giveName(const std::string& from, const std::string& to) {
 
 void publishFile(const std::string& path, const std::function<void(const std::string&)>& build) {
   if (fs::exists(fs::symlink_status(path))) refuse(path);
-  const Passing passing(path + ".partiel-" + std::to_string(::getpid()));
+  removeLeftovers(path);
+  const Passing passing(path + std::string(kPassing) + std::to_string(::getpid()));
   passing.remove();
   build(passing.path());
   forceToDisk(passing.path());

@@ -41,7 +41,7 @@ int observing(const std::string& path) {
 
 }  // namespace
 
-void raise(sqlite3* handle, int code) {
+void raiseError(sqlite3* handle, int code) {
   throw StoreError(sentence(code, handle ? sqlite3_errmsg(handle) : sqlite3_errstr(code)));
 }
 
@@ -51,7 +51,7 @@ Database::Database(const std::string& path, Mode mode) {
   sqlite3* handle = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &handle, flags, nullptr);
   handle_.reset(handle);
-  if (code != SQLITE_OK) raise(handle, code);
+  if (code != SQLITE_OK) raiseError(handle, code);
   sqlite3_extended_result_codes(handle, 1);
   sqlite3_busy_timeout(handle, kBusyMilliseconds);
   if (mode == Mode::Observe) execute("PRAGMA query_only = ON");
@@ -59,14 +59,14 @@ Database::Database(const std::string& path, Mode mode) {
 
 void Database::execute(const std::string& sql) {
   const int code = sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
-  if (code != SQLITE_OK) raise(handle(), code);
+  if (code != SQLITE_OK) raiseError(handle(), code);
 }
 
 Statement Database::prepare(std::string_view sql) {
   sqlite3_stmt* statement = nullptr;
   const int code =
       sqlite3_prepare_v2(handle(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
-  if (code != SQLITE_OK) raise(handle(), code);
+  if (code != SQLITE_OK) raiseError(handle(), code);
   return Statement(statement);
 }
 
@@ -91,12 +91,12 @@ std::string Database::text(std::string_view sql) {
 
 void Database::close() {
   const int code = sqlite3_close(handle());
-  if (code != SQLITE_OK) raise(handle(), code);
+  if (code != SQLITE_OK) raiseError(handle(), code);
   static_cast<void>(handle_.release());
 }
 
 void Statement::verify(int code) const {
-  if (code != SQLITE_OK) raise(sqlite3_db_handle(handle_.get()), code);
+  if (code != SQLITE_OK) raiseError(sqlite3_db_handle(handle_.get()), code);
 }
 
 void Statement::bind(int place, std::nullptr_t) {
@@ -124,7 +124,7 @@ bool Statement::step() {
   const int code = sqlite3_step(handle_.get());
   if (code == SQLITE_ROW) return true;
   sqlite3_reset(handle_.get());
-  if (code != SQLITE_DONE) raise(sqlite3_db_handle(handle_.get()), code);
+  if (code != SQLITE_DONE) raiseError(sqlite3_db_handle(handle_.get()), code);
   return false;
 }
 

@@ -77,6 +77,6 @@ class Statement {
 };
 
 /// Throws StoreError with the sentence for the engine's result `code`.
-[[noreturn]] void raise(sqlite3* handle, int code);
+[[noreturn]] void raiseError(sqlite3* handle, int code);
 
 }  // namespace tavoline::tool

@@ -96,8 +96,9 @@ void History::liveDay(DateTime day, std::int64_t orders, bool closed) {
   for (std::int64_t end : ends) writeOrder(DateTime::fromMillis(end), closed);
 
   if (orders == 0) return;  // Screens allow an expense only while a finished order waits for its closing.
-  spend(day);
-  if (day.day() % 4 == 1) receiveDelivery(day);
+  const std::int64_t index = (day.millis() - plan_.firstDay.millis()) / kDay;
+  spend(day, index);
+  if (index % 4 == 1) receiveDelivery(day);
   if (!closed) return;
   for (std::size_t i = 0; i < desks_.size(); ++i)
     if (desks_[i].firstOrder) closeDesk(desks_[i], at(day, 23, 10 + 10 * static_cast<int>(i)));
@@ -134,7 +135,7 @@ void History::writeOrder(DateTime date, bool closed) {
   if (!desk.firstOrder) desk.firstOrder = date;
 }
 
-void History::spend(DateTime day) {
+void History::spend(DateTime day, std::int64_t index) {
   Desk& hall = desks_[0];
   Desk& terrace = desks_[1];
   const auto invoice = [&] { return "FA" + std::to_string(1000 + random_.below(9000)); };
@@ -144,7 +145,7 @@ void History::spend(DateTime day) {
     writeExpense(
         {at(day, 11, random_.below(60)), "Payer une charge", 100.0 * random_.between(5, 30), "NO", invoice()},
         random_.chance(50) ? hall : terrace);
-  if (random_.chance(10))
+  if (index % 8 == 4)
     writeExpense({at(day, 15, random_.below(60)),
                   "Dépense personnelle",
                   500.0 * random_.between(1, 4),
@@ -152,7 +153,7 @@ void History::spend(DateTime day) {
                   {},
                   random_.chance(50) ? "31" : "32"},
                  terrace);
-  if (random_.chance(8))
+  if (index % 9 == 3)
     writeExpense({at(day, 16, random_.below(60)),
                   "Payer une Facture D'achat",
                   250.0 * random_.between(4, 14),
@@ -220,13 +221,14 @@ void History::closeDesk(Desk& desk, DateTime now) {
   for (const Expense& expense : openExpenses_)
     if (expense.date >= begin && expense.date <= now) expenses += expense.amount;
 
-  const int slip = random_.below(100);
-  const double difference = slip < 6 ? -50.0 * random_.between(1, 4) : slip < 9 ? 50.0 : 0.0;
+  ++closing_;
+  double difference = 0;
+  if (closing_ % 17 == 9) difference = -50.0 * random_.between(1, 4);
+  if (closing_ % 31 == 20) difference = 50;
   const double book = desk.balance;
   const double found = book + difference;
   const double taken = found > kFloat ? 1000 * std::floor((found - kFloat) / 1000) : 0;
   const double left = counted(found - taken);
-  ++closing_;
   insertClosing_.run(closing_, now.stored(), kManager, begin.stored(), now.stored(), found, taken, difference,
                      difference < 0 ? "Erreur de rendu" : std::string_view(), desk.code, left, desk.receipts,
                      book, now.day(), now.month(), now.year(), expenses);

@@ -51,7 +51,7 @@ class History {
 
   void liveDay(DateTime day, std::int64_t orders, bool closed);
   void writeOrder(DateTime date, bool closed);
-  void spend(DateTime day);
+  void spend(DateTime day, std::int64_t index);
   void writeExpense(const ExpenseRow& row, Desk& desk);
   void receiveDelivery(DateTime day);
   void closeDesk(Desk& desk, DateTime now);

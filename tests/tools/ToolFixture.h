@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "data/value/Clock.h"
+#include "tools/store/Commands.h"
+#include "tools/store/Sqlite.h"
+
+namespace tavoline::tool {
+
+/// A folder of its own, and the tool played as from its command line. "Now" is a Sunday evening.
+class ToolTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = (std::filesystem::temp_directory_path() / "tavoline-tool-XXXXXX").string();
+    ASSERT_NE(mkdtemp(name.data()), nullptr);
+    folder = name;
+    Clock::set([] { return DateTime::of(2026, 11, 22, 20, 30); });
+  }
+  void TearDown() override {
+    Clock::set({});
+    std::filesystem::remove_all(folder);
+  }
+
+  std::string file(const std::string& name = "BDD.mdb") const { return (folder / name).string(); }
+
+  int tool(const std::vector<std::string>& words) {
+    std::ostringstream out, err;
+    const int status = runTool(words, out, err);
+    said = out.str() + err.str();
+    return status;
+  }
+
+  /// Runs `sql` on `path` as any SQLite tool would.
+  static void plant(const std::string& path, const std::string& sql) {
+    Database(path, Database::Mode::Create).execute(sql);
+  }
+
+  static std::string ask(const std::string& path, const std::string& sql) {
+    return Database(path, Database::Mode::Observe).text(sql);
+  }
+
+  static std::string bytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  /// Every file of the folder with its content.
+  std::map<std::string, std::string> content() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+      files[entry.path().filename()] = entry.is_regular_file() ? bytes(entry.path()) : std::string();
+    return files;
+  }
+
+  std::filesystem::path folder;
+  std::string said;
+};
+
+}  // namespace tavoline::tool
