@@ -1,0 +1,78 @@
+#include "bench/Figures.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace tavoline::bench {
+namespace {
+
+/// One line of the table: a ratio of two measures, and what it may be at most (0: no budget).
+struct Ratio {
+  std::string what;
+  std::string over, under;
+  double budget = 0;
+};
+
+std::string shown(double value, const char* unit) {
+  char text[64];
+  std::snprintf(text, sizeof text, value < 10 ? "%.2f %s" : "%.0f %s", value, unit);
+  return text;
+}
+
+}  // namespace
+
+std::string sized(const std::string& what, int orders) {
+  return what + ' ' + std::to_string(orders);
+}
+
+void Figures::ReportRuns(const std::vector<Run>& runs) {
+  ConsoleReporter::ReportRuns(runs);
+  for (const Run& run : runs) {
+    if (run.error_occurred) throw std::runtime_error(run.error_message);
+    if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
+    values_[run.run_name.function_name] = run.counters.at("p50 ms");
+    values_[run.run_name.function_name + " p99"] = run.counters.at("p99 ms");
+  }
+}
+
+double Figures::get(const std::string& name) const {
+  const auto found = values_.find(name);
+  if (found == values_.end()) throw std::runtime_error("not measured: " + name);
+  return found->second;
+}
+
+void Figures::printRatios(int small, int large) const {
+  std::vector<Ratio> ratios;
+  const auto bySize = [&](const std::string& what, double budget) {
+    ratios.push_back({what + ", large store / small", sized(what, large), sized(what, small), budget});
+  };
+  const auto byPeer = [&](const std::string& what, const std::string& peer, int orders, double budget) {
+    ratios.push_back({sized(what, orders) + " / " + peer, sized(what, orders), sized(peer, orders), budget});
+  };
+  bySize("tap", 1.15);
+  byPeer("tap", "three writes", small, 2.5);
+  byPeer("tap", "three writes", large, 2.5);
+  byPeer("tap", "tap on Qt's models", small, 0);
+  byPeer("tap", "tap on Qt's models", large, 0);
+  bySize("start", 1.2);
+  bySize("take a table", 0);
+  bySize("close a table", 0);
+  bySize("memory after start", 1.2);
+  bySize("memory after a day", 1.2);
+
+  std::printf("\n%-44s %12s %12s %8s %8s\n", "", "", "", "ratio", "budget");
+  for (const Ratio& ratio : ratios) {
+    if (!has(ratio.over) || !has(ratio.under)) continue;
+    const bool memory = ratio.over.starts_with("memory");
+    const auto text = [&](const std::string& name) {
+      return memory ? shown(get(name) / 1024, "MB") : shown(get(name), "ms");
+    };
+    const double value = get(ratio.over) / get(ratio.under);
+    std::printf("%-44s %12s %12s %8.3f", ratio.what.c_str(), text(ratio.over).c_str(),
+                text(ratio.under).c_str(), value);
+    if (ratio.budget > 0) std::printf(" %8.2f  %s", ratio.budget, value <= ratio.budget ? "kept" : "OVER");
+    std::printf("\n");
+  }
+}
+
+}  // namespace tavoline::bench

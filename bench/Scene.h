@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tavoline::bench {
+
+/// A private copy of a generated store, named BDD.mdb in a folder of its own, ready to be worked on: every
+/// table free, every article in stock. Removed with the scene.
+class Scene {
+ public:
+  /// `data` holds the generated stores, one folder per size, as bench/run leaves them.
+  Scene(const std::string& data, int orders);
+  ~Scene();
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  const std::string& folder() const { return folder_; }
+  int orders() const { return orders_; }
+  /// Makes the folder the working directory, where a workstation looks for its store.
+  void enter() const;
+
+ private:
+  std::string folder_;
+  int orders_;
+};
+
+/// What a waiter may tap in the store of the working directory.
+struct Menu {
+  std::vector<std::string> tables;
+  std::vector<std::string> articles;  ///< Designations of articles that are kept in stock ("OUI").
+  std::string desk;                   ///< An ordinary desk.
+  std::string login;
+
+  static Menu read();
+};
+
+}  // namespace tavoline::bench

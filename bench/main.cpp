@@ -1,0 +1,175 @@
+// Measures what history must not cost. Arguments: the folder of generated stores (see bench/run), the program
+// that measures memory, then Google Benchmark's own flags.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/Figures.h"
+#include "bench/Memory.h"
+#include "bench/QtModels.h"
+#include "bench/Raw.h"
+#include "bench/Scene.h"
+#include "bench/Waiter.h"
+
+namespace tavoline::bench {
+namespace {
+
+constexpr int kSmall = 1000, kLarge = 600000;
+constexpr int kDay = 300;  // orders
+constexpr int kLines = 8;  // of an order, before the next one is begun
+constexpr int kRounds = 5;
+
+/// Times one gesture per iteration, and nothing of what lies between two; keeps its 50th and 99th percentile.
+class Stopwatch {
+ public:
+  explicit Stopwatch(benchmark::State& state) : state_(state) {}
+  ~Stopwatch() {
+    std::sort(seconds_.begin(), seconds_.end());
+    if (seconds_.empty()) return;
+    state_.counters["p50 ms"] = 1000 * seconds_[seconds_.size() / 2];
+    state_.counters["p99 ms"] = 1000 * seconds_[seconds_.size() * 99 / 100];
+  }
+  Stopwatch(const Stopwatch&) = delete;
+  Stopwatch& operator=(const Stopwatch&) = delete;
+
+  template <class Gesture>
+  void time(const Gesture& gesture) {
+    const auto began = std::chrono::steady_clock::now();
+    gesture();
+    const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    state_.SetIterationTime(took);
+    seconds_.push_back(took);
+  }
+
+ private:
+  benchmark::State& state_;
+  std::vector<double> seconds_;
+};
+
+void rawTap(benchmark::State& state) {
+  RawTap raw;
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    watch.time([&] { raw.tap(); });
+    raw.idle();
+  }
+}
+
+/// First taps, each of another article, eight to an order.
+void tap(benchmark::State& state) {
+  const Menu menu = Menu::read();
+  TDM dm;
+  Waiter waiter(dm, menu);
+  waiter.logIn();
+  int done = 0;
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    const auto line = static_cast<std::size_t>(done++ % kLines);
+    if (line == 0) {
+      if (done > 1) waiter.closeTable();
+      waiter.takeTable(menu.tables.front());
+    }
+    dm.Idle();
+    watch.time([&] { waiter.tap(menu.articles[line]); });
+  }
+  waiter.closeTable();
+}
+
+void qtTap(benchmark::State& state) {
+  const Menu menu = Menu::read();
+  QtModels models;
+  std::size_t done = 0;
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state)
+    watch.time([&] { models.tap(menu.articles[done++ % kLines], menu.tables.front()); });
+}
+
+/// From nothing to the login screen's first answer: the store opened, every dataset open, a login found.
+void start(benchmark::State& state) {
+  const Menu menu = Menu::read();
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state)
+    watch.time([&] {
+      TDM dm;
+      Waiter(dm, menu).logIn();
+    });
+}
+
+void takeAndClose(benchmark::State& state, bool closing) {
+  const Menu menu = Menu::read();
+  TDM dm;
+  Waiter waiter(dm, menu);
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    const auto take = [&] { waiter.takeTable(menu.tables.front()); };
+    const auto close = [&] { waiter.closeTable(); };
+    closing ? take() : watch.time(take);
+    for (std::size_t line = 0; line < kLines; ++line) waiter.tap(menu.articles[line]);
+    dm.Idle();
+    closing ? watch.time(close) : close();
+    dm.Idle();
+  }
+}
+
+using Body = std::function<void(benchmark::State&)>;
+
+void add(const Scene& scene, const std::string& what, int iterations, const Body& body) {
+  benchmark::RegisterBenchmark(sized(what, scene.orders()).c_str(),
+                               [&scene, body](benchmark::State& state) {
+                                 scene.enter();
+                                 body(state);
+                               })
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond)
+      ->Iterations(iterations)
+      ->Repetitions(kRounds);
+}
+
+int measure(int count, char** arguments) {
+  if (count < 3) throw std::runtime_error("bench: the folder of stores and the memory program are wanted");
+  const std::string data = arguments[1], memoryProgram = arguments[2];
+  std::vector<char*> flags{arguments[0]};
+  std::string inTurn = "--benchmark_enable_random_interleaving=true";  // one bad minute hurts all alike
+  flags.push_back(inTurn.data());
+  flags.insert(flags.end(), arguments + 3, arguments + count);
+  int flagCount = static_cast<int>(flags.size());
+  benchmark::Initialize(&flagCount, flags.data());
+
+  const Scene small(data, kSmall), large(data, kLarge);
+  for (const Scene* scene : {&small, &large}) {
+    const bool isLarge = scene == &large;
+    add(*scene, "three writes", 200, rawTap);
+    add(*scene, "tap", 200, tap);
+    add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap);
+    add(*scene, "start", 20, start);
+    add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
+    add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
+  }
+  Figures figures;
+  benchmark::RunSpecifiedBenchmarks(&figures);
+  for (const Scene* scene : {&small, &large}) {
+    figures.set(sized("memory after start", scene->orders()),
+                measureMemory(memoryProgram, *scene, 0).resident);
+    figures.set(sized("memory after a day", scene->orders()),
+                measureMemory(memoryProgram, *scene, kDay).resident);
+  }
+  figures.printRatios(kSmall, kLarge);
+  return 0;
+}
+
+}  // namespace
+}  // namespace tavoline::bench
+
+int main(int count, char** arguments) try {
+  return tavoline::bench::measure(count, arguments);
+} catch (const std::exception& failure) {
+  std::fprintf(stderr, "%s\n", failure.what());
+  return 1;
+}
