@@ -7,7 +7,7 @@ CONFIGURE := cmake --preset $(PRESET) --log-level=WARNING
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 .DEFAULT_GOAL := build
-.PHONY: help deps build run test lint check format install uninstall clean
+.PHONY: help deps build run test bench lint check format install uninstall clean
 
 help:  ## This list
 	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
@@ -30,6 +30,12 @@ test:  ## Build and run all tests
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET) -j$(shell nproc) --no-tests=error
+
+bench:  ## Measure against the raw engine, Qt's own table model, and small store against large
+	@scripts/install-packages build bench
+	@$(CONFIGURE) -DTAVOLINE_BENCH=ON
+	@cmake --build --preset $(PRESET) --target tavoline-bench tavoline-store
+	@bench/run $(BUILD)/bin build/bench-data
 
 check:  ## The quick part of lint: formatting, walls between folders, forms, sizes
 	@scripts/install-packages build lint
