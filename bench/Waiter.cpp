@@ -46,8 +46,8 @@ void Waiter::takeTable(const std::string& table) {
   dm_.commande.Post();
 
   order_ = dm_.commande["n_commande"].text();
-  dm_.relation_commande1.FilterBy("n_commande=" + quoted(order_));
-  dm_.sum_commande.FilterBy("n_commande=" + quoted(order_));
+  dm_.relation_commande1.FilterBy("n_commande=" + inQuotes(order_));
+  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order_));
   showTiles();
   showOrder();
   dm_.Table_.Filtered(false);
@@ -64,10 +64,10 @@ void Waiter::tap(const std::string& designation) {
   dm_.Article.Refresh();
   dm_.Article.FilterBy("designation_article='" + designation + "'");
   const std::string order = dm_.commande["n_commande"].text();
-  dm_.relation_commande1.FilterBy("n_commande=" + quoted(order));
-  dm_.sum_commande.FilterBy("n_commande=" + quoted(order));
-  dm_.relation_commande.FilterBy("n_commande=" + quoted(order) +
-                                 "and code_article=" + quoted(dm_.Article["code_barre"].text()));
+  dm_.relation_commande1.FilterBy("n_commande=" + inQuotes(order));
+  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order));
+  dm_.relation_commande.FilterBy("n_commande=" + inQuotes(order) +
+                                 "and code_article=" + inQuotes(dm_.Article["code_barre"].text()));
   if (dm_.Article["desto"].text() != "OUI" || dm_.Article["qte_stock"].toInteger() < 1)
     throw std::runtime_error("not kept in stock, or out of it: " + designation);
 
@@ -113,8 +113,8 @@ void Waiter::closeTable() {
   dm_.commande.Post();
   dm_.Table_.Edit();
   dm_.Table_.Post();
-  dm_.commande.FilterBy("n_commande=" + quoted(order_));
-  dm_.sum_commande.FilterBy("n_commande=" + quoted(order_));
+  dm_.commande.FilterBy("n_commande=" + inQuotes(order_));
+  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order_));
 
   const auto post = [this](auto write) {
     dm_.commande.Edit();
@@ -141,14 +141,14 @@ void Waiter::closeTable() {
     dm_.commande["id_caisse"] = menu_.desk;
   });
 
-  dm_.Caisse.FilterBy("id_caise=" + quoted(menu_.desk));
+  dm_.Caisse.FilterBy("id_caise=" + inQuotes(menu_.desk));
   dm_.Caisse.Edit();
   dm_.Caisse["solde"] = dm_.Caisse["solde"] + dm_.commande["tcc"];
   dm_.Caisse.Post();
   dm_.Caisse.Filtered(false);
 
   dm_.imp_commande.Reopen();
-  dm_.imp_commande.FilterBy("n_commande=" + quoted(order_));
+  dm_.imp_commande.FilterBy("n_commande=" + inQuotes(order_));
   filterTable();
   dm_.Table_.Edit();
   dm_.Table_["etat"] = "OFF";
