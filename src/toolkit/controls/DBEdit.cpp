@@ -7,7 +7,7 @@ namespace tavoline {
 DBEdit::DBEdit(QWidget* parent) : Edit(parent), TextBinding(this) {}
 
 std::string DBEdit::Text() {
-  return currentText().toStdString();
+  return upToDateText().toStdString();
 }
 
 void DBEdit::Text(std::string_view text) {

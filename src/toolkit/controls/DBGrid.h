@@ -10,13 +10,17 @@ namespace tavoline {
 
 /// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current
 /// row in view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it
-/// too. `columns` is "field=Title" per line, in order, with ":right", ":rw" or a width after "|":
-/// "prix=Prix|right".
+/// too. Only a visible grid asks its dataset for anything, and only for the rows in sight.
+///
+/// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
+/// (numbers are right-aligned anyway), "rw" (can be edited in place unless the grid is read only) and a width
+/// in pixels, with commas between: "prix=Prix|rw,120". What is typed in a cell is posted when its row is
+/// left.
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
   Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
-  Q_PROPERTY(bool readOnly MEMBER readOnly_)
+  Q_PROPERTY(bool readOnly READ readOnly WRITE setReadOnly)
 
  public:
   explicit DBGrid(QWidget* parent = nullptr);
@@ -29,16 +33,25 @@ class DBGrid : public QTableView, public Binding {
 
   QStringList columns() const { return columns_; }
   void setColumns(const QStringList& columns);
-  void bind() override;
+  bool readOnly() const { return readOnly_; }
+  void setReadOnly(bool readOnly) { readOnly_ = readOnly; }
+  void SetFocus();
 
  protected:
   void pull() override;
+  void dataEvent(DataEvent event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   class Model;
+  void standOn(const QModelIndex& index);
+  void showCurrentRow();
+  void fitColumns();
+
   QStringList columns_;
-  bool readOnly_ = true;
-  Model* model_ = nullptr;
+  bool readOnly_ = true, rowsStale_ = true;
+  Model* model_;
 };
 
 }  // namespace tavoline

@@ -89,7 +89,7 @@ void TextBinding::pull() {
   if (text != shownText()) showText(text);
 }
 
-QString TextBinding::currentText() {
+QString TextBinding::upToDateText() {
   sync();
   return shownText();
 }

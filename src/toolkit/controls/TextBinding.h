@@ -22,7 +22,7 @@ class TextBinding : public Binding {
   /// The focus left: gives up the text; what the field holds is shown in its own form from now on. Throws.
   void leave();
   /// The typed text that waits, or else the field's text as it is now.
-  QString currentText();
+  QString upToDateText();
 
   void pull() override;
   void giveUpPending() override;

@@ -1,17 +1,20 @@
 #pragma once
 
+#include <QtGui/QPixmap>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QFrame>
 #include <functional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "data/value/Value.h"
+#include "toolkit/controls/FlowPanel.h"
+#include "toolkit/controls/Pictures.h"
 
 namespace tavoline {
 
 /// A flat touch tile: a picture, and a caption drawn over it from `captionX`. The "shape button" of the floor
-/// map and of the article tiles.
+/// map and of the article tiles. Its click may free it.
 class ShapeButton : public QAbstractButton {
   Q_OBJECT
 
@@ -25,18 +28,25 @@ class ShapeButton : public QAbstractButton {
   /// From bytes of a stored picture; decoded once per content. What cannot be decoded leaves the caption
   /// alone.
   void Picture(const SharedBytes& bytes);
-  int captionX = 15;
+  int captionX = 15;                              ///< Pixels from the left edge.
+  Qt::AlignmentFlag captionPlace = Qt::AlignTop;  ///< Top, centre or bottom, where there is a picture.
+  int reservedBelow = 0;  ///< Pixels at the bottom kept free for a label laid over the tile.
+
+  QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  QSize sizeHint() const override;
 
  private:
+  void drawPicture(QPainter& painter, const QRect& room);
+  void drawCaption(QPainter& painter, const QRect& room);
+
   QPixmap picture_;
+  QPixmap scaled_;  // the picture as it was last drawn
 };
 
 /// A plain panel with a caption that is held (`property("text")`) and not drawn. A click anywhere on it
-/// presses it.
+/// presses it, and may free it.
 class Panel : public QFrame {
   Q_OBJECT
   Q_PROPERTY(QString text READ text WRITE setText)
@@ -56,38 +66,5 @@ class Panel : public QFrame {
  private:
   QString text_;
 };
-
-/// Lays its children out in order: along a row from the left, then the next row below; or down a column from
-/// the top, then the next column to the right. Scrolls when they do not fit.
-class FlowPanel : public QFrame {
-  Q_OBJECT
-  Q_PROPERTY(FlowStyle flowStyle MEMBER style_)
-
- public:
-  enum FlowStyle { LeftRightTopBottom, TopBottomLeftRight };
-  Q_ENUM(FlowStyle)
-  explicit FlowPanel(QWidget* parent = nullptr);
-
-  void add(QWidget* tile);  ///< The panel becomes its parent; the tile keeps its own size.
-  template <class T>
-  std::vector<T*> tiles() const;  ///< In layout order.
-  void clear();                   ///< Frees every tile at once.
-
-  QSize sizeHint() const override;
-
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-  bool event(QEvent* event) override;
-
- private:
-  void arrange();
-  FlowStyle style_ = LeftRightTopBottom;
-  std::vector<QWidget*> order_;
-  QWidget* canvas_ = nullptr;
-};
-
-/// Makes a picture from stored bytes (PNG, JPEG, BMP), decoding each content once per process; null if it
-/// cannot.
-QPixmap decodedPicture(const SharedBytes& bytes);
 
 }  // namespace tavoline

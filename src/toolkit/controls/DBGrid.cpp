@@ -1,0 +1,311 @@
+#include "toolkit/controls/DBGrid.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QScroller>
+#include <algorithm>
+
+#include "toolkit/controls/Focus.h"
+#include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+namespace {
+
+constexpr int rowPixels = 44;    // pixels: a finger's width
+constexpr int cellPadding = 24;  // pixels, both sides together
+constexpr int widestFit = 420;   // pixels that fitting gives a column at most
+constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
+constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
+
+struct Column {
+  std::string field;
+  QString title;
+  bool rightAligned = false, writable = false;
+  int width = 0;   // 0: as wide as what it shows
+  int index = -1;  // in the dataset as it is open now
+  FieldType type = FieldType::Text;
+};
+
+Column parseColumn(const QString& line) {
+  Column column;
+  const QString options = line.section(QLatin1Char('|'), 1);
+  const QString head = line.section(QLatin1Char('|'), 0, 0);
+  column.field = head.section(QLatin1Char('='), 0, 0).trimmed().toStdString();
+  column.title = head.section(QLatin1Char('='), 1);
+  for (const QString& option : options.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+    if (option.trimmed() == QLatin1String("right"))
+      column.rightAligned = true;
+    else if (option.trimmed() == QLatin1String("rw"))
+      column.writable = true;
+    else
+      column.width = option.trimmed().toInt();
+  }
+  return column;
+}
+
+}  // namespace
+
+class DBGrid::Model : public QAbstractTableModel {
+ public:
+  explicit Model(DBGrid& grid) : QAbstractTableModel(&grid), grid_(grid) {}
+
+  void setColumns(const QStringList& lines) {
+    beginResetModel();
+    columns_.clear();
+    for (const QString& line : lines) columns_.push_back(parseColumn(line));
+    endResetModel();
+  }
+
+  // Counts the rows and finds the columns of the dataset as it is open now.
+  void reread() {
+    beginResetModel();
+    rows_ = 0;
+    Dataset* rows = grid_.dataset();
+    if (rows && rows->Active()) {
+      for (Column& column : columns_) {
+        column.index = rows->ColumnIndex(column.field);
+        if (column.index >= 0) column.type = rows->Columns()[std::size_t(column.index)].type;
+      }
+      rows_ = int(rows->RecordCount());
+      current_ = rows->RecordNumber();
+    }
+    endResetModel();
+  }
+
+  void setCurrent(int record) { current_ = record; }
+  int current() const { return current_; }
+  const std::vector<Column>& shownColumns() const { return columns_; }
+
+  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+  int columnCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : int(columns_.size());
+  }
+
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title.trimmed();
+    if (role == Qt::TextAlignmentRole) return int(alignment(columns_[std::size_t(section)]));
+    return {};
+  }
+
+  QVariant data(const QModelIndex& index, int role) const override {
+    const Column& column = columns_[std::size_t(index.column())];
+    switch (role) {
+      case Qt::DisplayRole:
+      case Qt::EditRole:
+        return reading([&] { return QVariant(QString::fromStdString(value(index.row(), column).text())); });
+      case Qt::TextAlignmentRole:
+        return int(alignment(column));
+      case Qt::BackgroundRole:
+        return reading([&] { return colour(index.row(), column); });
+      default:
+        return {};
+    }
+  }
+
+  bool setData(const QModelIndex& index, const QVariant& typed, int role) override {
+    if (role != Qt::EditRole || typed.toString() == data(index, role).toString()) return false;
+    return guarded([&] {
+      const Column& column = columns_[std::size_t(index.column())];
+      Dataset& rows = *grid_.dataset();
+      if (rows.RecordNumber() != index.row()) rows.MoveTo(std::size_t(index.row()));
+      rows.Edit();
+      const bool empty = typed.toString().isEmpty() && column.type != FieldType::Text;
+      rows.SetFieldValue(column.field, empty ? Value() : Value(typed.toString().toStdString()));
+    });
+  }
+
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    const bool writable = !grid_.readOnly_ && columns_[std::size_t(index.column())].writable;
+    return QAbstractTableModel::flags(index) | (writable ? Qt::ItemIsEditable : Qt::NoItemFlags);
+  }
+
+ private:
+  static Qt::Alignment alignment(const Column& column) {
+    const bool number = column.type == FieldType::Integer || column.type == FieldType::Float;
+    return number || column.rightAligned ? right : left;
+  }
+
+  Value value(int record, const Column& column) const {
+    Dataset& rows = *grid_.dataset();
+    if (column.index < 0 || !rows.Active()) return {};
+    // The row being edited shows its values as edited.
+    if (record == current_ && rows.State() == DatasetState::Edit) {
+      const Displaying display;
+      return rows.FieldValue(column.field);
+    }
+    return rows.ValueAt(std::size_t(record), std::size_t(column.index));
+  }
+
+  QVariant colour(int record, const Column& column) const {
+    if (!grid_.OnCellColour || !grid_.dataset()->Active()) return {};
+    const Displaying display;
+    const QColor wanted = grid_.OnCellColour(*grid_.dataset(), std::size_t(record), column.field);
+    return wanted.isValid() ? QVariant(wanted) : QVariant();
+  }
+
+  // Nothing may be thrown through a view. A store that fails while it paints empties it, and is told once.
+  template <class Read>
+  QVariant reading(Read read) const {
+    try {
+      return read();
+    } catch (const std::exception& error) {
+      auto* self = const_cast<Model*>(this);
+      QTimer::singleShot(0, self, [self, failure = std::string(error.what())] {
+        if (self->rows_ == 0) return;
+        self->beginResetModel();
+        self->rows_ = 0;
+        self->endResetModel();
+        ShowMessage(failure);
+      });
+      return {};
+    }
+  }
+
+  DBGrid& grid_;
+  std::vector<Column> columns_;
+  int rows_ = 0;
+  int current_ = -1;
+};
+
+DBGrid::DBGrid(QWidget* parent) : QTableView(parent), Binding(this), model_(new Model(*this)) {
+  setModel(model_);
+  setAlternatingRowColors(true);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setWordWrap(false);
+  setShowGrid(false);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setMinimumSectionSize(rowPixels);
+  verticalHeader()->setDefaultSectionSize(rowPixels);
+  horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionsClickable(false);
+  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+  connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
+    guarded([&] {
+      standOn(index);
+      if (const auto handler = OnCellClick) handler();
+    });
+  });
+  connect(this, &QTableView::doubleClicked, this, [this] { guarded(OnDblClick); });
+}
+
+DBGrid::~DBGrid() = default;
+
+void DBGrid::setColumns(const QStringList& columns) {
+  columns_ = columns;
+  model_->setColumns(columns);
+  rowsStale_ = true;
+  markStale();
+}
+
+void DBGrid::SetFocus() {
+  focusControl(*this);
+}
+
+void DBGrid::dataEvent(DataEvent event) {
+  if (event == DataEvent::Rows) rowsStale_ = true;
+  markStale();
+}
+
+void DBGrid::pull() {
+  if (!dataset()) return;
+  if (state() == QAbstractItemView::EditingState && !rowsStale_)
+    return;  // the cell being typed in stays as it is
+  if (std::exchange(rowsStale_, false)) {
+    const int top = verticalScrollBar()->value();
+    model_->reread();
+    verticalScrollBar()->setValue(top);
+    fitColumns();
+  }
+  showCurrentRow();
+  viewport()->update();
+}
+
+void DBGrid::showCurrentRow() {
+  const int record = dataset()->Active() ? dataset()->RecordNumber() : -1;
+  model_->setCurrent(record);
+  if (record < 0 || record >= model_->rowCount()) return clearSelection();
+  const int column = std::max(0, currentIndex().column());
+  const QModelIndex cell = model_->index(record, column);
+  if (cell != currentIndex()) setCurrentIndex(cell);
+  selectRow(record);
+  scrollTo(cell);
+}
+
+void DBGrid::standOn(const QModelIndex& index) {
+  sync();
+  if (!dataset() || !dataset()->Active() || index.row() >= model_->rowCount()) return;
+  if (dataset()->RecordNumber() != index.row()) dataset()->MoveTo(std::size_t(index.row()));
+}
+
+void DBGrid::keyPressEvent(QKeyEvent* event) {
+  const int rows = model_->rowCount();
+  const int page = std::max(1, viewport()->height() / rowPixels - 1);
+  const int from = model_->current();
+  int to = from;
+  switch (event->key()) {
+    case Qt::Key_Up:
+      to = from - 1;
+      break;
+    case Qt::Key_Down:
+      to = from + 1;
+      break;
+    case Qt::Key_PageUp:
+      to = from - page;
+      break;
+    case Qt::Key_PageDown:
+      to = from + page;
+      break;
+    case Qt::Key_Home:
+      to = 0;
+      break;
+    case Qt::Key_End:
+      to = rows - 1;
+      break;
+    default:
+      return QTableView::keyPressEvent(event);
+  }
+  event->accept();
+  if (rows == 0) return;
+  to = std::clamp(to, 0, rows - 1);
+  guarded([&] {
+    standOn(model_->index(to, std::max(0, currentIndex().column())));
+    sync();
+  });
+}
+
+void DBGrid::fitColumns() {
+  const QFontMetrics metrics = fontMetrics();
+  const int rows = std::min(model_->rowCount(), viewport()->height() / rowPixels + 1);
+  const int first = std::max(0, rowAt(0));
+  int column = 0;
+  for (const Column& shown : model_->shownColumns()) {
+    int width = horizontalHeader()->sectionSizeHint(column);
+    for (int row = first; row < std::min(first + rows, model_->rowCount()); ++row) {
+      const QString text = model_->index(row, column).data().toString();
+      width = std::max(width, metrics.horizontalAdvance(text) + cellPadding);
+    }
+    width = shown.width > 0 ? shown.width : std::min(width, widestFit);
+    setColumnWidth(column++, width);
+  }
+}
+
+void DBGrid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  if (isVisible() && !rowsStale_) scrollTo(currentIndex());
+}
+
+}  // namespace tavoline

@@ -1,0 +1,87 @@
+#include <QtCore/QSignalBlocker>
+#include <QtGui/QKeyEvent>
+
+#include "data/value/Errors.h"
+#include "toolkit/controls/Focus.h"
+#include "toolkit/controls/Lookup.h"
+#include "toolkit/forms/Guard.h"
+
+namespace tavoline {
+
+DBLookupListBox::DBLookupListBox(QWidget* parent) : QListWidget(parent), Binding(this) {
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  connect(this, &QListWidget::itemClicked, this,
+          [this](QListWidgetItem* item) { guarded([&] { chosen(std::size_t(row(item))); }); });
+}
+
+void DBLookupListBox::bind() {
+  setDataSourceName(list_.listSource);
+  Binding::bind();
+}
+
+// The list's own current row is no concern of the list box: only the user's choice is shown.
+void DBLookupListBox::dataEvent(DataEvent event) {
+  if (event == DataEvent::Rows) markStale();
+}
+
+void DBLookupListBox::pull() {
+  const QSignalBlocker quiet(this);
+  const int rows = int(list_.count());
+  while (count() > rows) delete takeItem(count() - 1);
+  while (count() < rows) addItem(QString());
+  for (int row = 0; row < rows; ++row) item(row)->setText(list_.text(std::size_t(row)));
+  setCurrentRow(list_.rowOf(key_));
+}
+
+Value DBLookupListBox::KeyValue() {
+  return list_.rowOf(key_) < 0 ? Value() : key_;
+}
+
+void DBLookupListBox::KeyValue(const Value& key) {
+  key_ = key;
+  markStale();
+}
+
+void DBLookupListBox::chosen(std::size_t row) {
+  key_ = list_.key(row);
+  list_.choose(row);
+  markStale();
+  if (OnClick) OnClick();
+}
+
+void DBLookupListBox::Choose(const Value& key) {
+  const int row = list_.rowOf(key);
+  if (row < 0) throw DatasetError("« " + key.text() + " » n'est pas dans la liste. Actualisez la liste.");
+  chosen(std::size_t(row));
+}
+
+void DBLookupListBox::SetFocus() {
+  focusControl(*this);
+}
+
+QString DBLookupListBox::heldText() {
+  QString text;
+  guarded([&] {
+    const int row = list_.rowOf(key_);
+    if (row >= 0) text = list_.text(std::size_t(row));
+  });
+  return text;
+}
+
+void DBLookupListBox::enterText(const QString& text) {
+  guarded([&] {
+    for (std::size_t row = 0; row < list_.count(); ++row) {
+      if (list_.text(row) == text) return chosen(row);
+    }
+  });
+}
+
+void DBLookupListBox::keyPressEvent(QKeyEvent* event) {
+  const int before = currentRow();
+  QListWidget::keyPressEvent(event);
+  if (currentRow() >= 0 && currentRow() != before) {
+    guarded([this] { chosen(std::size_t(currentRow())); });
+  }
+}
+
+}  // namespace tavoline

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+
+#include "data/value/DateTime.h"
+#include "toolkit/controls/Edit.h"
+
+class QCalendarWidget;
+
+namespace tavoline {
+
+/// An input for a day, typed or picked from a calendar; it may be empty. OnChange fires when it became a
+/// whole day or empty, and not on the way there.
+class DateEdit : public Edit {
+  Q_OBJECT
+
+ public:
+  explicit DateEdit(QWidget* parent = nullptr);
+
+  std::optional<DateTime> Date() const;  ///< At midnight; empty while there is no whole day.
+  void Date(DateTime day);               ///< By code; a real change fires OnChange.
+
+ protected:
+  void typed() override;
+  /// An unfinished day gives way to the last whole one, with a sentence. Throws ConversionError.
+  void focusLeft() override;
+
+ private:
+  void openCalendar();
+
+  QCalendarWidget* calendar_ = nullptr;
+  QString last_;  // the last whole day, or empty
+};
+
+}  // namespace tavoline

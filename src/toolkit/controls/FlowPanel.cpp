@@ -1,0 +1,153 @@
+#include "toolkit/controls/FlowPanel.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QScroller>
+#include <QtWidgets/QVBoxLayout>
+#include <algorithm>
+
+namespace tavoline {
+
+namespace {
+
+constexpr int gap = 10;  // pixels between tiles, and around them
+
+std::vector<RunningClick*>& running() {
+  static std::vector<RunningClick*> clicks;
+  return clicks;
+}
+
+}  // namespace
+
+RunningClick::RunningClick(const QWidget* tile) : tile_(tile) {
+  running().push_back(this);
+}
+
+RunningClick::~RunningClick() {
+  running().pop_back();
+  for (QWidget* tile : leaving_) tile->deleteLater();
+}
+
+RunningClick* RunningClick::of(const QWidget* tile) {
+  const auto& clicks = running();
+  const auto found = std::find_if(clicks.begin(), clicks.end(), [tile](const RunningClick* click) {
+    return click->tile_ == tile || tile->isAncestorOf(click->tile_);
+  });
+  return found == clicks.end() ? nullptr : *found;
+}
+
+FlowPanel::FlowPanel(QWidget* parent) : QFrame(parent), scroll_(new QScrollArea(this)), canvas_(new QWidget) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll_);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  scroll_->setWidget(canvas_);
+  scroll_->viewport()->installEventFilter(this);
+  scroll_->viewport()->setAutoFillBackground(false);
+  canvas_->setAutoFillBackground(false);
+}
+
+FlowPanel::~FlowPanel() {
+  for (QWidget* tile : order_) tile->disconnect(this);
+}
+
+void FlowPanel::setFlowStyle(FlowStyle style) {
+  style_ = style;
+  scheduleArrange();
+}
+
+void FlowPanel::add(QWidget* tile) {
+  tile->setParent(canvas_);
+  order_.push_back(tile);
+  connect(tile, &QObject::destroyed, this, &FlowPanel::forget);
+  scheduleArrange();
+}
+
+void FlowPanel::forget(QObject* tile) {
+  std::erase_if(order_, [tile](QWidget* known) { return static_cast<QObject*>(known) == tile; });
+  scheduleArrange();
+}
+
+void FlowPanel::clear() {
+  const std::vector<QWidget*> leaving = std::exchange(order_, {});
+  for (QWidget* tile : leaving) {
+    tile->disconnect(this);
+    RunningClick* click = RunningClick::of(tile);
+    if (!click) {
+      delete tile;
+      continue;
+    }
+    tile->hide();
+    tile->setParent(nullptr);
+    click->freeAfterwards(tile);
+  }
+  scheduleArrange();
+}
+
+void FlowPanel::scheduleArrange() {
+  if (!std::exchange(dirty_, true)) QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+bool FlowPanel::event(QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest) arrange();
+  return QFrame::event(event);
+}
+
+bool FlowPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == scroll_->viewport() && event->type() == QEvent::Resize) {
+    dirty_ = true;
+    arrange();
+  }
+  return QFrame::eventFilter(watched, event);
+}
+
+void FlowPanel::arrange() {
+  if (!std::exchange(dirty_, false)) return;
+  QSize room = scroll_->maximumViewportSize();
+  QSize used = layOut(room);
+  const bool rows = style_ == LeftRightTopBottom;
+  const bool full = rows ? used.height() > room.height() : used.width() > room.width();
+  if (full) {  // once more, beside the scroll bar
+    const QSize bars(rows ? scroll_->verticalScrollBar()->sizeHint().width() : 0,
+                     rows ? 0 : scroll_->horizontalScrollBar()->sizeHint().height());
+    room -= bars;
+    used = layOut(room);
+  }
+  canvas_->resize(full ? used.expandedTo(rows ? QSize(room.width(), 0) : QSize(0, room.height())) : room);
+
+  // Only a full panel takes hold of drags; in the others a press reaches its tile without any delay.
+  QWidget* viewport = scroll_->viewport();
+  if (full && !QScroller::hasScroller(viewport)) {
+    QScroller::grabGesture(viewport, QScroller::LeftMouseButtonGesture);
+  } else if (!full && QScroller::hasScroller(viewport)) {
+    QScroller::ungrabGesture(viewport);
+  }
+}
+
+QSize FlowPanel::layOut(const QSize& room) {
+  const bool rows = style_ == LeftRightTopBottom;
+  const int length = rows ? room.width() : room.height();
+  int along = gap, across = gap, thickest = 0;
+  QSize used(0, 0);
+  for (QWidget* tile : order_) {
+    const QSize size = tile->size();
+    const int step = rows ? size.width() : size.height();
+    if (along > gap && along + step + gap > length) {
+      across += thickest + gap;
+      along = gap;
+      thickest = 0;
+    }
+    const QPoint place = rows ? QPoint(along, across) : QPoint(across, along);
+    tile->move(place);
+    tile->show();
+    used = used.expandedTo(QSize(place.x() + size.width() + gap, place.y() + size.height() + gap));
+    along += step + gap;
+    thickest = std::max(thickest, rows ? size.height() : size.width());
+  }
+  return used;
+}
+
+}  // namespace tavoline

@@ -1,0 +1,70 @@
+#include "toolkit/controls/Headings.h"
+
+#include <QtCore/QTimerEvent>
+#include <QtGui/QPainter>
+
+namespace tavoline {
+
+namespace {
+constexpr int blinkPeriod = 700;  // ms between on and off
+constexpr int runPeriod = 40;     // ms between two steps
+constexpr int runStep = 1;        // pixels
+}  // namespace
+
+void BlinkingLabel::showEvent(QShowEvent* event) {
+  Label::showEvent(event);
+  dark_ = false;
+  timer_.start(blinkPeriod, Qt::CoarseTimer, this);
+}
+
+void BlinkingLabel::hideEvent(QHideEvent* event) {
+  timer_.stop();
+  Label::hideEvent(event);
+}
+
+void BlinkingLabel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
+  dark_ = !dark_;
+  update();
+}
+
+void BlinkingLabel::paintEvent(QPaintEvent* event) {
+  if (!dark_) Label::paintEvent(event);
+}
+
+QSize RunningLabel::minimumSizeHint() const {
+  return {0, Label::minimumSizeHint().height()};
+}
+
+void RunningLabel::showEvent(QShowEvent* event) {
+  Label::showEvent(event);
+  offset_ = 0;
+  timer_.start(runPeriod, this);
+}
+
+void RunningLabel::hideEvent(QHideEvent* event) {
+  timer_.stop();
+  Label::hideEvent(event);
+}
+
+void RunningLabel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
+  offset_ += runStep;
+  update();
+}
+
+void RunningLabel::paintEvent(QPaintEvent*) {
+  const QRect room = contentsRect();
+  const QString caption = text().trimmed();
+  const int length = fontMetrics().horizontalAdvance(caption);
+  const int round = room.width() + length;  // from its first letter coming in to its last one going out
+  if (round <= 0) return;
+  // It starts whole at the left edge, so that it can be read at once.
+  const int left = room.left() + room.width() - (room.width() + offset_) % round;
+  QPainter painter(this);
+  painter.setClipRect(room);
+  painter.setPen(palette().color(foregroundRole()));
+  painter.drawText(QRect(left, room.top(), length + 1, room.height()), Qt::AlignVCenter, caption);
+}
+
+}  // namespace tavoline

@@ -1,0 +1,77 @@
+#include "toolkit/controls/Keypad.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QPushButton>
+
+namespace tavoline {
+
+namespace {
+
+struct Key {
+  const char* caption;
+  int code;
+  int row, column, rows = 1, columns = 1;
+};
+
+constexpr Key keys[] = {
+    {"Back", Qt::Key_Backspace, 0, 0},
+    {"/", Qt::Key_Slash, 0, 1},
+    {"*", Qt::Key_Asterisk, 0, 2},
+    {"-", Qt::Key_Minus, 0, 3},
+    {"7", Qt::Key_7, 1, 0},
+    {"8", Qt::Key_8, 1, 1},
+    {"9", Qt::Key_9, 1, 2},
+    {"+", Qt::Key_Plus, 1, 3, 2},
+    {"4", Qt::Key_4, 2, 0},
+    {"5", Qt::Key_5, 2, 1},
+    {"6", Qt::Key_6, 2, 2},
+    {"1", Qt::Key_1, 3, 0},
+    {"2", Qt::Key_2, 3, 1},
+    {"3", Qt::Key_3, 3, 2},
+    {"Enter", Qt::Key_Return, 3, 3, 2},
+    {"0", Qt::Key_0, 4, 0, 1, 2},
+    {".", Qt::Key_Period, 4, 2},
+};
+
+void press(int code, const QString& text) {
+  const bool editing = code == Qt::Key_Backspace || code == Qt::Key_Return;
+  const Qt::KeyboardModifiers modifiers = editing ? Qt::NoModifier : Qt::KeypadModifier;
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    // The press may move the focus; the release belongs to where it is then.
+    QWidget* target = QApplication::focusWidget();
+    if (!target) return;
+    QKeyEvent event(type, code, modifiers, text);
+    QCoreApplication::sendEvent(target, &event);
+  }
+}
+
+QString textOf(const Key& key) {
+  if (key.code == Qt::Key_Backspace) return QStringLiteral("\b");
+  if (key.code == Qt::Key_Return) return QStringLiteral("\r");
+  return QString::fromUtf8(key.caption);
+}
+
+}  // namespace
+
+Keypad::Keypad(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::NoFocus);
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(6);
+  for (const Key& key : keys) {
+    auto* button = new QPushButton(QString::fromUtf8(key.caption), this);
+    button->setObjectName(QStringLiteral("key") + QString::fromUtf8(key.caption));
+    button->setProperty("kind", QStringLiteral("key"));
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setMinimumSize(52, 48);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    button->setAutoRepeat(key.code == Qt::Key_Backspace);
+    connect(button, &QPushButton::clicked, this,
+            [code = key.code, text = textOf(key)] { press(code, text); });
+    grid->addWidget(button, key.row, key.column, key.rows, key.columns);
+  }
+}
+
+}  // namespace tavoline

@@ -1,0 +1,99 @@
+#include "toolkit/controls/Pictures.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QCache>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtGui/QImageReader>
+#include <algorithm>
+
+#include "data/value/Errors.h"
+
+namespace tavoline {
+
+namespace {
+
+constexpr int cacheKilobytes = 64 * 1024;
+constexpr int largestDecodedMegabytes = 512;  // a photograph of 130 megapixels
+
+struct Decoded {
+  SharedBytes bytes;
+  QPixmap picture;
+};
+
+QByteArray view(const Bytes& bytes) {
+  return QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()));
+}
+
+QPixmap decode(const Bytes& bytes) {
+  QByteArray data = view(bytes);
+  QBuffer buffer(&data);
+  QImageReader reader(&buffer);
+  reader.setAutoTransform(true);
+  return QPixmap::fromImage(reader.read());
+}
+
+}  // namespace
+
+QPixmap decodedPicture(const SharedBytes& bytes) {
+  static QCache<size_t, Decoded> cache(cacheKilobytes);
+  if (!bytes || bytes->empty()) return {};
+  const size_t key = qHashBits(bytes->data(), bytes->size());
+  if (const Decoded* known = cache.object(key); known && (known->bytes == bytes || *known->bytes == *bytes)) {
+    return known->picture;
+  }
+  const QPixmap picture = decode(*bytes);
+  const int kilobytes = 1 + picture.width() * picture.height() / 256 + int(bytes->size() / 1024);
+  cache.insert(key, new Decoded{bytes, picture}, kilobytes);
+  return picture;
+}
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& path) {
+  const std::string name = QFileInfo(QString::fromStdString(path)).fileName().toStdString();
+  throw Error("Le fichier « " + name +
+              " » n'est pas une image lisible (PNG, JPEG ou BMP). L'image n'a pas été changée ; "
+              "choisissez un autre fichier.");
+}
+
+// The decoder fills the missing end of a cut JPEG with grey and says nothing.
+bool whole(const QByteArray& file, const QByteArray& format) {
+  return format != "jpeg" || file.lastIndexOf(QByteArrayLiteral("\xff\xd9")) > 0;
+}
+
+SharedBytes shared(const QByteArray& data) {
+  return std::make_shared<const Bytes>(data.begin(), data.end());
+}
+
+}  // namespace
+
+SharedBytes pictureFromFile(const std::string& path) {
+  QFile file(QString::fromStdString(path));
+  if (!file.open(QIODevice::ReadOnly)) refuse(path);
+  QByteArray data = file.readAll();
+  QBuffer buffer(&data);
+  QImageReader::setAllocationLimit(largestDecodedMegabytes);
+  QImageReader reader(&buffer);
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  const QByteArray format = reader.format();
+  if (format != "png" && format != "jpeg" && format != "bmp") refuse(path);
+  if (!whole(data, format)) refuse(path);
+
+  const QSize size = reader.size();
+  const bool large = std::max(size.width(), size.height()) > storedPictureEdge;
+  if (large) reader.setScaledSize(size.scaled(storedPictureEdge, storedPictureEdge, Qt::KeepAspectRatio));
+  const QImage picture = reader.read();
+  if (picture.isNull()) refuse(path);
+  if (!large && format != "bmp") return shared(data);
+
+  QByteArray stored;
+  QBuffer out(&stored);
+  out.open(QIODevice::WriteOnly);
+  const bool photograph = format == "jpeg";
+  if (!picture.save(&out, photograph ? "JPEG" : "PNG", photograph ? 88 : -1)) refuse(path);
+  return shared(stored);
+}
+
+}  // namespace tavoline

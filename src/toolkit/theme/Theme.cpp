@@ -1,0 +1,128 @@
+#include "toolkit/theme/Theme.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QLibraryInfo>
+#include <QtCore/QLocale>
+#include <QtCore/QTranslator>
+#include <QtGui/QIcon>
+#include <QtGui/QPalette>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QProxyStyle>
+
+// A static library's resources are taken in by name, from outside any namespace.
+static void takeResources() {
+  Q_INIT_RESOURCE(theme);
+}
+
+namespace tavoline {
+
+namespace {
+
+constexpr int bodyPixels = 16;
+
+struct Token {
+  const char* name;
+  QRgb colour;
+};
+
+// Longer names first, as one may begin with another.
+constexpr Token tokens[] = {
+    {"@accentDark", theme::accentDark},
+    {"@accentSoft", theme::accentSoft},
+    {"@accent", theme::accent},
+    {"@wrongSoft", theme::wrongSoft},
+    {"@wrong", theme::wrong},
+    {"@ground", theme::ground},
+    {"@card", theme::card},
+    {"@stripe", theme::stripe},
+    {"@shade", theme::shade},
+    {"@line", theme::line},
+    {"@ink", theme::ink},
+    {"@muted", theme::muted},
+    {"@free", theme::free},
+};
+
+// What a stylesheet cannot say.
+class TouchStyle : public QProxyStyle {
+ public:
+  TouchStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    switch (hint) {
+      case SH_LineEdit_PasswordCharacter:
+        return '*';
+      case SH_ComboBox_Popup:
+        return 0;  // a list below the box, scrolled by finger, and not a menu over it
+      case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
+      case SH_EtchDisabledText:
+        return 0;
+      default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+  }
+};
+
+QPalette palette() {
+  QPalette colours;
+  const auto set = [&](QPalette::ColorRole role, QRgb colour) { colours.setColor(role, QColor(colour)); };
+  set(QPalette::Window, theme::ground);
+  set(QPalette::WindowText, theme::ink);
+  set(QPalette::Base, theme::card);
+  set(QPalette::AlternateBase, theme::stripe);
+  set(QPalette::Text, theme::ink);
+  set(QPalette::Button, theme::card);
+  set(QPalette::ButtonText, theme::ink);
+  set(QPalette::PlaceholderText, theme::muted);
+  set(QPalette::Highlight, theme::accent);
+  set(QPalette::HighlightedText, theme::card);
+  set(QPalette::Link, theme::accent);
+  set(QPalette::Midlight, theme::line);
+  set(QPalette::Mid, theme::line);
+  set(QPalette::ToolTipBase, theme::ink);
+  set(QPalette::ToolTipText, theme::card);
+  for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    colours.setColor(QPalette::Disabled, role, QColor(theme::muted));
+  }
+  return colours;
+}
+
+QString styleSheet() {
+  QFile file(QStringLiteral(":/tavoline/theme/tavoline.qss"));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QString sheet = QString::fromUtf8(file.readAll());
+  for (const Token& token : tokens) {
+    sheet.replace(QString::fromLatin1(token.name), QColor(token.colour).name());
+  }
+  return sheet;
+}
+
+void speakFrench(QApplication& application) {
+  QLocale::setDefault(QLocale(QLocale::French));
+  auto* translator = new QTranslator(&application);
+  if (translator->load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    application.installTranslator(translator);
+  }
+}
+
+}  // namespace
+
+void applyTheme(QApplication& application) {
+  takeResources();
+  speakFrench(application);
+  QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << QStringLiteral("/usr/share/icons")
+                                                       << QStringLiteral("/usr/local/share/icons"));
+  QIcon::setThemeName(QStringLiteral("breeze"));
+  QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
+
+  QFont body(QStringLiteral("Liberation Sans"));
+  body.setStyleHint(QFont::SansSerif);
+  body.setPixelSize(bodyPixels);
+  application.setFont(body);
+  application.setStyle(new TouchStyle);
+  application.setPalette(palette());
+  application.setStyleSheet(styleSheet());
+}
+
+}  // namespace tavoline
