@@ -54,7 +54,7 @@ std::shared_ptr<Store> StoreFile::open() const {
 }
 
 std::string StoreFile::run(const std::string& sql) const {
-  return tool::Database(path().string(), tool::Database::Mode::ReadWrite).text(sql);
+  return tool::Database(path().string(), tool::Database::Mode::Create).text(sql);
 }
 
 std::unique_ptr<Rows> stream(const Store& store, const Snapshot& snapshot, std::string_view statement,

@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <cstddef>
-#include <new>
 #include <stdexcept>
 
 namespace tavoline::test {
@@ -21,7 +19,7 @@ struct Disk {
 Disk disk;
 
 // A file of the real disk stands behind this head, in the same block of memory.
-struct alignas(std::max_align_t) File {
+struct File {
   sqlite3_file head;
   sqlite3_file* behind() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };

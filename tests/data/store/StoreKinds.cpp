@@ -9,7 +9,7 @@ class SqliteUnderTest : public StoreUnderTest {
  public:
   std::shared_ptr<Store> open() override { return file_.open(); }
   void hold(const std::string& /*table*/) override {
-    holder_ = std::make_unique<tool::Database>(file_.path().string(), tool::Database::Mode::ReadWrite);
+    holder_ = std::make_unique<tool::Database>(file_.path().string(), tool::Database::Mode::Create);
     holder_->execute("BEGIN IMMEDIATE");
   }
   void release() override { holder_.reset(); }
