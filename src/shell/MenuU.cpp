@@ -197,7 +197,7 @@ bool TMenuF::embed(std::string_view instanceName) {
 
 // The message asks for a house desk as well, but only the ordinary desks are looked at.
 bool TMenuF::ordinaryDeskMissing() {
-  DM->Caisse.FilterBy("general=" + quoted(Label3->Caption()));
+  DM->Caisse.FilterBy("general=" + inQuotes(Label3->Caption()));
   if (!DM->Caisse.Eof()) return false;
   ShowMessage("Merci de céer une ou plusieurs caisses et un caisse de maison ");
   DM->Caisse.Filtered(false);
@@ -206,11 +206,11 @@ bool TMenuF::ordinaryDeskMissing() {
 
 // A user with several desks says at which one he works today; the answer stays in the session's row.
 void TMenuF::askForDesk() {
-  const std::string ofUser = "login=" + quoted(DBText5->Caption());
+  const std::string ofUser = "login=" + inQuotes(DBText5->Caption());
   DM->Count_accee.Reopen();
   DM->Count_accee.FilterBy(ofUser);
   if (DM->Count_accee["CountOfid_caisse"] > 1) {
-    DM->acce_caisse.FilterBy(ofUser + "and general=" + quoted(Label3->Caption()));
+    DM->acce_caisse.FilterBy(ofUser + "and general=" + inQuotes(Label3->Caption()));
     Forms::ShowModal("acc_caisseF");
   }
 }

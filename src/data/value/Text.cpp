@@ -56,7 +56,7 @@ std::size_t characterCount(std::string_view utf8) {
   return count;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "'";
   for (const char c : text) {
     if (c == '\'') result += c;

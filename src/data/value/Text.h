@@ -16,7 +16,7 @@ std::string foldCase(std::string_view utf8);
 std::size_t characterCount(std::string_view utf8);
 
 /// In single quotes, with the single quotes inside doubled: the way screens put a value into a filter.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 /// `like` with `%` for any run and `_` for any one character, without regard to case.
 bool matchesLike(std::string_view text, std::string_view pattern);
