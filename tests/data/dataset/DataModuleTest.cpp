@@ -45,10 +45,10 @@ void tap(TDM& dm, const std::string& designation, const std::string& number) {
   dm.Table_.Refresh();
   dm.Article.Refresh();
   dm.Article.FilterBy("designation_article='" + designation + "'");
-  dm.relation_commande1.FilterBy("n_commande=" + quoted(number));
-  dm.sum_commande.FilterBy("n_commande=" + quoted(number));
-  dm.relation_commande.FilterBy("n_commande=" + quoted(number) +
-                                "and code_article=" + quoted(dm.Article["code_barre"].text()));
+  dm.relation_commande1.FilterBy("n_commande=" + inQuotes(number));
+  dm.sum_commande.FilterBy("n_commande=" + inQuotes(number));
+  dm.relation_commande.FilterBy("n_commande=" + inQuotes(number) +
+                                "and code_article=" + inQuotes(dm.Article["code_barre"].text()));
   ASSERT_EQ(dm.Article["desto"].text(), "OUI");
   const bool known = !dm.relation_commande["n_commande"].isNull();
   const std::int64_t before = known ? dm.relation_commande["qte"].toInteger() : 0;
