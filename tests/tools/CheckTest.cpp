@@ -9,10 +9,7 @@ namespace tavoline::tool {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 class CheckTest : public ToolTest {
  protected:
@@ -68,6 +65,8 @@ TEST_F(CheckTest, FindsEachFault) {
        "La colonne prenom de utilisateur n'a pas de largeur"},
       {"UPDATE commande SET HT = 'beaucoup', tcc = NULL WHERE n_commande = 7", "commande.HT, lignes : 7"},
       {"UPDATE commande SET date_commande = '22/11/2026' WHERE n_commande = 7",
+       "commande.date_commande, lignes : 7"},
+      {"UPDATE commande SET date_commande = '2026' WHERE n_commande = 7",
        "commande.date_commande, lignes : 7"},
       {"UPDATE article SET qte_stock = 2.5 WHERE rid = 9", "article.qte_stock, lignes : 9"},
       {"PRAGMA ignore_check_constraints = ON; UPDATE commande SET login = '12345' WHERE n_commande = 7",

@@ -1,10 +1,10 @@
 #include "tools/store/Creation.h"
 
 #include <gmock/gmock.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <stdexcept>
 
 #include "data/value/Errors.h"
@@ -37,7 +37,7 @@ TEST_F(Creation, MakesAWholeStoreWithItsFirstRows) {
 
 TEST_F(Creation, NeverTouchesWhatStandsUnderTheName) {
   std::ofstream(file("text")) << "notes";
-  std::ofstream(file("empty"));
+  std::ofstream(file("empty")).close();
   fs::create_directory(file("folder"));
   fs::create_symlink("nowhere", file("link"));
   const auto before = content();

@@ -45,7 +45,7 @@ constexpr Rule kRules[] = {
 
 class Checkup {
  public:
-  explicit Checkup(Database& database) : database_(database) {}
+  explicit Checkup(const Database& database) : database_(database) {}
 
   std::vector<std::string> run() {
     checkPages();
@@ -215,7 +215,8 @@ class Checkup {
       case FieldType::Blob:
         return either + "= 'blob')";
       case FieldType::DateTime:
-        return either + "= 'text' AND julianday(" + name + ") IS NOT NULL)";
+        return either + "= 'text' AND " + name + " LIKE '____-__-__%' AND julianday(" + name +
+               ") IS NOT NULL)";
     }
     return {};
   }
@@ -227,7 +228,7 @@ class Checkup {
       add("Il n'y a aucun compte : personne ne peut ouvrir de session.");
   }
 
-  Database& database_;
+  const Database& database_;
   std::vector<std::string> findings_;
   bool complete_ = true;
 };
@@ -259,7 +260,8 @@ std::string foreignKind(std::string_view bytes) {
 std::vector<std::string> checkStore(const std::string& path) {
   const std::string foreign = foreignKind(firstBytes(path));
   if (!foreign.empty()) return {foreign};
-  Database database(path, Database::Mode::Observe);
+  const Database database(path, Database::Mode::Observe);
+  database.execute("BEGIN");  // All that is read is of one moment.
   return Checkup(database).run();
 }
 

@@ -40,7 +40,7 @@ DESCRIPTION
                compte, par lequel on crée les autres.
     demo       Crée une cafétéria de démonstration : places et tables, articles avec leurs images, personnel, caisses,
                fournisseurs, clients et quelques semaines d'activité jusqu'à hier.
-    generate   Crée la même cafétéria avec dix ans d'historique, pour mesurer les temps de réponse.
+    generate   Crée la même cafétéria et ses comptes avec dix ans d'historique, pour mesurer les temps de réponse.
     check      Dit si une base est saine. Ne modifie rien ; les postes peuvent continuer.
     backup     Copie une base telle qu'elle est à cet instant, pendant que les postes continuent.
 

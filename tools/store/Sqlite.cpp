@@ -57,12 +57,12 @@ Database::Database(const std::string& path, Mode mode) {
   if (mode == Mode::Observe) execute("PRAGMA query_only = ON");
 }
 
-void Database::execute(const std::string& sql) {
+void Database::execute(const std::string& sql) const {
   const int code = sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) raiseError(handle(), code);
 }
 
-Statement Database::prepare(std::string_view sql) {
+Statement Database::prepare(std::string_view sql) const {
   sqlite3_stmt* statement = nullptr;
   const int code =
       sqlite3_prepare_v2(handle(), sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
@@ -70,7 +70,7 @@ Statement Database::prepare(std::string_view sql) {
   return Statement(statement);
 }
 
-Statement Database::inserter(std::string_view table, const std::vector<std::string_view>& columns) {
+Statement Database::inserter(std::string_view table, const std::vector<std::string_view>& columns) const {
   std::string names, places;
   for (std::string_view column : columns) {
     names += (names.empty() ? "\"" : ", \"") + std::string(column) + '"';
@@ -79,12 +79,12 @@ Statement Database::inserter(std::string_view table, const std::vector<std::stri
   return prepare("INSERT INTO \"" + std::string(table) + "\" (" + names + ") VALUES (" + places + ')');
 }
 
-std::int64_t Database::integer(std::string_view sql) {
+std::int64_t Database::integer(std::string_view sql) const {
   Statement statement = prepare(sql);
   return statement.step() ? statement.integer(0) : 0;
 }
 
-std::string Database::text(std::string_view sql) {
+std::string Database::text(std::string_view sql) const {
   Statement statement = prepare(sql);
   return statement.step() ? statement.text(0) : std::string();
 }

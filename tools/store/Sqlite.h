@@ -19,13 +19,13 @@ class Database {
   enum class Mode { Create, Observe };
   Database(const std::string& path, Mode mode);
 
-  void execute(const std::string& sql);
-  Statement prepare(std::string_view sql);
+  void execute(const std::string& sql) const;
+  Statement prepare(std::string_view sql) const;
   /// An insertion of `columns` into `table`, to be run with their values in this order.
-  Statement inserter(std::string_view table, const std::vector<std::string_view>& columns);
-  std::int64_t integer(std::string_view sql);  ///< First column of the first row; 0 if there is none.
-  std::string text(std::string_view sql);      ///< The same as text; empty if there is none.
-  void close();                                ///< Throws if the engine could not finish its work.
+  Statement inserter(std::string_view table, const std::vector<std::string_view>& columns) const;
+  std::int64_t integer(std::string_view sql) const;  ///< First column of the first row; 0 if there is none.
+  std::string text(std::string_view sql) const;      ///< The same as text; empty if there is none.
+  void close();                                      ///< Throws if the engine could not finish its work.
 
   sqlite3* handle() const { return handle_.get(); }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int kDemoDays = 26, kDemoOrders = 1150, kDemoDaysNotClosed = 2;
 constexpr std::uint64_t kDemoSeed = 2011;
 constexpr int kGeneratedDays = 3652, kGeneratedDaysNotClosed = 1;
-constexpr std::int64_t kMinute = 60'000, kDay = 24 * 60 * kMinute;
+constexpr std::int64_t kMinute = 60'000, kDay = 24 * (60 * kMinute);
 
 DateTime earlier(DateTime from, std::int64_t milliseconds) {
   return DateTime::fromMillis(from.millis() - milliseconds);
