@@ -16,7 +16,7 @@ Update resolve(const Update& update, const Catalog& catalog);
 
 /// The condition that a filter puts on a resolved statement: filter names are the statement's column names.
 /// Returns the statement narrowed in its `where` (or `having`, for a column that is an aggregate).
-Select narrowed(const Select& resolved, const ExprPtr& filter);
+Select narrowed(const Select& select, const ExprPtr& filter);
 
 /// A filter with its names and literals resolved against the columns of a statement's result, for `holds`.
 /// Throws like `resolve`.

@@ -1,6 +1,7 @@
 #include "data/sql/Writer.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "data/sql/Resolver.h"
 #include "data/sql/Types.h"
@@ -244,7 +245,7 @@ class Writing {
       link = left;
     }
     std::string text = "(" + expression(link->left);
-    for (auto term = terms.rbegin(); term != terms.rend(); ++term) text += sign(node.op) + expression(*term);
+    for (const ExprPtr& term : terms | std::views::reverse) text += sign(node.op) + expression(term);
     return text + ")";
   }
 

@@ -14,8 +14,10 @@ class DateTime {
  public:
   DateTime() = default;  ///< The zero day at midnight.
 
-  /// Throws ConversionError for a day that the calendar does not have, or a time outside 0:00 to 23:59:59.999.
-  static DateTime of(int year, int month, int day, int hour = 0, int minute = 0, int second = 0, int milli = 0);
+  /// Throws ConversionError for a day that the calendar does not have, or a time outside 0:00 to
+  /// 23:59:59.999.
+  static DateTime of(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
+                     int milli = 0);
   static DateTime fromMillis(std::int64_t sinceZeroDay);
   /// Reads the stored form "YYYY-MM-DD HH:MM:SS.SSS"; the time, or its milliseconds, may be missing.
   static std::optional<DateTime> fromStored(std::string_view text);
@@ -36,7 +38,8 @@ class DateTime {
   bool hasDate() const;   ///< False on the zero day.
   bool hasTime() const;   ///< False at midnight.
 
-  friend auto operator<=>(const DateTime&, const DateTime&) = default;
+  friend bool operator==(const DateTime&, const DateTime&) = default;
+  friend std::strong_ordering operator<=>(const DateTime& a, const DateTime& b) { return a.ms_ <=> b.ms_; }
 
  private:
   std::int64_t ms_ = 0;

@@ -1,9 +1,9 @@
 #include "data/value/Regional.h"
 
 #include <langinfo.h>
-#include <locale.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>

@@ -9,7 +9,8 @@ namespace tavoline {
 bool sameName(std::string_view a, std::string_view b);
 std::string foldName(std::string_view name);
 
-/// Unicode case folding of UTF-8 text, for `like`: É equals é. Accents count. Ill-formed bytes stand for themselves.
+/// Unicode case folding of UTF-8 text, for `like`: É equals é. Accents count. Ill-formed bytes stand for
+/// themselves.
 std::string foldCase(std::string_view utf8);
 
 /// Number of characters (code points) in UTF-8 text, as column widths count them.

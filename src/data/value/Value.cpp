@@ -52,7 +52,7 @@ Value operand(const Value& v) {
 
 /// The operand of an operation that takes no date-time.
 Value number(const Value& v) {
-  const Value result = operand(v);
+  Value result = operand(v);
   if (result.isDateTime()) notNumber(result.text());
   return result;
 }
@@ -199,7 +199,7 @@ Value operator/(const Value& a, const Value& b) {
 }
 
 bool operator==(const Value& a, const Value& b) {
-  return (a <=> b) == 0;
+  return std::is_eq(a <=> b);
 }
 
 std::partial_ordering operator<=>(const Value& a, const Value& b) {

@@ -17,7 +17,8 @@ using SharedBytes = std::shared_ptr<const Bytes>;
 /// What a column holds, and so what a text given to it is converted to.
 enum class FieldType { Text, Integer, Float, DateTime, Blob };
 
-/// One value of a field: null, whole number, float, text, date-time or bytes. Copies are cheap (bytes are shared).
+/// One value of a field: null, whole number, float, text, date-time or bytes. Copies are cheap (bytes are
+/// shared).
 ///
 /// Arithmetic follows the rules of the trade's screens: a missing value gives a missing value, a text is read
 /// as a number under the regional format (ConversionError if it is none), and nothing is ever rounded.
@@ -42,13 +43,15 @@ class Value {
   bool isDateTime() const { return v_.index() == 4; }
   bool isBytes() const { return v_.index() == 5; }
 
-  std::int64_t toInteger() const;  ///< Throws ConversionError on null, on text that is no whole number, on a fraction.
-  double toFloat() const;          ///< Throws ConversionError on null and on text that is no number.
-  DateTime toDateTime() const;     ///< Throws ConversionError on null and on text that is no date.
-  SharedBytes toBytes() const;     ///< The null pointer on null; throws ConversionError on anything but bytes.
-  std::string text() const;        ///< Display text under the regional format; empty for null and for bytes.
+  std::int64_t toInteger()
+      const;  ///< Throws ConversionError on null, on text that is no whole number, on a fraction.
+  double toFloat() const;       ///< Throws ConversionError on null and on text that is no number.
+  DateTime toDateTime() const;  ///< Throws ConversionError on null and on text that is no date.
+  SharedBytes toBytes() const;  ///< The null pointer on null; throws ConversionError on anything but bytes.
+  std::string text() const;     ///< Display text under the regional format; empty for null and for bytes.
 
-  /// The same value as `type`; null stays null. Text is read under the regional format. Throws ConversionError.
+  /// The same value as `type`; null stays null. Text is read under the regional format. Throws
+  /// ConversionError.
   Value as(FieldType type) const;
 
  private:
@@ -58,7 +61,8 @@ class Value {
 Value operator+(const Value& a, const Value& b);
 Value operator-(const Value& a, const Value& b);
 Value operator*(const Value& a, const Value& b);
-Value operator/(const Value& a, const Value& b);  ///< Always a float; throws ConversionError on division by zero.
+Value operator/(const Value& a,
+                const Value& b);  ///< Always a float; throws ConversionError on division by zero.
 
 /// Texts compare exactly, numbers by amount, a number with a text by the number in the text. Null equals only
 /// null and is less than everything else.

@@ -1,0 +1,121 @@
+// The fuzz target on mutations of the system's own statements and filters, the same ones in every run.
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "data/sql/Statements.h"
+#include "data/value/Errors.h"
+#include "fuzz/FuzzDialect.h"
+
+namespace tavoline {
+namespace {
+
+constexpr int kRuns = 20000;
+
+std::vector<std::string> seeds() {
+  const std::vector<std::string> filters = {"n_commande='12'", "login='ab12'and general='NON'",
+                                            "table='l''été'", "j>='1'and j<='5'and M>='1'and A=\"2024\"",
+                                            "SumOftotal>=1.5 or total<>-2"};
+  std::vector<std::string> all;
+  for (const test::NamedStatement& statement : test::statements())
+    all.push_back(std::string(statement.text) + "\n--\n" + filters[all.size() % filters.size()]);
+  all.push_back(
+      "select first(tcc)*2/[A] as x, last(login) from commande where not (login like 'é%' or tcc is null)");
+  return all;
+}
+
+class Mutation {
+ public:
+  explicit Mutation(std::vector<std::string> seeds) : seeds_(std::move(seeds)) {}
+
+  std::string next() {
+    std::string text = pick();
+    for (std::size_t changes = below(4); changes > 0; --changes) change(text);
+    return text;
+  }
+
+ private:
+  std::size_t below(std::size_t limit) {
+    return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
+  }
+  const std::string& pick() { return seeds_[below(seeds_.size())]; }
+
+  void change(std::string& text) {
+    const std::size_t at = below(text.size() + 1);
+    switch (below(5)) {
+      case 0:
+        text.erase(at, below(6));
+        break;
+      case 1:
+        text.insert(at, piece());
+        break;
+      case 2:
+        text.insert(at, text.substr(below(text.size() + 1), below(40)));
+        break;
+      case 3:
+        text.replace(at, below(12), std::string(1, static_cast<char>(below(256))));
+        break;
+      default: {
+        const std::string& other = pick();
+        text.insert(at, other.substr(below(other.size() + 1), below(60)));
+      }
+    }
+  }
+
+  std::string piece() {
+    static const std::vector<std::string> pieces = {"'",
+                                                    "\"",
+                                                    "''",
+                                                    "(",
+                                                    ")",
+                                                    ",",
+                                                    ".",
+                                                    ";",
+                                                    "*",
+                                                    " and ",
+                                                    " or ",
+                                                    " not ",
+                                                    " is null",
+                                                    "=",
+                                                    "<>",
+                                                    " between 9 and 1",
+                                                    " like '%'",
+                                                    ":x",
+                                                    "[",
+                                                    "]",
+                                                    "[type]",
+                                                    "type.",
+                                                    " first(",
+                                                    " sum(",
+                                                    " group by ",
+                                                    " order by ",
+                                                    " inner join ",
+                                                    "1e9",
+                                                    "9999999999999999999999",
+                                                    "-",
+                                                    "/0",
+                                                    "\n--\n",
+                                                    "é",
+                                                    "\xC3",
+                                                    std::string(1, '\0')};
+    return pieces[below(pieces.size())];
+  }
+
+  std::vector<std::string> seeds_;
+  std::mt19937 random_{20240501};
+};
+
+TEST(FuzzSmoke, OnlyErrorsOfTheSystemComeOut) {
+  for (const std::string& seed : seeds()) ASSERT_NO_THROW(test::fuzzDialect(seed)) << seed;
+  Mutation mutation(seeds());
+  for (int i = 0; i < kRuns; ++i) {
+    const std::string text = mutation.next();
+    ASSERT_NO_THROW(test::fuzzDialect(text)) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tavoline
