@@ -1,0 +1,52 @@
+#include "catalogue/C_articleU.h"
+
+#include "data/DMU.h"
+#include "shell/Entry.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+TC_articleF* C_articleF = nullptr;
+
+TC_articleF::TC_articleF() : TForm("C_articleF") {
+  setupUi(this);
+  Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  Fermer->OnClick = [this] { FermerClick(); };
+  InsertImage->OnClick = [this] { InsertImageClick(); };
+  wireKeyboardPath();
+  Ready();
+}
+
+// DBEdit11 ends the path. The hops into DBEdit1, which is disabled, end in the focus error.
+void TC_articleF::wireKeyboardPath() {
+  const auto keys = [](auto* input, auto* back, auto* on) {
+    input->OnEnter = input->OnDown = [on] { on->SetFocus(); };
+    input->OnUp = [back] { back->SetFocus(); };
+  };
+  keys(DBEdit2, DBEdit1, RzDBLookupComboBox1);
+  keys(RzDBLookupComboBox1, DBEdit2, DBEdit4);
+  keys(DBEdit4, RzDBLookupComboBox1, DBEdit6);
+  keys(DBEdit6, DBEdit4, DBEdit7);
+  keys(DBEdit7, DBEdit6, DBEdit8);
+  keys(DBEdit8, DBEdit7, DBEdit11);
+  keys(RzDBComboBox1, DBEdit11, DBEdit1);
+}
+
+void TC_articleF::EnregistrerClick() {
+  if (!mandatory({DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1})) return;
+  saveEntry(DM->Article);
+  endEntry(*this);
+}
+
+void TC_articleF::FermerClick() {
+  DM->Article.Cancel();
+  paintRed({DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1}, false);
+  endEntry(*this);
+}
+
+void TC_articleF::InsertImageClick() {
+  const std::string file = Messages::current().openPicture();
+  if (!file.empty()) DBImage1->LoadFromFile(file);
+}
+
+}  // namespace tavoline

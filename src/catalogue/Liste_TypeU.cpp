@@ -1,0 +1,47 @@
+#include "catalogue/Liste_TypeU.h"
+
+#include "catalogue/C_typeU.h"
+#include "data/DMU.h"
+#include "shell/Entry.h"
+
+namespace tavoline {
+
+TListe_TypeF* Liste_TypeF = nullptr;
+
+TListe_TypeF::TListe_TypeF() : TForm("Liste_TypeF") {
+  setupUi(this);
+  Ajouter->OnClick = [this] { AjouterClick(); };
+  Modifier->OnClick = [this] { ModifierClick(); };
+  Supprimer->OnClick = [this] { SupprimerClick(); };
+  Quitter->OnClick = [this] { QuitterClick(); };
+  moves(Premier, DM->type_produit, &Dataset::First);
+  moves(Precedent, DM->type_produit, &Dataset::Prior);
+  moves(Suivant, DM->type_produit, &Dataset::Next);
+  moves(Dernier, DM->type_produit, &Dataset::Last);
+  Ready();
+}
+
+void TListe_TypeF::AjouterClick() {
+  DM->T_p.Reopen();
+  DM->type_produit.Insert();
+  DM->type_produit["code"] = DBText1->Caption().empty() ? Value(1) : DM->T_p["tp"] + Value(1);
+  Type_produitF->Show();
+  Type_produitF->RzDBEdit2->SetFocus();
+  beginEntry();
+}
+
+void TListe_TypeF::ModifierClick() {
+  DM->type_produit.Edit();
+  Type_produitF->Show();
+  Type_produitF->RzDBEdit2->SetFocus();
+  beginEntry();
+}
+
+void TListe_TypeF::SupprimerClick() { deleteOnConsent(DM->type_produit); }
+
+void TListe_TypeF::QuitterClick() {
+  DM->type_produit.Cancel();
+  Close();
+}
+
+}  // namespace tavoline

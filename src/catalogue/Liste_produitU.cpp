@@ -1,0 +1,124 @@
+#include "catalogue/Liste_produitU.h"
+
+#include <QtGui/QAction>
+
+#include "catalogue/C_articleU.h"
+#include "data/DMU.h"
+#include "data/value/Text.h"
+#include "shell/Entry.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
+
+namespace tavoline {
+
+TListe_produitF* Liste_produitF = nullptr;
+
+TListe_produitF::TListe_produitF() : TForm("Liste_produitF") {
+  setupUi(this);
+  Ajouter->OnClick = [this] { AjouterClick(); };
+  Modifier->OnClick = [this] { ModifierClick(); };
+  x7->OnClick = [this] { x7Click(); };
+  Quitter->OnClick = [this] { QuitterClick(); };
+  Imprimer->OnClick = [this] { ImprimerClick(); };
+  Filtrer->OnClick = [this] { FiltrerClick(); };
+  Initialiser->OnClick = [this] { InitialiserClick(); };
+  RzRapidFireButton1->OnClick = [this] { RzRapidFireButton1Click(); };
+  RzEdit1->OnEnter = RzEdit3->OnEnter = RzDBLookupComboBox1->OnEnter = [this] { Filtrer->Click(); };
+  DBGridEh1->OnDblClick = [this] { DBGridEh1DblClick(); };
+  DBGridEh1->OnCellColour = [this](Dataset& rows, std::size_t record, const std::string& field) {
+    return DBGridEh1CellColour(rows, record, field);
+  };
+  moves(Premier, DM->Article, &Dataset::First);
+  moves(Precedent, DM->Article, &Dataset::Prior);
+  moves(Suivant, DM->Article, &Dataset::Next);
+  moves(Dernier, DM->Article, &Dataset::Last);
+
+  auto* Annulerlesfiltres1 = new QAction(QStringLiteral("Annuler les filtres"), this);
+  Annulerlesfiltres1->setObjectName(QStringLiteral("Annulerlesfiltres1"));
+  Annulerlesfiltres1->setShortcut(Qt::Key_Escape);
+  Annulerlesfiltres1->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  connect(Annulerlesfiltres1, &QAction::triggered, this, [this] { guarded([this] { InitialiserClick(); }); });
+  addAction(Annulerlesfiltres1);
+  Ready();
+}
+
+void TListe_produitF::showEntry(const char* mode) {
+  C_articleF->Label5->Caption(mode);
+  C_articleF->Dock(MenuF->RzPanel4);
+  C_articleF->Show();
+}
+
+// The code is the count of articles plus one, as text: after a deletion it may be one that exists.
+void TListe_produitF::AjouterClick() {
+  DM->A.Reopen();
+  showEntry("Insert");
+  C_articleF->DBEdit2->SetFocus();
+  DM->Article.Insert();
+  C_articleF->DBEdit1->Text((DM->A["A"] + Value(1)).text());
+  beginEntry();
+}
+
+void TListe_produitF::ModifierClick() {
+  showEntry("Edit");
+  DM->Article.Edit();
+  beginEntry();
+}
+
+void TListe_produitF::x7Click() { deleteOnConsent(DM->Article); }
+
+void TListe_produitF::QuitterClick() {
+  DM->Article.Cancel();
+  Close();
+}
+
+// The list is not printed from here; its document stands ready in frxReport1.
+void TListe_produitF::ImprimerClick() {}
+
+void TListe_produitF::FiltrerClick() {
+  const std::string C = RzEdit1->Text(), D = RzEdit3->Text(), T = RzDBLookupComboBox1->KeyValue().text();
+  const bool c = !C.empty(), d = !D.empty(), t = !T.empty();
+  const std::string byCode = "code_barre=" + quoted(C), byName = "designation_article=" + quoted(D),
+                    byType = "id_categorie=" + quoted(T);
+  if (c && !d && !t) DM->Article.FilterBy(byCode);
+  if (c && d && !t) DM->Article.FilterBy(byCode + "and " + byName);
+  if (!c && d && !t) DM->Article.FilterBy(byName);
+  if (!c && !d && t) DM->Article.FilterBy(byType);
+  if (c && !d && t) DM->Article.FilterBy(byCode + "and " + byType);
+  if (!c && d && t) DM->Article.FilterBy(byName + "and " + byType);
+  if (c && d && t) DM->Article.FilterBy(byName + "and " + byType + "and " + byCode);
+}
+
+void TListe_produitF::InitialiserClick() {
+  DM->Article.Filtered(false);
+  RzDBLookupComboBox1->KeyValue(Value());
+  RzEdit1->Clear();
+  RzEdit3->Clear();
+}
+
+void TListe_produitF::RzRapidFireButton1Click() {
+  DM->Achat["code_barre"] = DM->Article["code_barre"];
+  DM->Achat["article"] = DM->Article["designation_article"];
+  Close();
+}
+
+void TListe_produitF::DBGridEh1DblClick() {
+  if (!RzRapidFireButton1->isHidden()) return RzRapidFireButton1->Click();
+  if (RzRapidFireButton2->isHidden()) Modifier->Click();
+}
+
+QColor TListe_produitF::DBGridEh1CellColour(Dataset& rows, std::size_t record, const std::string& field) const {
+  if (!sameName(field, "qte_stock")) return {};
+  const auto value = [&](const char* name) {
+    return rows.ValueAt(record, static_cast<std::size_t>(rows.ColumnIndex(name)));
+  };
+  const bool low = value("qte_min") >= value("qte_stock") && value("desto") == Value("OUI");
+  return low ? theme::alert() : QColor();
+}
+
+void TListe_produitF::FormClose() {
+  RzDBLookupComboBox1->KeyValue(Value());
+  DM->Article.Filtered(false);
+}
+
+}  // namespace tavoline

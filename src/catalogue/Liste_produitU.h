@@ -1,0 +1,33 @@
+#pragma once
+
+#include "toolkit/forms/TForm.h"
+#include "ui_Liste_produitU.h"
+
+namespace tavoline {
+
+/// The catalogue: all articles, searched by code, designation and category, the low stocks marked. From the first
+/// time that the purchase entry makes RzRapidFireButton1 visible, a double click picks instead of opening the entry.
+class TListe_produitF : public TForm, public Ui::Liste_produitF {
+ public:
+  TListe_produitF();
+
+ protected:
+  void FormClose() override;
+
+ private:
+  void AjouterClick();
+  void ModifierClick();
+  void x7Click();
+  void QuitterClick();
+  void ImprimerClick();
+  void FiltrerClick();
+  void InitialiserClick();
+  void RzRapidFireButton1Click();
+  void DBGridEh1DblClick();
+  QColor DBGridEh1CellColour(Dataset& rows, std::size_t record, const std::string& field) const;
+  void showEntry(const char* mode);
+};
+
+extern TListe_produitF* Liste_produitF;
+
+}  // namespace tavoline
