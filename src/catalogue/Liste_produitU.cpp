@@ -78,8 +78,8 @@ void TListe_produitF::ImprimerClick() {}
 void TListe_produitF::FiltrerClick() {
   const std::string C = RzEdit1->Text(), D = RzEdit3->Text(), T = RzDBLookupComboBox1->KeyValue().text();
   const bool c = !C.empty(), d = !D.empty(), t = !T.empty();
-  const std::string byCode = "code_barre=" + quoted(C), byName = "designation_article=" + quoted(D),
-                    byType = "id_categorie=" + quoted(T);
+  const std::string byCode = "code_barre=" + inQuotes(C), byName = "designation_article=" + inQuotes(D),
+                    byType = "id_categorie=" + inQuotes(T);
   if (c && !d && !t) DM->Article.FilterBy(byCode);
   if (c && d && !t) DM->Article.FilterBy(byCode + "and " + byName);
   if (!c && d && !t) DM->Article.FilterBy(byName);

@@ -53,7 +53,7 @@ void Tliste_tableF::SupprimerClick() { deleteOnConsent(DM->Table_); }
 
 void Tliste_tableF::FiltrerClick() {
   if (RzDBLookupComboBox1->Text().empty()) return;
-  DM->Table_.FilterBy("id_endroit=" + quoted(RzDBLookupComboBox1->KeyValue().text()));
+  DM->Table_.FilterBy("id_endroit=" + inQuotes(RzDBLookupComboBox1->KeyValue().text()));
 }
 
 void Tliste_tableF::InitialiserClick() {
