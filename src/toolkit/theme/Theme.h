@@ -21,6 +21,7 @@ inline constexpr QRgb accentDark = 0xff0a464a;  ///< The accent under a finger.
 inline constexpr QRgb accentSoft = 0xffd5e8e7;  ///< The current row, the key under a finger.
 inline constexpr QRgb wrong = 0xffb3261e;       ///< Only for what is wrong or busy.
 inline constexpr QRgb wrongSoft = 0xfffbe1de;   ///< An input that is wrong; a cell to look at.
+inline constexpr QRgb alert = 0xfff4978e;       ///< A cell that calls for something: a low stock.
 inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or right.
 }  // namespace theme
 
