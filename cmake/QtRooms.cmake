@@ -12,4 +12,6 @@ function(tavoline_qt_room name)
   tavoline_room(${name} ${ARGN})
   target_link_libraries(${name} PUBLIC tavoline_qt_options)
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+  # Other rooms read this room's screens, and so the headers made from its forms.
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include)
 endfunction()
