@@ -1,6 +1,4 @@
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -49,8 +47,8 @@ std::string firstBytes(const fs::path& file) {
   if (in) in.read(bytes.data(), bytes.size());
   if (!in && !in.eof())
     refuse(file,
-           "ne peut pas être lu (" + std::string(std::strerror(errno)) +
-               "). Donnez à cet utilisateur le droit de lire et d'écrire le fichier, ou vérifiez le disque.");
+           "ne peut pas être lu : le droit de le lire manque, ou le disque est en panne. Donnez à cet "
+           "utilisateur le droit de lire et d'écrire le fichier, ou vérifiez le disque.");
   return {bytes.data(), static_cast<std::size_t>(in.gcount())};
 }
 

@@ -66,6 +66,14 @@ void Connection::rollback() noexcept {
     sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
+void Connection::endReading() noexcept {
+  try {
+    run("COMMIT");
+  } catch (const std::exception&) {
+    rollback();
+  }
+}
+
 Connection::Impatience::Impatience(Connection& connection) : handle_(connection.handle()) {
   sqlite3_busy_timeout(handle_, 0);
 }

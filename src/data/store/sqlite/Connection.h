@@ -27,6 +27,7 @@ class Connection {
   void run(const std::string& text);  ///< Steps to the end.
   /// Ends whatever transaction a failure has left behind. Never throws.
   void rollback() noexcept;
+  void endReading() noexcept;  ///< Ends a transaction that has written nothing.
 
   /// While it lives, the connection gives up at once where it would wait for another process.
   class Impatience {

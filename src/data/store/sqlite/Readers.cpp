@@ -29,7 +29,7 @@ Pin::Pin(std::shared_ptr<Readers> readers) : readers_(std::move(readers)), conne
 }
 
 Pin::~Pin() {
-  connection_->rollback();
+  connection_->endReading();
   readers_->giveBack(std::move(connection_));
 }
 
