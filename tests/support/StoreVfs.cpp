@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace tavoline::test {
 
@@ -15,6 +16,7 @@ struct Disk {
   int writeCode = SQLITE_OK, syncCode = SQLITE_OK;
   int writesLeft = 0;
   int refused = 0, syncs = 0;
+  std::function<void()> whenWaiting;
 };
 Disk disk;
 
@@ -73,6 +75,11 @@ int openFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int*
   return code;
 }
 
+int wait(sqlite3_vfs*, int microseconds) {
+  if (const auto then = std::exchange(disk.whenWaiting, nullptr)) then();
+  return disk.real->xSleep(disk.real, microseconds);
+}
+
 void install() {
   using M = sqlite3_io_methods;
   disk.methods = {3,
@@ -99,6 +106,7 @@ void install() {
   disk.shim.pNext = nullptr;
   disk.shim.szOsFile = static_cast<int>(sizeof(File)) + disk.real->szOsFile;
   disk.shim.xOpen = openFile;
+  disk.shim.xSleep = wait;
 }
 
 }  // namespace
@@ -126,6 +134,10 @@ void StoreVfs::failSyncs(int code) {
 
 void StoreVfs::heal() {
   disk.writeCode = disk.syncCode = SQLITE_OK;
+}
+
+void StoreVfs::whenWaiting(std::function<void()> then) {
+  disk.whenWaiting = std::move(then);
 }
 
 int StoreVfs::refused() const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace tavoline::test {
 
 /// Stands between SQLite and the disk for as long as it lives, and makes the disk fail on demand. Only files
@@ -15,6 +17,8 @@ class StoreVfs {
   void failWrites(int code, int writes = 0);
   void failSyncs(int code);
   void heal();
+  /// Calls `then`, once, when SQLite first waits for another process.
+  void whenWaiting(std::function<void()> then);
   int refused() const;  ///< How many calls have failed so far.
   int syncs() const;    ///< How many times a file was forced to the disk so far.
 };

@@ -1,8 +1,7 @@
-#include <array>
 #include <filesystem>
-#include <fstream>
 
 #include "data/store/Store.h"
+#include "data/store/sqlite/FirstBytes.h"
 #include "data/store/sqlite/SqliteStore.h"
 #include "data/value/Errors.h"
 
@@ -25,8 +24,7 @@ std::string folderOf(const fs::path& file) {
   return fs::absolute(file, error).parent_path().string();
 }
 
-// Enough of the file to say what it is. Plain reading, so that looking at a file never leaves anything beside
-// it.
+// Enough of the file to say what it is, without leaving anything beside it.
 std::string firstBytes(const fs::path& file) {
   std::error_code error;
   const fs::file_status status = fs::status(file, error);
@@ -42,14 +40,10 @@ std::string firstBytes(const fs::path& file) {
   if (status.type() != fs::file_type::regular && !error)
     refuse(file, "n'est pas un fichier ordinaire. Remettez le fichier de données à sa place.");
 
-  std::ifstream in(file, std::ios::binary);
-  std::array<char, 512> bytes{};
-  if (in) in.read(bytes.data(), bytes.size());
-  if (!in && !in.eof())
-    refuse(file,
-           "ne peut pas être lu : le droit de le lire manque, ou le disque est en panne. Donnez à cet "
-           "utilisateur le droit de lire et d'écrire le fichier, ou vérifiez le disque.");
-  return {bytes.data(), static_cast<std::size_t>(in.gcount())};
+  if (const auto bytes = sqlite::firstBytes(file.string(), 512)) return *bytes;
+  refuse(file,
+         "ne peut pas être lu : le droit de le lire manque, ou le disque est en panne. Donnez à cet "
+         "utilisateur le droit de lire et d'écrire le fichier, ou vérifiez le disque.");
 }
 
 bool isJet(std::string_view bytes) {

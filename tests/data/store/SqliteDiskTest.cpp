@@ -1,7 +1,9 @@
 #include <sqlite3.h>
 
 #include "data/store/StoreContract.h"
+#include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
+#include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
 
@@ -75,6 +77,46 @@ TEST(SqliteDisk, EveryWriteIsForcedToTheDisk) {
     write();
     EXPECT_GT(disk.syncs(), before);
   }
+}
+
+TEST(SqliteDisk, AWriteWaitsForAnotherProcessToFinishItsOwn) {
+  const StoreFile file;
+  StoreProcess other([&](StoreProcess::Turns& turns) {
+    tool::Database writer(file.path().string(), tool::Database::Mode::Create);
+    turns.next();
+    writer.execute("BEGIN IMMEDIATE");
+    turns.next();
+    writer.execute("COMMIT");
+  });
+  StoreVfs disk;
+  const auto store = file.open();
+  other.turn();
+  bool waited = false;
+  disk.whenWaiting([&] {
+    waited = true;
+    other.turn();
+  });
+  addPlace(*store, 1, "Salle");
+  EXPECT_TRUE(waited);
+  EXPECT_EQ(placesIn(*store), "Salle");
+}
+
+TEST(SqliteDisk, LookingAtTheFileAgainKeepsTheLocksOnIt) {
+  const StoreFile file;
+  StoreProcess other([&](StoreProcess::Turns& turns) {
+    turns.next();
+    addPlace(*file.open(), 1, "de l'autre");
+    turns.next();
+    if (placesIn(*file.open()) != "avant,de l'autre,après") throw std::runtime_error("a row was lost");
+  });
+  const auto store = file.open();
+  addPlace(*store, 2, "avant");
+  file.open();
+  // Were the other process to believe itself alone, it would take the log away with its close.
+  other.turn();
+  EXPECT_EQ(placesIn(*store), "avant,de l'autre");
+  addPlace(*store, 3, "après");
+  EXPECT_NO_THROW(other.turn());
 }
 
 TEST(SqliteDisk, TheLogIsFoldedAndBeginsAgainWhileDatasetsStayOpen) {

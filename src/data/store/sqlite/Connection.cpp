@@ -23,9 +23,6 @@ Connection::Connection(const std::string& path, std::string name, Role role) : n
 
   sqlite3_extended_result_codes(opened, 1);
   sqlite3_busy_timeout(opened, patience);
-  // Without these a quoted name that the file does not have would quietly be taken for a text.
-  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   registerFunctions(opened);
   if (role == Role::Reader) run("PRAGMA query_only = ON");
 }
