@@ -240,8 +240,7 @@ void DBGrid::showCurrentRow() {
   if (record < 0 || record >= model_->rowCount()) return clearSelection();
   const int column = std::max(0, currentIndex().column());
   const QModelIndex cell = model_->index(record, column);
-  if (cell != currentIndex()) setCurrentIndex(cell);
-  selectRow(record);
+  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   scrollTo(cell);
 }
 
@@ -285,6 +284,11 @@ void DBGrid::keyPressEvent(QKeyEvent* event) {
     standOn(model_->index(to, std::max(0, currentIndex().column())));
     sync();
   });
+}
+
+void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTableView::closeEditor(editor, hint);
+  markStale();
 }
 
 void DBGrid::fitColumns() {

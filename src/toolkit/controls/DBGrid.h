@@ -42,6 +42,7 @@ class DBGrid : public QTableView, public Binding {
   void dataEvent(DataEvent event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   class Model;

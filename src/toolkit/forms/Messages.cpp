@@ -28,7 +28,7 @@ bool askBox(const std::string& text, const std::string& title) {
   box.setTextFormat(Qt::PlainText);
   box.button(QMessageBox::Yes)->setText(QStringLiteral("Oui"));
   box.button(QMessageBox::No)->setText(QStringLiteral("Non"));
-  box.setDefaultButton(QMessageBox::Yes);
+  box.setDefaultButton(QMessageBox::No);
   box.setEscapeButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes;
 }

@@ -1,0 +1,15 @@
+#include <gmock/gmock.h>
+
+#include <QtWidgets/QApplication>
+
+#include "toolkit/theme/Theme.h"
+
+// One application for all cases of a program; offscreen unless the caller wants to watch.
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleMock(&argc, argv);
+  QApplication application(argc, argv);
+  application.setQuitOnLastWindowClosed(false);
+  tavoline::applyTheme(application);
+  return RUN_ALL_TESTS();
+}
