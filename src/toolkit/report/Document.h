@@ -1,0 +1,112 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "data/value/Value.h"
+#include "toolkit/report/Template.h"
+
+namespace tavoline::report {
+
+/// A band on a page.
+struct PlacedBand {
+  std::uint32_t band = 0;  ///< Place in the template.
+  float top = 0;           ///< Units from the top of the paper.
+};
+
+/// An object on a page, put together from the template and the page's words. Valid while the document is unchanged.
+struct Item {
+  const Band* band = nullptr;
+  const Object* object = nullptr;
+  Rect rect;                ///< On the paper, in units.
+  std::string_view text;    ///< Of memos, and the value of a barcode; UTF-8.
+  std::size_t word = 0;     ///< Place of the text among the page's texts.
+};
+
+/// One prepared page: its bands in order, and their texts packed, so that thousands of pages stay small.
+class Page {
+ public:
+  void add(PlacedBand band) { bands_.push_back(band); }
+  void addText(std::string_view text);
+
+  const std::vector<PlacedBand>& bands() const { return bands_; }
+  std::size_t textCount() const { return ends_.size(); }
+  std::string_view text(std::size_t index) const;
+  void setText(std::size_t index, std::string_view text);
+  void shrink();  ///< Gives back what was only needed while the page was filled.
+
+ private:
+  std::vector<PlacedBand> bands_;
+  std::string words_;
+  std::vector<std::uint32_t> ends_;  // of each text within words_
+};
+
+/// A prepared document: what a template became, independent of the datasets that filled it.
+class Document {
+ public:
+  Document() = default;
+  Document(std::shared_ptr<const Template> report, SharedBytes logo);
+
+  bool empty() const { return pages_.empty(); }
+  std::size_t pageCount() const { return pages_.size(); }
+  const Page& page(std::size_t index) const { return pages_[index]; }
+  void add(Page page) { pages_.push_back(std::move(page)); }
+  /// Appends the pages of a document of the same template.
+  void append(Document other);
+
+  const Template& report() const { return *template_; }
+  const std::shared_ptr<const Template>& sharedReport() const { return template_; }
+  const PageSetup& setup() const { return setup_; }
+  const SharedBytes& logo() const { return logo_; }  ///< As stored in its file; null for none.
+
+  /// What stands on a page, in printing order; objects that are not visible do not stand anywhere.
+  std::vector<Item> items(std::size_t page) const;
+  void setText(std::size_t page, std::size_t word, std::string_view text) { pages_[page].setText(word, text); }
+  /// Lays the same bands out on another paper. Page footers stay with the bands they stood under.
+  void rearrange(const PageSetup& setup);
+  void setSetup(const PageSetup& setup) { setup_ = setup; }  ///< For pages that were laid out so already.
+
+  /// The page as text: paper, bands, and each object with its rectangle and its words.
+  std::string dump(std::size_t page) const;
+  std::string dump() const;
+
+ private:
+  std::shared_ptr<const Template> template_;
+  PageSetup setup_;
+  SharedBytes logo_;
+  std::vector<Page> pages_;
+};
+
+/// Number of texts that a band leaves on a page: its visible objects that carry words.
+std::size_t textCount(const Band& band);
+
+/// Where a text was found.
+struct Hit {
+  std::size_t page = 0;
+  std::size_t word = 0;
+};
+
+/// Finds a text in memos, without regard to case, page by page.
+class Finder {
+ public:
+  Finder(const Document& document, std::string_view text);
+
+  /// The next hit after `from`, or the one before; goes round at the ends. False without a hit.
+  bool next(Hit& from) const;
+  bool previous(Hit& from) const;
+  /// The first hit at or after the head of a page.
+  bool first(std::size_t page, Hit& hit) const;
+
+ private:
+  bool matches(const Item& item) const;
+  bool firstIn(std::size_t page, std::size_t fromWord, Hit& hit) const;
+  bool lastIn(std::size_t page, std::size_t beforeWord, Hit& hit) const;
+
+  const Document& document_;
+  std::string folded_;
+};
+
+}  // namespace tavoline::report

@@ -1,0 +1,210 @@
+#include "toolkit/report/Painter.h"
+
+#include <QtGui/QImage>
+#include <QtGui/QPaintDevice>
+#include <QtGui/QPainter>
+#include <QtGui/QTextLayout>
+#include <algorithm>
+#include <cmath>
+
+#include "toolkit/report/Code128.h"
+
+namespace tavoline::report {
+
+namespace {
+
+constexpr double kTextInset = 3;     // units between a box and its words
+constexpr double kNarrowest = 0.70;  // a line too long for its box is set narrower, down to this,
+constexpr double kSmallest = 0.75;   // and then smaller
+constexpr double kQuietModules = 10;  // on either side of a barcode
+constexpr double kShadow = 4;
+
+QString family(const std::string& name) {
+  if (name == "Arial" || name == "Tahoma" || name == "Arial Black") return "Liberation Sans";
+  return QString::fromStdString(name);
+}
+
+QColor colour(Colour value) { return QColor::fromRgb(value & 0xFFFFFFU); }
+
+// A painter with the page's origin and scale: the objects are told in units, the device works in dots.
+class Canvas {
+ public:
+  Canvas(QPainter& painter, QPointF origin, double scale) : painter_(painter), origin_(origin), scale_(scale) {}
+
+  void object(const Item& item, const QImage& logo) {
+    const Object& object = *item.object;
+    if (object.shadow) {
+      fill({item.rect.left + kShadow, item.rect.bottom(), item.rect.width, kShadow}, object.frameColour);
+      fill({item.rect.right(), item.rect.top + kShadow, kShadow, item.rect.height}, object.frameColour);
+    }
+    if (object.fill != kNoColour) fill(item.rect, object.fill);
+    switch (object.kind) {
+      case ObjectKind::Memo:
+      case ObjectKind::SysMemo: words(item); break;
+      case ObjectKind::Picture: picture(item.rect, logo); break;
+      case ObjectKind::BarCode: barcode(item); break;
+      case ObjectKind::Line: return line(item);
+    }
+    frame(item);
+  }
+
+ private:
+  QRectF device(const Rect& rect) const {
+    return {origin_.x() + rect.left * scale_, origin_.y() + rect.top * scale_, rect.width * scale_, rect.height * scale_};
+  }
+
+  // Edges fall on whole dots, so that neighbouring cells share theirs and thin lines stay sharp.
+  QRectF snapped(const Rect& rect) const {
+    const QRectF exact = device(rect);
+    return {QPointF(std::round(exact.left()), std::round(exact.top())),
+            QPointF(std::round(exact.right()), std::round(exact.bottom()))};
+  }
+
+  double lineWidth(const Object& object) const { return std::max(1.0, std::round(object.frameWidth * scale_)); }
+
+  void fill(const Rect& rect, Colour value) { painter_.fillRect(snapped(rect), colour(value)); }
+
+  void edge(const Object& object, QPointF from, QPointF to) {
+    const double width = lineWidth(object);
+    if (object.frameStyle == FrameStyle::Solid) {
+      // Horizontal or vertical: a filled bar, centred on the edge.
+      QRectF bar = QRectF(from, to).normalized();
+      const double before = std::floor(width / 2);
+      bar.adjust(-before, -before, width - before, width - before);
+      painter_.fillRect(bar, colour(object.frameColour));
+      return;
+    }
+    QPen pen(colour(object.frameColour), width);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setDashPattern({1.5, 2.5});
+    painter_.setPen(pen);
+    painter_.drawLine(from, to);
+  }
+
+  void frame(const Item& item) {
+    const Object& object = *item.object;
+    const QRectF box = snapped(item.rect);
+    if (object.frame & SideLeft) edge(object, box.topLeft(), box.bottomLeft());
+    if (object.frame & SideRight) edge(object, box.topRight(), box.bottomRight());
+    if (object.frame & SideTop) edge(object, box.topLeft(), box.topRight());
+    if (object.frame & SideBottom) edge(object, box.bottomLeft(), box.bottomRight());
+  }
+
+  void line(const Item& item) {
+    const QRectF box = snapped(item.rect);
+    edge(*item.object, box.topLeft(), item.rect.width >= item.rect.height ? box.topRight() : box.bottomLeft());
+  }
+
+  void words(const Item& item) {
+    if (item.text.empty()) return;
+    const Object& object = *item.object;
+    QString text = QString::fromUtf8(item.text.data(), static_cast<qsizetype>(item.text.size()));
+    const QRectF outer = device(item.rect);
+    const double inset = kTextInset * scale_;
+    const QRectF box = outer.adjusted(inset, 0, -inset, 0);
+    QFont font = deviceFont(object, scale_, painter_.device()->logicalDpiY());
+    const bool wrap = object.wordWrap || object.hAlign == HAlign::Block;
+    if (!wrap) text = fitted(text, font, box.width());
+
+    painter_.save();
+    painter_.setClipRect(outer, Qt::IntersectClip);
+    painter_.setFont(font);
+    painter_.setPen(colour(object.fontColour));
+    painter_.drawText(box, flags(object) | (wrap ? Qt::TextWordWrap : 0), text);
+    painter_.restore();
+  }
+
+  double widest(const QString& text, const QFont& font) const {
+    const QFontMetricsF metrics(font, painter_.device());
+    double width = 0;
+    for (const QString& line : text.split(u'\n')) width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
+    return width;
+  }
+
+  // An amount with its first digits cut off would be another amount: a line too long for its box is set narrower, then
+  // smaller, and what is cut off even so leaves dots.
+  QString fitted(const QString& text, QFont& font, double width) const {
+    double share = width / std::max(1.0, widest(text, font));
+    if (share >= 1) return text;
+    font.setStretch(static_cast<int>(100 * std::max(kNarrowest, share)));
+    share = width / std::max(1.0, widest(text, font));
+    if (share >= 1) return text;
+    font.setPointSizeF(font.pointSizeF() * std::max(kSmallest, share * 0.99));
+    if (widest(text, font) <= width) return text;
+    return QFontMetricsF(font, painter_.device()).elidedText(text, Qt::ElideRight, width);
+  }
+
+  static int flags(const Object& object) {
+    int result = Qt::TextDontClip;
+    switch (object.hAlign) {
+      case HAlign::Left: result |= Qt::AlignLeft; break;
+      case HAlign::Right: result |= Qt::AlignRight; break;
+      case HAlign::Center: result |= Qt::AlignHCenter; break;
+      case HAlign::Block: result |= Qt::AlignJustify; break;
+    }
+    switch (object.vAlign) {
+      case VAlign::Top: return result | Qt::AlignTop;
+      case VAlign::Center: return result | Qt::AlignVCenter;
+      case VAlign::Bottom: return result | Qt::AlignBottom;
+    }
+    return result;
+  }
+
+  void picture(const Rect& rect, const QImage& image) {
+    if (image.isNull()) return;
+    const QRectF box = device(rect);
+    const QSizeF size = QSizeF(image.size()).scaled(box.size(), Qt::KeepAspectRatio);
+    QRectF target(QPointF(0, 0), size);
+    target.moveCenter(box.center());
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter_.drawImage(target, image);
+  }
+
+  void barcode(const Item& item) {
+    const std::vector<bool> modules = code128(item.text);
+    if (modules.empty()) return words(item);
+    const QRectF box = device(item.rect);
+    const double room = box.width() / (static_cast<double>(modules.size()) + 2 * kQuietModules);
+    double module = std::max(1.0, std::round(item.object->zoom * scale_));
+    if (module > room) module = room >= 1 ? std::floor(room) : room;
+    double left = std::round(box.center().x() - module * static_cast<double>(modules.size()) / 2);
+    for (const bool bar : modules) {
+      if (bar) painter_.fillRect(QRectF(left, std::round(box.top()), module, std::round(box.height())), Qt::black);
+      left += module;
+    }
+  }
+
+  QPainter& painter_;
+  QPointF origin_;
+  double scale_;
+};
+
+}  // namespace
+
+QFont deviceFont(const Object& object, double scale, int deviceDpi) {
+  QFont font(family(object.fontName));
+  font.setStyleHint(QFont::SansSerif);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setPointSizeF(object.fontSize * kUnitsPerPoint * scale * 72.0 / deviceDpi);
+  font.setBold((object.fontStyle & FontBold) || object.fontName == "Arial Black");
+  if (object.fontName == "Arial Black") font.setWeight(QFont::Black);
+  font.setItalic(object.fontStyle & FontItalic);
+  font.setUnderline(object.fontStyle & FontUnderline);
+  return font;
+}
+
+PagePainter::PagePainter(const Document& document) : document_(document) {
+  const SharedBytes& bytes = document.logo();
+  if (bytes) logo_.loadFromData(bytes->data(), static_cast<int>(bytes->size()));
+}
+
+void PagePainter::paint(QPainter& painter, std::size_t page, QPointF origin, double scale) const {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setRenderHint(QPainter::TextAntialiasing);
+  Canvas canvas(painter, origin, scale);
+  for (const Item& item : document_.items(page)) canvas.object(item, logo_);
+  painter.restore();
+}
+
+}  // namespace tavoline::report

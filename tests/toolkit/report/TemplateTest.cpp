@@ -1,0 +1,109 @@
+#include <QtCore/QBuffer>
+#include <QtCore/QXmlStreamWriter>
+
+#include "Support.h"
+
+namespace tavoline::report {
+namespace {
+
+std::string page(const std::string& bands) {
+  return "<TfrxReport Name='r'>\n<TfrxDBDataset UserName='ds1' DataSet='d'/>\n<TfrxReportPage>\n" + bands +
+         "\n</TfrxReportPage>\n</TfrxReport>";
+}
+std::string title(const std::string& objects) { return page("<TfrxReportTitle>\n" + objects + "\n</TfrxReportTitle>"); }
+
+TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
+  struct Case {
+    std::string xml;
+    int line, column;
+    const char* says;
+  };
+  const Case cases[] = {
+      {"<Other/>", 1, 9, "TfrxReport"},
+      {"<TfrxReport Name='r'>\n</TfrxReport>", 1, 1, "TfrxReportPage"},
+      {"<TfrxReport><TfrxReportPage/></TfrxReport", 1, 42, "bien formé"},
+      {page("<TfrxHeader/>"), 4, 1, "TfrxHeader"},
+      {page("  <TfrxReportTitle Hauteur='3'/>"), 4, 3, "Hauteur"},
+      {page("<TfrxReportTitle Height='-1'/>"), 4, 1, "négative"},
+      {page("<TfrxReportTitle Height='x'/>"), 4, 1, "« x »"},
+      {page("<TfrxReportTitle/><TfrxReportTitle/>"), 4, 19, "qu'une fois"},
+      {page("<TfrxMasterData Name='M' DataSet='ds2'/>"), 4, 1, "ds2"},
+      {page("<TfrxMasterData Name='M' DataSet='ds1'/>\n<TfrxMasterData Name='m' DataSet='ds1'/>"), 5, 1, "deux bandes"},
+      {title("<TfrxMemoView>[Page#]</TfrxMemoView>"), 5, 1, "[Page#]"},
+      {title(" <TfrxMemoView>[ds2.\"x\"]</TfrxMemoView>"), 5, 2, "ds2"},
+      {title("<TfrxMemoView>[SUM(&lt;ds1.\"x\">,M)]</TfrxMemoView>"), 5, 1, "« M »"},
+      {title("<TfrxMemoView>[SUM(&lt;ds1.\"x\">)]</TfrxMemoView>"), 5, 1, "ds1"},
+      {title("<TfrxMemoView HAlign='left'/>"), 5, 1, "HAlign"},
+      {title("<TfrxMemoView Fill.BackColor='red'/>"), 5, 1, "Fill.BackColor"},
+      {title("<TfrxBarCodeView BarType='bcCode39'/>"), 5, 1, "BarType"},
+      {title("<TfrxBarCodeView/>"), 5, 1, "Expression"},
+      {title("<TfrxPictureView/>"), 5, 1, "logo"},
+      {title("<TfrxLineView>x</TfrxLineView>"), 5, 15, "texte"},
+      {"<TfrxReport><TfrxDBDataset UserName='a'/><TfrxDBDataset UserName='A'/></TfrxReport>", 1, 42, "deux fois"},
+      {"<TfrxReport><TfrxDBDataset UserName='a'><FieldAlias Field='x'/></TfrxDBDataset></TfrxReport>", 1, 41, "Alias"},
+      {"<TfrxReport><TfrxReportPage PaperWidth='20' LeftMargin='20'/></TfrxReport>", 1, 13, "marges"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.xml);
+    const TemplateResult result = readTemplate(QByteArray::fromStdString(c.xml));
+    const auto* wrong = std::get_if<TemplateError>(&result);
+    if (!wrong) {
+      ADD_FAILURE() << "it was accepted";
+      continue;
+    }
+    EXPECT_EQ(wrong->line, c.line) << wrong->text();
+    EXPECT_EQ(wrong->column, c.column) << wrong->text();
+    EXPECT_NE(wrong->sentence.find(c.says), std::string::npos) << wrong->text();
+  }
+}
+
+TEST(Template, blanksInTextsAreKeptAndDataBandsRunByTop) {
+  const auto report = templateOf(page("<TfrxReportSummary/>"
+                                      "<TfrxMasterData Name='B' Top='40' DataSet='ds1'/>"
+                                      "<TfrxMasterData Name='A' Top='20' DataSet='DS1'/>"
+                                      "<TfrxReportTitle><TfrxMemoView>TICKET   N° : </TfrxMemoView></TfrxReportTitle>"));
+  ASSERT_TRUE(report);
+  ASSERT_EQ(report->bands.size(), 4U);
+  EXPECT_EQ(report->bands[0].kind, BandKind::Title);
+  EXPECT_EQ(writeMemoText(report->bands[0].objects[0].text), "TICKET   N° : ");
+  EXPECT_EQ(report->bands[1].name, "A");
+  EXPECT_EQ(report->bands[2].name, "B");
+  EXPECT_EQ(report->bands[3].kind, BandKind::Summary);
+}
+
+TEST(Template, writtenAndReadAgainItIsTheSame) {
+  const auto report = templateOf(
+      "<TfrxReport Name='r' Title='T' Preview='frxPreview1' Establishment='caisse' PreviewOptions.Buttons='print copy'"
+      " PrintOptions.ShowDialog='false'><TfrxDBDataset UserName='ds1' DataSet='d'><FieldAlias Field='TCC' Alias='t'/>"
+      "</TfrxDBDataset><TfrxReportPage PaperWidth='85' PaperHeight='130' PaperSize='256' Orientation='poLandscape'>"
+      "<TfrxReportTitle Height='12.5'><TfrxMemoView Left='1' HAlign='haRight' Font.Style='fsBold fsItalic'"
+      " Frame.Typ='ftLeft ftTop' Fill.BackColor='#FFF176' Visible='false' WordWrap='false'>a &lt; b\n[ds1.\"t\"]</TfrxMemoView>"
+      "<TfrxBarCodeView Expression='&lt;ds1.\"n\">' Zoom='2'/><TfrxLineView Frame.Style='fsDot'/>"
+      "<TfrxPictureView Source='logo'/></TfrxReportTitle></TfrxReportPage></TfrxReport>");
+  ASSERT_TRUE(report);
+  const auto written = [](const Template& source) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QXmlStreamWriter xml(&buffer);
+    writeTemplate(xml, source);
+    return buffer.data();
+  };
+  const QByteArray once = written(*report);
+  const auto again = templateOf(once.toStdString());
+  ASSERT_TRUE(again);
+  EXPECT_EQ(written(*again), once);
+  const Object& memo = again->bands[0].objects[0];
+  EXPECT_EQ(memo.hAlign, HAlign::Right);
+  EXPECT_EQ(memo.fontStyle, unsigned{FontBold | FontItalic});
+  EXPECT_EQ(memo.frame, unsigned{SideLeft | SideTop});
+  EXPECT_EQ(memo.fill, 0xFFF176U);
+  EXPECT_FALSE(memo.visible);
+  EXPECT_EQ(writeMemoText(memo.text), "a < b\n[ds1.\"TCC\"]");
+  EXPECT_EQ(again->previewButtons, unsigned{ButtonPrint | ButtonCopy});
+  EXPECT_EQ(again->preview, "frxPreview1");
+  EXPECT_FALSE(again->showDialog);
+  EXPECT_TRUE(again->page.landscape);
+}
+
+}  // namespace
+}  // namespace tavoline::report
