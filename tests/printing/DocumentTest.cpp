@@ -55,8 +55,10 @@ TEST(Documents, everyObjectStandsInItsBandOnThePaper) {
         EXPECT_LE(object.top + object.height, band.height + 0.001);
         for (const Object& other : band.objects) {
           if (&other == &object || !other.visible) continue;
-          const bool apart = object.left + object.width <= other.left + 0.001 || other.left + other.width <= object.left + 0.001 ||
-                             object.top + object.height <= other.top + 0.001 || other.top + other.height <= object.top + 0.001;
+          const bool apart = object.left + object.width <= other.left + 0.001 ||
+                             other.left + other.width <= object.left + 0.001 ||
+                             object.top + object.height <= other.top + 0.001 ||
+                             other.top + other.height <= object.top + 0.001;
           EXPECT_TRUE(apart) << "overlaps " << other.name;
         }
       }
@@ -94,7 +96,8 @@ TEST(Documents, aLongTicketBearsItsNumberOnEveryPage) {
   const Document ticket = documentOf("TCommande_avnF.frxReport1", rows);
   ASSERT_EQ(ticket.pageCount(), 2U);
   for (std::size_t page = 0; page < 2; ++page) {
-    EXPECT_EQ(words(ticket, page, BandKind::PageFooter), (Words{"1042", "CAFÉ DU PORT VOUS SOUHAITE LA BIEN VENUE"}));
+    EXPECT_EQ(words(ticket, page, BandKind::PageFooter),
+              (Words{"1042", "CAFÉ DU PORT VOUS SOUHAITE LA BIEN VENUE"}));
   }
   EXPECT_THAT(words(ticket, 0), Contains("TICKET   N° :"));
   EXPECT_TRUE(words(ticket, 0, BandKind::Summary).empty());
@@ -106,13 +109,15 @@ TEST(Documents, aLongTicketBearsItsNumberOnEveryPage) {
 TEST(Documents, theTotalIsThatOfTheLinesPrinted) {
   Rows rows = orderRows(3);
   const Words summary = words(documentOf("TCommande_avnF.frxReport1", rows), 0, BandKind::Summary);
-  EXPECT_EQ(summary, (Words{"Total HT : ", "532,5 DA", "TVA : ", "19,5 DA", "Remise : ", "50 DA", "Total TTC : ", "1234,5 DA"}));
+  EXPECT_EQ(summary, (Words{"Total HT : ", "532,5 DA", "TVA : ", "19,5 DA", "Remise : ", "50 DA",
+                            "Total TTC : ", "1234,5 DA"}));
 }
 
 TEST(Documents, theJournalAddsWhatIsThere) {
   Rows rows = journalRows(6);
   const Words summary = words(documentOf("Tliste_commandeF.frxReport3", rows), 0, BandKind::Summary);
-  EXPECT_EQ(summary, (Words{"Total TCC:", "1287", "DA", "Total HT:", "1203", "DA", "Total TVA:", "84", "DA", "Total Remise:", "20", "DA"}));
+  EXPECT_EQ(summary, (Words{"Total TCC:", "1287", "DA", "Total HT:", "1203", "DA", "Total TVA:", "84", "DA",
+                            "Total Remise:", "20", "DA"}));
 }
 
 TEST(Documents, withoutRowsTotalsAreNothingOrZero) {

@@ -17,8 +17,8 @@ EstablishmentBlock testBlock() {
   return block;
 }
 
-constexpr const char* kArticles[] = {"CAFÉ", "THÉ À LA MENTHE", "JUS D'ORANGE PRESSÉ", "SANDWICH POULET GRILLÉ FROMAGE DOUBLE",
-                                     "TARTE AU CITRON"};
+constexpr const char* kArticles[] = {"CAFÉ", "THÉ À LA MENTHE", "JUS D'ORANGE PRESSÉ",
+                                     "SANDWICH POULET GRILLÉ FROMAGE DOUBLE", "TARTE AU CITRON"};
 
 }  // namespace
 

@@ -18,7 +18,8 @@ constexpr std::array<Word<HAlign>, 4> kHAligns{{{"haLeft", HAlign::Left},
                                                 {"haBlock", HAlign::Block}}};
 constexpr std::array<Word<VAlign>, 3> kVAligns{
     {{"vaTop", VAlign::Top}, {"vaCenter", VAlign::Center}, {"vaBottom", VAlign::Bottom}}};
-constexpr std::array<Word<FrameStyle>, 2> kFrameStyles{{{"fsSolid", FrameStyle::Solid}, {"fsDot", FrameStyle::Dot}}};
+constexpr std::array<Word<FrameStyle>, 2> kFrameStyles{
+    {{"fsSolid", FrameStyle::Solid}, {"fsDot", FrameStyle::Dot}}};
 constexpr std::array<Word<EstablishmentPart>, 5> kParts{{{"", EstablishmentPart::None},
                                                          {"name", EstablishmentPart::Name},
                                                          {"address", EstablishmentPart::Address},
@@ -48,15 +49,14 @@ constexpr std::array<Word<unsigned>, 14> kButtons{{{"print", ButtonPrint},
 
 template <class T, double T::*M>
 Attribute<T> number(const char* name) {
-  return {name,
-          [](T& target, const QString& text) {
-            bool read = false;
-            target.*M = text.toDouble(&read);
-            return read && std::isfinite(target.*M);
-          },
-          [](const T& source) {
-            return source.*M == T{}.*M ? QString() : QString::number(source.*M, 'g', 15);
-          }};
+  return {
+      name,
+      [](T& target, const QString& text) {
+        bool read = false;
+        target.*M = text.toDouble(&read);
+        return read && std::isfinite(target.*M);
+      },
+      [](const T& source) { return source.*M == T{}.*M ? QString() : QString::number(source.*M, 'g', 15); }};
 }
 
 template <class T, int T::*M>
@@ -72,12 +72,13 @@ Attribute<T> integer(const char* name) {
 
 template <class T, std::string T::*M>
 Attribute<T> text(const char* name) {
-  return {name,
-          [](T& target, const QString& text) {
-            target.*M = text.toStdString();
-            return true;
-          },
-          [](const T& source) { return source.*M == T{}.*M ? QString() : QString::fromStdString(source.*M); }};
+  return {
+      name,
+      [](T& target, const QString& text) {
+        target.*M = text.toStdString();
+        return true;
+      },
+      [](const T& source) { return source.*M == T{}.*M ? QString() : QString::fromStdString(source.*M); }};
 }
 
 template <class T, auto M, const auto& Words>
@@ -176,7 +177,8 @@ Attributes<Object> placeAttributes() {
 Attributes<Object> frameAttributes() {
   return {words<Object, &Object::frame, kSides>("Frame.Typ"),
           word<Object, &Object::frameStyle, kFrameStyles>("Frame.Style"),
-          number<Object, &Object::frameWidth>("Frame.Width"), colour<Object, &Object::frameColour>("Frame.Color")};
+          number<Object, &Object::frameWidth>("Frame.Width"),
+          colour<Object, &Object::frameColour>("Frame.Color")};
 }
 
 Attributes<Object> memoAttributes() {
@@ -216,14 +218,15 @@ const Attributes<ReportDataset>& datasetAttributes() {
 }
 
 const Attributes<PageSetup>& pageAttributes() {
-  static const Attributes<PageSetup> table = {integer<PageSetup, &PageSetup::paperSize>("PaperSize"),
-                                              number<PageSetup, &PageSetup::width>("PaperWidth"),
-                                              number<PageSetup, &PageSetup::height>("PaperHeight"),
-                                              word<PageSetup, &PageSetup::landscape, kOrientations>("Orientation"),
-                                              number<PageSetup, &PageSetup::marginLeft>("LeftMargin"),
-                                              number<PageSetup, &PageSetup::marginRight>("RightMargin"),
-                                              number<PageSetup, &PageSetup::marginTop>("TopMargin"),
-                                              number<PageSetup, &PageSetup::marginBottom>("BottomMargin")};
+  static const Attributes<PageSetup> table = {
+      integer<PageSetup, &PageSetup::paperSize>("PaperSize"),
+      number<PageSetup, &PageSetup::width>("PaperWidth"),
+      number<PageSetup, &PageSetup::height>("PaperHeight"),
+      word<PageSetup, &PageSetup::landscape, kOrientations>("Orientation"),
+      number<PageSetup, &PageSetup::marginLeft>("LeftMargin"),
+      number<PageSetup, &PageSetup::marginRight>("RightMargin"),
+      number<PageSetup, &PageSetup::marginTop>("TopMargin"),
+      number<PageSetup, &PageSetup::marginBottom>("BottomMargin")};
   return table;
 }
 
@@ -235,20 +238,25 @@ const Attributes<Band>& bandAttributes(BandKind kind) {
 }
 
 const Attributes<Object>& objectAttributes(ObjectKind kind) {
-  static const Attributes<Object> memo = joined(joined(placeAttributes(), frameAttributes()), memoAttributes());
-  static const Attributes<Object> picture = joined(
-      joined(placeAttributes(), frameAttributes()), {word<Object, &Object::source, kParts>("Source")});
+  static const Attributes<Object> memo =
+      joined(joined(placeAttributes(), frameAttributes()), memoAttributes());
+  static const Attributes<Object> picture =
+      joined(joined(placeAttributes(), frameAttributes()), {word<Object, &Object::source, kParts>("Source")});
   static const Attributes<Object> line = joined(placeAttributes(), frameAttributes());
   static const Attributes<Object> barcode =
       joined(placeAttributes(), {fixed<kCode128>("BarType"), barcodeExpression(), fixed<kNoText>("ShowText"),
                                  fixed<kRatio>("WideBarRatio"), fixed<kUpright>("Rotation"),
                                  number<Object, &Object::zoom>("Zoom")});
   switch (kind) {
-    case ObjectKind::Picture: return picture;
-    case ObjectKind::Line: return line;
-    case ObjectKind::BarCode: return barcode;
+    case ObjectKind::Picture:
+      return picture;
+    case ObjectKind::Line:
+      return line;
+    case ObjectKind::BarCode:
+      return barcode;
     case ObjectKind::Memo:
-    case ObjectKind::SysMemo: break;
+    case ObjectKind::SysMemo:
+      break;
   }
   return memo;
 }
@@ -285,9 +293,17 @@ const char* wordOf(const std::array<Word<E>, N>& words, E value) {
 
 }  // namespace
 
-const char* elementName(BandKind kind) { return wordOf(kBands, kind); }
-const char* elementName(ObjectKind kind) { return wordOf(kObjects, kind); }
-bool bandKind(QStringView element, BandKind& kind) { return valueOf(kBands, element, kind); }
-bool objectKind(QStringView element, ObjectKind& kind) { return valueOf(kObjects, element, kind); }
+const char* elementName(BandKind kind) {
+  return wordOf(kBands, kind);
+}
+const char* elementName(ObjectKind kind) {
+  return wordOf(kObjects, kind);
+}
+bool bandKind(QStringView element, BandKind& kind) {
+  return valueOf(kBands, element, kind);
+}
+bool objectKind(QStringView element, ObjectKind& kind) {
+  return valueOf(kObjects, element, kind);
+}
 
 }  // namespace tavoline::report

@@ -11,8 +11,8 @@
 
 namespace tavoline::report {
 
-/// One attribute of an element: how its text is read into T, and written from it. `read` is false for a text that is
-/// no such value; `write` gives the null string for the usual value.
+/// One attribute of an element: how its text is read into T, and written from it. `read` is false for a text
+/// that is no such value; `write` gives the null string for the usual value.
 template <class T>
 struct Attribute {
   const char* name;

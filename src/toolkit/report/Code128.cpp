@@ -15,7 +15,8 @@ std::vector<bool> code128(std::string_view value) {
   const auto* source = reinterpret_cast<const unsigned char*>(value.data());
   if (ZBarcode_Encode(symbol.get(), source, static_cast<int>(value.size())) >= ZINT_ERROR) return {};
   std::vector<bool> modules(static_cast<std::size_t>(symbol->width));
-  for (std::size_t i = 0; i < modules.size(); ++i) modules[i] = (symbol->encoded_data[0][i / 8] >> (i % 8)) & 1;
+  for (std::size_t i = 0; i < modules.size(); ++i)
+    modules[i] = (symbol->encoded_data[0][i / 8] >> (i % 8)) & 1;
   return modules;
 }
 

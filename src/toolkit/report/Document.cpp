@@ -53,7 +53,11 @@ std::vector<Item> Document::items(std::size_t index) const {
     const Band& band = template_->bands[placed.band];
     for (const Object& object : band.objects) {
       if (!object.visible) continue;
-      Item item{&band, &object, {left + object.left, placed.top + object.top, object.width, object.height}, {}, word};
+      Item item{&band,
+                &object,
+                {left + object.left, placed.top + object.top, object.width, object.height},
+                {},
+                word};
       if (object.hasText()) item.text = page.text(word++);
       items.push_back(item);
     }
@@ -121,21 +125,30 @@ namespace {
 
 const char* kindName(const Band& band) {
   switch (band.kind) {
-    case BandKind::Title: return "title";
-    case BandKind::MasterData: return "data";
-    case BandKind::Summary: return "summary";
-    case BandKind::PageFooter: return "footer";
+    case BandKind::Title:
+      return "title";
+    case BandKind::MasterData:
+      return "data";
+    case BandKind::Summary:
+      return "summary";
+    case BandKind::PageFooter:
+      return "footer";
   }
   return "";
 }
 
 const char* kindName(const Object& object) {
   switch (object.kind) {
-    case ObjectKind::Memo: return "memo";
-    case ObjectKind::SysMemo: return "sysmemo";
-    case ObjectKind::Picture: return "picture";
-    case ObjectKind::BarCode: return "barcode";
-    case ObjectKind::Line: return "line";
+    case ObjectKind::Memo:
+      return "memo";
+    case ObjectKind::SysMemo:
+      return "sysmemo";
+    case ObjectKind::Picture:
+      return "picture";
+    case ObjectKind::BarCode:
+      return "barcode";
+    case ObjectKind::Line:
+      return "line";
   }
   return "";
 }
@@ -162,14 +175,16 @@ std::string inQuotes(std::string_view text) {
 
 std::string Document::dump(std::size_t index) const {
   char head[96];
-  std::snprintf(head, sizeof head, "page %zu of %zu, %g x %g mm\n", index + 1, pages_.size(), setup_.width, setup_.height);
+  std::snprintf(head, sizeof head, "page %zu of %zu, %g x %g mm\n", index + 1, pages_.size(), setup_.width,
+                setup_.height);
   std::string result = head;
   const std::vector<Item> all = items(index);
   auto item = all.begin();
   for (const PlacedBand& placed : pages_[index].bands()) {
     const Band& band = template_->bands[placed.band];
     char line[96];
-    std::snprintf(line, sizeof line, "%s at %.2f, %.2f high\n", kindName(band), static_cast<double>(placed.top), band.height);
+    std::snprintf(line, sizeof line, "%s at %.2f, %.2f high\n", kindName(band),
+                  static_cast<double>(placed.top), band.height);
     result += line;
     for (const Object& object : band.objects) {
       if (!object.visible) continue;

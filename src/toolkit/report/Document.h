@@ -17,13 +17,14 @@ struct PlacedBand {
   float top = 0;           ///< Units from the top of the paper.
 };
 
-/// An object on a page, put together from the template and the page's words. Valid while the document is unchanged.
+/// An object on a page, put together from the template and the page's words. Valid while the document is
+/// unchanged.
 struct Item {
   const Band* band = nullptr;
   const Object* object = nullptr;
-  Rect rect;                ///< On the paper, in units.
-  std::string_view text;    ///< Of memos, and the value of a barcode; UTF-8.
-  std::size_t word = 0;     ///< Place of the text among the page's texts.
+  Rect rect;              ///< On the paper, in units.
+  std::string_view text;  ///< Of memos, and the value of a barcode; UTF-8.
+  std::size_t word = 0;   ///< Place of the text among the page's texts.
 };
 
 /// One prepared page: its bands in order, and their texts packed, so that thousands of pages stay small.
@@ -64,7 +65,9 @@ class Document {
 
   /// What stands on a page, in printing order; objects that are not visible do not stand anywhere.
   std::vector<Item> items(std::size_t page) const;
-  void setText(std::size_t page, std::size_t word, std::string_view text) { pages_[page].setText(word, text); }
+  void setText(std::size_t page, std::size_t word, std::string_view text) {
+    pages_[page].setText(word, text);
+  }
   /// Lays the same bands out on another paper. Page footers stay with the bands they stood under.
   void rearrange(const PageSetup& setup);
   void setSetup(const PageSetup& setup) { setup_ = setup; }  ///< For pages that were laid out so already.

@@ -34,7 +34,9 @@ std::string EstablishmentBlock::address() const {
   return lines;
 }
 
-std::string EstablishmentBlock::foot() const { return name + " VOUS SOUHAITE LA BIEN VENUE"; }
+std::string EstablishmentBlock::foot() const {
+  return name + " VOUS SOUHAITE LA BIEN VENUE";
+}
 
 Establishment Establishment::load() {
   for (const QString& folder : places()) {
@@ -49,8 +51,9 @@ Establishment Establishment::load(const std::string& folder) {
   if (file.open(QIODevice::ReadOnly)) {
     result.read(file.readAll().toStdString(), folder);
   } else {
-    result.problems_.push_back("Le fichier " + file.fileName().toStdString() + " ne peut pas être lu : " +
-                               file.errorString().toStdString() + ". Les documents portent un en-tête neutre.");
+    result.problems_.push_back("Le fichier " + file.fileName().toStdString() +
+                               " ne peut pas être lu : " + file.errorString().toStdString() +
+                               ". Les documents portent un en-tête neutre.");
   }
   return result;
 }

@@ -14,14 +14,15 @@ struct EstablishmentBlock {
   std::string street, town, phone, taxNumber;
   SharedBytes logo;  ///< The picture file as it stands; null for none.
 
-  /// Street, town and "Tel : " with the number, a line each; a fourth line "N° TVA : " where there is a number.
+  /// Street, town and "Tel : " with the number, a line each; a fourth line "N° TVA : " where there is a
+  /// number.
   std::string address() const;
   std::string foot() const;  ///< The name and " VOUS SOUHAITE LA BIEN VENUE".
 };
 
-/// The establishment blocks of this installation, read from `etablissement.ini` and the pictures beside it: in the
-/// folder `etablissement` beside the store, else the one installed with the program. Without either, and for whatever
-/// the file leaves out, neutral texts and no logo.
+/// The establishment blocks of this installation, read from `etablissement.ini` and the pictures beside it:
+/// in the folder `etablissement` beside the store, else the one installed with the program. Without either,
+/// and for whatever the file leaves out, neutral texts and no logo.
 class Establishment {
  public:
   static Establishment load();
@@ -34,8 +35,8 @@ class Establishment {
 
  private:
   void read(const std::string& text, const std::string& folder);
-  void set(const std::string& section, const std::string& key, const std::string& value, const std::string& folder,
-           int line);
+  void set(const std::string& section, const std::string& key, const std::string& value,
+           const std::string& folder, int line);
 
   std::map<std::string, EstablishmentBlock> blocks_;
   EstablishmentBlock usual_;

@@ -8,7 +8,8 @@ namespace {
 
 bool isWordCharacter(char c) {
   const auto byte = static_cast<unsigned char>(c);
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || byte >= 0x80;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+         byte >= 0x80;
 }
 
 // One expression, read from left to right; every step gives nothing as soon as the form is left.
@@ -119,7 +120,8 @@ std::string writeSum(const SumTerm& term) {
 }
 
 std::string writeExpression(const Expression& expression) {
-  if (const auto* field = std::get_if<FieldName>(&expression)) return "[" + field->dataset + ".\"" + field->field + "\"]";
+  if (const auto* field = std::get_if<FieldName>(&expression))
+    return "[" + field->dataset + ".\"" + field->field + "\"]";
   std::string text;
   for (const SumTerm& term : std::get<std::vector<SumTerm>>(expression)) {
     if (!text.empty()) text += "+";
@@ -138,7 +140,8 @@ std::variant<MemoText, ExpressionError> parseMemoText(std::string_view text) {
     if (open != at) result.emplace_back(std::string(text.substr(at, open - at)));
     if (open == std::string_view::npos) break;
     const std::size_t close = text.find(']', open);
-    const std::string_view inside = text.substr(open + 1, close == std::string_view::npos ? close : close - open - 1);
+    const std::string_view inside =
+        text.substr(open + 1, close == std::string_view::npos ? close : close - open - 1);
     if (close == std::string_view::npos) {
       return ExpressionError{"il manque le crochet fermant de « [" + std::string(inside) + " »"};
     }
@@ -156,7 +159,8 @@ std::variant<MemoText, ExpressionError> parseMemoText(std::string_view text) {
 std::variant<FieldName, ExpressionError> parseFieldExpression(std::string_view text) {
   std::optional<FieldName> field = ExpressionReader(text).wholeBracketedField();
   if (field) return *field;
-  return ExpressionError{"« " + std::string(text) + " » ne nomme pas un champ sous la forme <source.\"champ\">"};
+  return ExpressionError{"« " + std::string(text) +
+                         " » ne nomme pas un champ sous la forme <source.\"champ\">"};
 }
 
 std::string writeMemoText(const MemoText& text) {
@@ -168,6 +172,8 @@ std::string writeMemoText(const MemoText& text) {
   return result;
 }
 
-std::string writeFieldExpression(const FieldName& field) { return "<" + field.dataset + ".\"" + field.field + "\">"; }
+std::string writeFieldExpression(const FieldName& field) {
+  return "<" + field.dataset + ".\"" + field.field + "\">";
+}
 
 }  // namespace tavoline::report

@@ -3,7 +3,8 @@
 
 namespace tavoline::report {
 
-Finder::Finder(const Document& document, std::string_view text) : document_(document), folded_(foldCase(text)) {}
+Finder::Finder(const Document& document, std::string_view text)
+    : document_(document), folded_(foldCase(text)) {}
 
 bool Finder::matches(const Item& item) const {
   if (!item.object->hasText() || item.object->kind == ObjectKind::BarCode) return false;

@@ -4,8 +4,8 @@
 
 namespace tavoline::report {
 
-/// Where bands come to stand on pages of a fixed height, one under the other, above the room that a page footer
-/// needs on each page. Arithmetic only, in report units from the top left corner of the paper.
+/// Where bands come to stand on pages of a fixed height, one under the other, above the room that a page
+/// footer needs on each page. Arithmetic only, in report units from the top left corner of the paper.
 class PageLayout {
  public:
   PageLayout(const PageSetup& page, double footerHeight);
@@ -14,7 +14,8 @@ class PageLayout {
     bool newPage = false;  ///< The page before is full and to be finished first.
     double top = 0;
   };
-  /// The place of the next band. One that fits no page at all stands at the head of one and is cut at its foot.
+  /// The place of the next band. One that fits no page at all stands at the head of one and is cut at its
+  /// foot.
   Spot place(double height);
 
   double left() const { return left_; }

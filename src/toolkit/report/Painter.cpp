@@ -13,9 +13,9 @@ namespace tavoline::report {
 
 namespace {
 
-constexpr double kTextInset = 3;     // units between a box and its words
-constexpr double kNarrowest = 0.70;  // a line too long for its box is set narrower, down to this,
-constexpr double kSmallest = 0.75;   // and then smaller
+constexpr double kTextInset = 3;      // units between a box and its words
+constexpr double kNarrowest = 0.70;   // a line too long for its box is set narrower, down to this,
+constexpr double kSmallest = 0.75;    // and then smaller
 constexpr double kQuietModules = 10;  // on either side of a barcode
 constexpr double kShadow = 4;
 
@@ -24,12 +24,15 @@ QString family(const std::string& name) {
   return QString::fromStdString(name);
 }
 
-QColor colour(Colour value) { return QColor::fromRgb(value & 0xFFFFFFU); }
+QColor colour(Colour value) {
+  return QColor::fromRgb(value & 0xFFFFFFU);
+}
 
 // A painter with the page's origin and scale: the objects are told in units, the device works in dots.
 class Canvas {
  public:
-  Canvas(QPainter& painter, QPointF origin, double scale) : painter_(painter), origin_(origin), scale_(scale) {}
+  Canvas(QPainter& painter, QPointF origin, double scale)
+      : painter_(painter), origin_(origin), scale_(scale) {}
 
   void object(const Item& item, const QImage& logo) {
     const Object& object = *item.object;
@@ -40,17 +43,25 @@ class Canvas {
     if (object.fill != kNoColour) fill(item.rect, object.fill);
     switch (object.kind) {
       case ObjectKind::Memo:
-      case ObjectKind::SysMemo: words(item); break;
-      case ObjectKind::Picture: picture(item.rect, logo); break;
-      case ObjectKind::BarCode: barcode(item); break;
-      case ObjectKind::Line: return line(item);
+      case ObjectKind::SysMemo:
+        words(item);
+        break;
+      case ObjectKind::Picture:
+        picture(item.rect, logo);
+        break;
+      case ObjectKind::BarCode:
+        barcode(item);
+        break;
+      case ObjectKind::Line:
+        return line(item);
     }
     frame(item);
   }
 
  private:
   QRectF device(const Rect& rect) const {
-    return {origin_.x() + rect.left * scale_, origin_.y() + rect.top * scale_, rect.width * scale_, rect.height * scale_};
+    return {origin_.x() + rect.left * scale_, origin_.y() + rect.top * scale_, rect.width * scale_,
+            rect.height * scale_};
   }
 
   // Edges fall on whole dots, so that neighbouring cells share theirs and thin lines stay sharp.
@@ -60,7 +71,9 @@ class Canvas {
             QPointF(std::round(exact.right()), std::round(exact.bottom()))};
   }
 
-  double lineWidth(const Object& object) const { return std::max(1.0, std::round(object.frameWidth * scale_)); }
+  double lineWidth(const Object& object) const {
+    return std::max(1.0, std::round(object.frameWidth * scale_));
+  }
 
   void fill(const Rect& rect, Colour value) { painter_.fillRect(snapped(rect), colour(value)); }
 
@@ -92,7 +105,8 @@ class Canvas {
 
   void line(const Item& item) {
     const QRectF box = snapped(item.rect);
-    edge(*item.object, box.topLeft(), item.rect.width >= item.rect.height ? box.topRight() : box.bottomLeft());
+    edge(*item.object, box.topLeft(),
+         item.rect.width >= item.rect.height ? box.topRight() : box.bottomLeft());
   }
 
   void words(const Item& item) {
@@ -117,12 +131,13 @@ class Canvas {
   double widest(const QString& text, const QFont& font) const {
     const QFontMetricsF metrics(font, painter_.device());
     double width = 0;
-    for (const QString& line : text.split(u'\n')) width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
+    for (const QString& line : text.split(u'\n'))
+      width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
     return width;
   }
 
-  // An amount with its first digits cut off would be another amount: a line too long for its box is set narrower, then
-  // smaller, and what is cut off even so leaves dots.
+  // An amount with its first digits cut off would be another amount: a line too long for its box is set
+  // narrower, then smaller, and what is cut off even so leaves dots.
   QString fitted(const QString& text, QFont& font, double width) const {
     double share = width / std::max(1.0, widest(text, font));
     if (share >= 1) return text;
@@ -137,15 +152,26 @@ class Canvas {
   static int flags(const Object& object) {
     int result = Qt::TextDontClip;
     switch (object.hAlign) {
-      case HAlign::Left: result |= Qt::AlignLeft; break;
-      case HAlign::Right: result |= Qt::AlignRight; break;
-      case HAlign::Center: result |= Qt::AlignHCenter; break;
-      case HAlign::Block: result |= Qt::AlignJustify; break;
+      case HAlign::Left:
+        result |= Qt::AlignLeft;
+        break;
+      case HAlign::Right:
+        result |= Qt::AlignRight;
+        break;
+      case HAlign::Center:
+        result |= Qt::AlignHCenter;
+        break;
+      case HAlign::Block:
+        result |= Qt::AlignJustify;
+        break;
     }
     switch (object.vAlign) {
-      case VAlign::Top: return result | Qt::AlignTop;
-      case VAlign::Center: return result | Qt::AlignVCenter;
-      case VAlign::Bottom: return result | Qt::AlignBottom;
+      case VAlign::Top:
+        return result | Qt::AlignTop;
+      case VAlign::Center:
+        return result | Qt::AlignVCenter;
+      case VAlign::Bottom:
+        return result | Qt::AlignBottom;
     }
     return result;
   }
@@ -169,7 +195,8 @@ class Canvas {
     if (module > room) module = room >= 1 ? std::floor(room) : room;
     double left = std::round(box.center().x() - module * static_cast<double>(modules.size()) / 2);
     for (const bool bar : modules) {
-      if (bar) painter_.fillRect(QRectF(left, std::round(box.top()), module, std::round(box.height())), Qt::black);
+      if (bar)
+        painter_.fillRect(QRectF(left, std::round(box.top()), module, std::round(box.height())), Qt::black);
       left += module;
     }
   }

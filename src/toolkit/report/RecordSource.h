@@ -16,7 +16,8 @@ class RecordSource {
  public:
   virtual ~RecordSource() = default;
   virtual void first() = 0;
-  virtual void next() = 0;  ///< At the last record: eof from now on, and the last record stays the current one.
+  virtual void
+  next() = 0;  ///< At the last record: eof from now on, and the last record stays the current one.
   virtual bool eof() = 0;
   virtual Value value(const std::string& field) = 0;  ///< Of the current record; null without one.
   virtual std::size_t count() = 0;                    ///< Of all records; may be slow.

@@ -14,7 +14,9 @@ double footerHeight(const Template& report) {
   return footer ? footer->height : 0;
 }
 
-bool isEmpty(const Value& value) { return value.isNull() || (value.isText() && value.text().empty()); }
+bool isEmpty(const Value& value) {
+  return value.isNull() || (value.isText() && value.text().empty());
+}
 
 }  // namespace
 
@@ -24,15 +26,16 @@ Renderer::Renderer(std::shared_ptr<const Template> report, std::vector<RecordSou
       sources_(std::move(sources)),
       establishment_(establishment),
       layout_(template_->page, footerHeight(*template_)),
-      document_(template_, establishment.logo),
+      document_(std::make_shared<Document>(template_, establishment.logo)),
       sums_(template_->aggregates.size(), 0.0) {
   sources_.resize(template_->datasets.size(), nullptr);
 }
 
 bool Renderer::advance() {
-  const std::size_t pages = document_.pageCount();
+  const std::size_t pages = document_->pageCount();
   const std::size_t records = recordsRead_;
-  while (step_ != Step::Done && document_.pageCount() == pages && recordsRead_ - records < kRecordsAtOnce) step();
+  while (step_ != Step::Done && document_->pageCount() == pages && recordsRead_ - records < kRecordsAtOnce)
+    step();
   return step_ != Step::Done;
 }
 
@@ -56,8 +59,10 @@ void Renderer::step() {
       if (template_->band(BandKind::Title)) print(0);
       step_ = Step::StartBand;
       return;
-    case Step::StartBand: return startBand();
-    case Step::Records: return printRecord();
+    case Step::StartBand:
+      return startBand();
+    case Step::Records:
+      return printRecord();
     case Step::Summary:
       for (std::size_t i = 0; i < template_->bands.size(); ++i) {
         if (template_->bands[i].kind == BandKind::Summary) print(i);
@@ -65,7 +70,8 @@ void Renderer::step() {
       finishPage();
       step_ = Step::Done;
       return;
-    case Step::Done: return;
+    case Step::Done:
+      return;
   }
 }
 
@@ -136,18 +142,22 @@ void Renderer::finishPage() {
     }
   }
   page_.shrink();
-  document_.add(std::move(page_));
+  document_->add(std::move(page_));
   page_ = {};
 }
 
 std::string Renderer::textOf(const Object& object) const {
   if (object.kind == ObjectKind::BarCode) return textOf(object.barcode, {});
   switch (object.source) {
-    case EstablishmentPart::Name: return establishment_.name;
-    case EstablishmentPart::Address: return establishment_.address();
-    case EstablishmentPart::Foot: return establishment_.foot();
+    case EstablishmentPart::Name:
+      return establishment_.name;
+    case EstablishmentPart::Address:
+      return establishment_.address();
+    case EstablishmentPart::Foot:
+      return establishment_.foot();
     case EstablishmentPart::Logo:
-    case EstablishmentPart::None: break;
+    case EstablishmentPart::None:
+      break;
   }
   std::string text;
   for (const auto& piece : object.text) {
@@ -168,7 +178,8 @@ std::string Renderer::textOf(const Object& object) const {
 std::string Renderer::textOf(const FieldName& field, const std::string& displayFormat) const {
   RecordSource* rows = source(field.source);
   const Value value = rows ? rows->value(field.field) : Value();
-  return value.isNumber() && !displayFormat.empty() ? formatPattern(displayFormat, value.toFloat()) : value.text();
+  return value.isNumber() && !displayFormat.empty() ? formatPattern(displayFormat, value.toFloat())
+                                                    : value.text();
 }
 
 std::string Renderer::textOf(const std::vector<SumTerm>& sum, const std::string& displayFormat) const {

@@ -13,23 +13,23 @@ namespace tavoline::report {
 
 /// Fills a template from its datasets in one pass, page after page.
 ///
-/// The datasets really move: a text reads the record that is current when its band is printed, so a title shows the
-/// first record and a summary the last. Aggregates are collected over every record a data band runs through, whatever
-/// the band shows. Nothing is put back when the pass ends.
+/// The datasets really move: a text reads the record that is current when its band is printed, so a title
+/// shows the first record and a summary the last. Aggregates are collected over every record a data band runs
+/// through, whatever the band shows. Nothing is put back when the pass ends.
 class Renderer {
  public:
-  /// `sources` by the template's table of datasets; null where nothing stands behind one. They outlive the renderer.
+  /// `sources` by the template's table of datasets; null where nothing stands behind one. They outlive the
+  /// renderer.
   Renderer(std::shared_ptr<const Template> report, std::vector<RecordSource*> sources,
            const EstablishmentBlock& establishment);
 
-  /// Works until a page is finished, or for some hundred records. False once the document is complete; throws what the
-  /// datasets throw.
+  /// Works until a page is finished, or for some hundred records. False once the document is complete; throws
+  /// what the datasets throw.
   bool advance();
   void finish();  ///< Everything that is left.
 
-  /// The finished pages.
-  const Document& document() const { return document_; }
-  Document& document() { return document_; }
+  /// The finished pages; the same document from beginning to end.
+  const std::shared_ptr<Document>& document() const { return document_; }
   std::size_t recordsRead() const { return recordsRead_; }
   std::size_t recordCount();  ///< Of all data bands; may be slow.
 
@@ -53,11 +53,11 @@ class Renderer {
   std::vector<RecordSource*> sources_;
   EstablishmentBlock establishment_;
   PageLayout layout_;
-  Document document_;
+  std::shared_ptr<Document> document_;
   Page page_;                 // being filled
   std::vector<double> sums_;  // by the template's aggregates
   Step step_ = Step::Title;
-  std::size_t band_ = 0;      // the data band that runs
+  std::size_t band_ = 0;  // the data band that runs
   std::size_t recordsRead_ = 0;
 };
 

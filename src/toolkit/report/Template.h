@@ -80,7 +80,7 @@ enum class BandKind { Title, MasterData, Summary, PageFooter };
 struct Band {
   BandKind kind = BandKind::Title;
   std::string name;
-  double top = 0;     ///< Only the order of data bands depends on it.
+  double top = 0;  ///< Only the order of data bands depends on it.
   double height = 0;
   std::string dataSet;  ///< Of a data band: the report dataset that drives it.
   int source = -1;
@@ -103,7 +103,8 @@ struct PageSetup {
 struct ReportDataset {
   std::string userName;
   std::string dataSet;  ///< Empty: no rows, and fields are empty.
-  std::vector<std::pair<std::string, std::string>> aliases;  ///< Own name, then the name that expressions use.
+  std::vector<std::pair<std::string, std::string>>
+      aliases;  ///< Own name, then the name that expressions use.
 };
 
 struct Aggregate {
@@ -113,9 +114,20 @@ struct Aggregate {
 
 /// What a preview offers, as bits, in the order of its tool bar.
 enum PreviewButton : unsigned {
-  ButtonPrint = 1, ButtonLoad = 2, ButtonSave = 4, ButtonExport = 8, ButtonZoom = 16, ButtonFind = 32,
-  ButtonOutline = 64, ButtonPageSetup = 128, ButtonTools = 256, ButtonEdit = 512, ButtonNavigator = 1024,
-  ButtonQuickExport = 2048, ButtonCopy = 4096, ButtonSelection = 8192,
+  ButtonPrint = 1,
+  ButtonLoad = 2,
+  ButtonSave = 4,
+  ButtonExport = 8,
+  ButtonZoom = 16,
+  ButtonFind = 32,
+  ButtonOutline = 64,
+  ButtonPageSetup = 128,
+  ButtonTools = 256,
+  ButtonEdit = 512,
+  ButtonNavigator = 1024,
+  ButtonQuickExport = 2048,
+  ButtonCopy = 4096,
+  ButtonSelection = 8192,
 };
 /// What every template offers.
 constexpr unsigned kUsualButtons = ButtonCopy - 1;
@@ -150,10 +162,11 @@ struct TemplateError {
 
 using TemplateResult = std::variant<std::shared_ptr<const Template>, TemplateError>;
 
-/// Reads and checks a template. Unknown elements, attributes, report datasets, bands and forms of expression are
-/// errors, so that a document which loads is one which prints.
+/// Reads and checks a template. Unknown elements, attributes, report datasets, bands and forms of expression
+/// are errors, so that a document which loads is one which prints.
 TemplateResult readTemplate(const QByteArray& xml);
-/// The same inside a larger document: `xml` stands on the start of a TfrxReport, and after it stands on its end.
+/// The same inside a larger document: `xml` stands on the start of a TfrxReport, and after it stands on its
+/// end.
 TemplateResult readTemplate(QXmlStreamReader& xml);
 /// The XML from which readTemplate makes the same template again.
 void writeTemplate(QXmlStreamWriter& xml, const Template& report);

@@ -10,7 +10,8 @@ namespace tavoline::report {
 
 namespace {
 
-// Where an element starts. Thrown with a sentence inside this file only; readTemplate gives it back as a value.
+// Where an element starts. Thrown with a sentence inside this file only; readTemplate gives it back as a
+// value.
 struct Place {
   std::int64_t line = 1, column = 1;
 };
@@ -42,8 +43,8 @@ class TemplateReader {
   }
 
  private:
-  // The reader tells where a token ends; the end of the token before is where this one starts. Behind a text it has
-  // already taken the bracket that ended it.
+  // The reader tells where a token ends; the end of the token before is where this one starts. Behind a text
+  // it has already taken the bracket that ended it.
   QXmlStreamReader::TokenType next() {
     before_ = {xml_.lineNumber(), xml_.columnNumber() + (xml_.isCharacters() ? 0 : 1)};
     const auto token = xml_.readNext();
@@ -72,7 +73,8 @@ class TemplateReader {
   }
 
   [[noreturn]] void unknownElement(const QString& within) {
-    throw error(here(), "l'élément « " + xml_.name().toString() + " » n'est pas connu dans « " + within + " »");
+    throw error(here(),
+                "l'élément « " + xml_.name().toString() + " » n'est pas connu dans « " + within + " »");
   }
 
   template <class T>
@@ -98,7 +100,8 @@ class TemplateReader {
     attributes(datasetAttributes(), dataset);
     if (dataset.userName.empty()) throw error(place, "une source de données doit porter un nom (UserName)");
     if (sourceOf(dataset.userName) >= 0) {
-      throw error(place, "la source « " + QString::fromStdString(dataset.userName) + " » est déclarée deux fois");
+      throw error(place,
+                  "la source « " + QString::fromStdString(dataset.userName) + " » est déclarée deux fois");
     }
     forEachChild([&] {
       if (xml_.name() != QLatin1String("FieldAlias")) unknownElement("TfrxDBDataset");
@@ -111,7 +114,8 @@ class TemplateReader {
   std::string required(const char* name) {
     const QString value = xml_.attributes().value(QLatin1String(name)).toString();
     if (value.isEmpty()) {
-      throw error(here(), "il manque l'attribut « " + QString::fromLatin1(name) + " » à « " + xml_.name().toString() + " »");
+      throw error(here(), "il manque l'attribut « " + QString::fromLatin1(name) + " » à « " +
+                              xml_.name().toString() + " »");
     }
     return value.toStdString();
   }
@@ -122,7 +126,8 @@ class TemplateReader {
     const Place place = here();
     attributes(pageAttributes(), report_.page);
     const PageSetup& page = report_.page;
-    if (page.width <= page.marginLeft + page.marginRight || page.height <= page.marginTop + page.marginBottom) {
+    if (page.width <= page.marginLeft + page.marginRight ||
+        page.height <= page.marginTop + page.marginBottom) {
       throw error(place, "les marges ne laissent aucune place sur la page");
     }
     forEachChild([this] {
@@ -185,7 +190,8 @@ class TemplateReader {
     });
     checkBands();
     for (ReadBand& read : bands_) {
-      for (std::size_t i = 0; i < read.objects.size(); ++i) checkObject(read.objects[i], read.band.objects[i]);
+      for (std::size_t i = 0; i < read.objects.size(); ++i)
+        checkObject(read.objects[i], read.band.objects[i]);
     }
     for (ReadBand& read : bands_) report_.bands.push_back(std::move(read.band));
   }
@@ -201,7 +207,8 @@ class TemplateReader {
       if (band.kind == BandKind::MasterData) {
         band.source = known(place, band.dataSet);
       } else if (i > 0 && bands_[i - 1].band.kind == band.kind) {
-        throw error(place, "la bande « " + QString::fromLatin1(elementName(band.kind)) + " » ne peut exister qu'une fois");
+        throw error(place, "la bande « " + QString::fromLatin1(elementName(band.kind)) +
+                               " » ne peut exister qu'une fois");
       }
     }
   }
@@ -209,12 +216,14 @@ class TemplateReader {
   int known(const Place& place, const std::string& userName) const {
     const int source = sourceOf(userName);
     if (source >= 0) return source;
-    throw error(place, "la source de données « " + QString::fromStdString(userName) + " » n'est pas déclarée");
+    throw error(place,
+                "la source de données « " + QString::fromStdString(userName) + " » n'est pas déclarée");
   }
 
   void checkObject(const Place& place, Object& object) {
     if (object.kind == ObjectKind::BarCode) {
-      if (object.barcode.field.empty()) throw error(place, "un code à barres demande une valeur (Expression)");
+      if (object.barcode.field.empty())
+        throw error(place, "un code à barres demande une valeur (Expression)");
       resolve(place, object.barcode);
     }
     if (object.kind == ObjectKind::Picture && object.source != EstablishmentPart::Logo) {
@@ -261,7 +270,8 @@ class TemplateReader {
       }
     }
     if (term.band.empty()) {
-      throw error(place, "aucune bande de données ne parcourt « " + QString::fromStdString(term.field.dataset) +
+      throw error(place, "aucune bande de données ne parcourt « " +
+                             QString::fromStdString(term.field.dataset) +
                              " », la somme n'a rien à additionner");
     }
     throw error(place, "la bande de données « " + QString::fromStdString(term.band) + " » n'existe pas");
@@ -295,7 +305,8 @@ TemplateResult readTemplate(const QByteArray& text) {
   TemplateResult result = readTemplate(xml);
   while (!xml.atEnd() && !xml.hasError()) xml.readNext();
   if (!xml.hasError() || std::holds_alternative<TemplateError>(result)) return result;
-  return error({xml.lineNumber(), xml.columnNumber() + 1}, "ce n'est pas du XML bien formé (" + xml.errorString() + ")");
+  return error({xml.lineNumber(), xml.columnNumber() + 1},
+               "ce n'est pas du XML bien formé (" + xml.errorString() + ")");
 }
 
 }  // namespace tavoline::report

@@ -8,7 +8,8 @@
 
 namespace tavoline::report {
 
-/// Records made in the test, with a cursor that behaves as a dataset's: past the last record, the last one stays.
+/// Records made in the test, with a cursor that behaves as a dataset's: past the last record, the last one
+/// stays.
 class Rows : public RecordSource {
  public:
   using Record = std::map<std::string, Value>;

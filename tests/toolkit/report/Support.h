@@ -24,11 +24,12 @@ inline Document rendered(const std::shared_ptr<const Template>& report, std::vec
                          const EstablishmentBlock& block = {}) {
   Renderer renderer(report, std::move(sources), block);
   renderer.finish();
-  return std::move(renderer.document());
+  return std::move(*renderer.document());
 }
 
 /// The words on a page, in printing order, those of kind `band` only if one is given.
-inline std::vector<std::string> words(const Document& document, std::size_t page, const BandKind* band = nullptr) {
+inline std::vector<std::string> words(const Document& document, std::size_t page,
+                                      const BandKind* band = nullptr) {
   std::vector<std::string> result;
   for (const Item& item : document.items(page)) {
     if (band && item.band->kind != *band) continue;

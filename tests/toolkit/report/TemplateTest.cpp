@@ -10,7 +10,9 @@ std::string page(const std::string& bands) {
   return "<TfrxReport Name='r'>\n<TfrxDBDataset UserName='ds1' DataSet='d'/>\n<TfrxReportPage>\n" + bands +
          "\n</TfrxReportPage>\n</TfrxReport>";
 }
-std::string title(const std::string& objects) { return page("<TfrxReportTitle>\n" + objects + "\n</TfrxReportTitle>"); }
+std::string title(const std::string& objects) {
+  return page("<TfrxReportTitle>\n" + objects + "\n</TfrxReportTitle>");
+}
 
 TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
   struct Case {
@@ -28,7 +30,8 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
       {page("<TfrxReportTitle Height='x'/>"), 4, 1, "« x »"},
       {page("<TfrxReportTitle/><TfrxReportTitle/>"), 4, 19, "qu'une fois"},
       {page("<TfrxMasterData Name='M' DataSet='ds2'/>"), 4, 1, "ds2"},
-      {page("<TfrxMasterData Name='M' DataSet='ds1'/>\n<TfrxMasterData Name='m' DataSet='ds1'/>"), 5, 1, "deux bandes"},
+      {page("<TfrxMasterData Name='M' DataSet='ds1'/>\n<TfrxMasterData Name='m' DataSet='ds1'/>"), 5, 1,
+       "deux bandes"},
       {title("<TfrxMemoView>[Page#]</TfrxMemoView>"), 5, 1, "[Page#]"},
       {title(" <TfrxMemoView>[ds2.\"x\"]</TfrxMemoView>"), 5, 2, "ds2"},
       {title("<TfrxMemoView>[SUM(&lt;ds1.\"x\">,M)]</TfrxMemoView>"), 5, 1, "« M »"},
@@ -39,8 +42,10 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
       {title("<TfrxBarCodeView/>"), 5, 1, "Expression"},
       {title("<TfrxPictureView/>"), 5, 1, "logo"},
       {title("<TfrxLineView>x</TfrxLineView>"), 5, 15, "texte"},
-      {"<TfrxReport><TfrxDBDataset UserName='a'/><TfrxDBDataset UserName='A'/></TfrxReport>", 1, 42, "deux fois"},
-      {"<TfrxReport><TfrxDBDataset UserName='a'><FieldAlias Field='x'/></TfrxDBDataset></TfrxReport>", 1, 41, "Alias"},
+      {"<TfrxReport><TfrxDBDataset UserName='a'/><TfrxDBDataset UserName='A'/></TfrxReport>", 1, 42,
+       "deux fois"},
+      {"<TfrxReport><TfrxDBDataset UserName='a'><FieldAlias Field='x'/></TfrxDBDataset></TfrxReport>", 1, 41,
+       "Alias"},
       {"<TfrxReport><TfrxReportPage PaperWidth='20' LeftMargin='20'/></TfrxReport>", 1, 13, "marges"},
   };
   for (const Case& c : cases) {
@@ -58,10 +63,11 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
 }
 
 TEST(Template, blanksInTextsAreKeptAndDataBandsRunByTop) {
-  const auto report = templateOf(page("<TfrxReportSummary/>"
-                                      "<TfrxMasterData Name='B' Top='40' DataSet='ds1'/>"
-                                      "<TfrxMasterData Name='A' Top='20' DataSet='DS1'/>"
-                                      "<TfrxReportTitle><TfrxMemoView>TICKET   N° : </TfrxMemoView></TfrxReportTitle>"));
+  const auto report =
+      templateOf(page("<TfrxReportSummary/>"
+                      "<TfrxMasterData Name='B' Top='40' DataSet='ds1'/>"
+                      "<TfrxMasterData Name='A' Top='20' DataSet='DS1'/>"
+                      "<TfrxReportTitle><TfrxMemoView>TICKET   N° : </TfrxMemoView></TfrxReportTitle>"));
   ASSERT_TRUE(report);
   ASSERT_EQ(report->bands.size(), 4U);
   EXPECT_EQ(report->bands[0].kind, BandKind::Title);
@@ -73,11 +79,15 @@ TEST(Template, blanksInTextsAreKeptAndDataBandsRunByTop) {
 
 TEST(Template, writtenAndReadAgainItIsTheSame) {
   const auto report = templateOf(
-      "<TfrxReport Name='r' Title='T' Preview='frxPreview1' Establishment='caisse' PreviewOptions.Buttons='print copy'"
-      " PrintOptions.ShowDialog='false'><TfrxDBDataset UserName='ds1' DataSet='d'><FieldAlias Field='TCC' Alias='t'/>"
-      "</TfrxDBDataset><TfrxReportPage PaperWidth='85' PaperHeight='130' PaperSize='256' Orientation='poLandscape'>"
+      "<TfrxReport Name='r' Title='T' Preview='frxPreview1' Establishment='caisse' "
+      "PreviewOptions.Buttons='print copy'"
+      " PrintOptions.ShowDialog='false'><TfrxDBDataset UserName='ds1' DataSet='d'><FieldAlias Field='TCC' "
+      "Alias='t'/>"
+      "</TfrxDBDataset><TfrxReportPage PaperWidth='85' PaperHeight='130' PaperSize='256' "
+      "Orientation='poLandscape'>"
       "<TfrxReportTitle Height='12.5'><TfrxMemoView Left='1' HAlign='haRight' Font.Style='fsBold fsItalic'"
-      " Frame.Typ='ftLeft ftTop' Fill.BackColor='#FFF176' Visible='false' WordWrap='false'>a &lt; b\n[ds1.\"t\"]</TfrxMemoView>"
+      " Frame.Typ='ftLeft ftTop' Fill.BackColor='#FFF176' Visible='false' WordWrap='false'>a &lt; "
+      "b\n[ds1.\"t\"]</TfrxMemoView>"
       "<TfrxBarCodeView Expression='&lt;ds1.\"n\">' Zoom='2'/><TfrxLineView Frame.Style='fsDot'/>"
       "<TfrxPictureView Source='logo'/></TfrxReportTitle></TfrxReportPage></TfrxReport>");
   ASSERT_TRUE(report);

@@ -1,0 +1,253 @@
+#include "toolkit/report/PreviewU.h"
+
+#include <QtGui/QClipboard>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QShortcut>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QToolButton>
+
+#include "toolkit/forms/Guard.h"
+#include "toolkit/report/Outline.h"
+#include "toolkit/report/PageView.h"
+#include "ui_PreviewU.h"
+
+namespace tavoline {
+
+namespace {
+constexpr int kSlice = 15;         // milliseconds of building between two looks at the user
+constexpr int kInterval = 100;     // milliseconds between two looks of the user at the progress
+constexpr int kCountAfter = 1000;  // milliseconds of building that make counting the records worth its while
+constexpr double kZoomStep = 1.25;
+constexpr QSize kTouch(44, 48);
+}  // namespace
+
+PreviewPanel::PreviewPanel(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::PreviewPanel>()), outline_(std::make_unique<Outline>()) {
+  ui_->setupUi(this);
+  ui_->OutlineList->setModel(outline_.get());
+  wire();
+  wireNavigator();
+  offer(report::kUsualButtons);
+  setTool(static_cast<int>(PageView::Tool::Hand));
+  connect(&slices_, &QTimer::timeout, this, [this] { buildSlice(); });
+  updateState();
+}
+
+PreviewPanel::~PreviewPanel() = default;
+
+PageView& PreviewPanel::pages() const {
+  return *ui_->Pages;
+}
+
+void PreviewPanel::handle(QAction* action, std::function<void()> handler) {
+  addAction(action);
+  connect(action, &QAction::triggered, this, [handler = std::move(handler)] { guarded(handler); });
+}
+
+void PreviewPanel::wire() {
+  handle(ui_->Print, [this] { print(); });
+  handle(ui_->Load, [this] { load(); });
+  handle(ui_->Save, [this] { save(); });
+  handle(ui_->QuickExport, [this] { quickExport(); });
+  handle(ui_->ZoomIn, [this] { pages().setZoom(pages().zoom() * kZoomStep); });
+  handle(ui_->ZoomOut, [this] { pages().setZoom(pages().zoom() / kZoomStep); });
+  handle(ui_->WholePage, [this] { pages().setFit(PageView::Fit::Page); });
+  handle(ui_->PageWidth, [this] { pages().setFit(PageView::Fit::Width); });
+  handle(ui_->Find, [this] { showFindBar(ui_->Find->isChecked()); });
+  handle(ui_->Outline, [this] { ui_->OutlineList->setVisible(ui_->Outline->isChecked()); });
+  handle(ui_->PageSetup, [this] { pageSetup(); });
+  handle(ui_->Hand, [this] { setTool(static_cast<int>(PageView::Tool::Hand)); });
+  handle(ui_->ZoomTool, [this] { setTool(static_cast<int>(PageView::Tool::Zoom)); });
+  handle(ui_->Select, [this] { setTool(static_cast<int>(PageView::Tool::Select)); });
+  handle(ui_->Edit, [this] { setTool(static_cast<int>(PageView::Tool::Edit)); });
+  handle(ui_->Copy, [this] { copy(); });
+
+  auto* formats = new QMenu(this);
+  for (const report::ExportFormat& format : report::exportFormats()) {
+    const char* suffix = format.suffix;
+    connect(formats->addAction(QString::fromUtf8(format.filter)), &QAction::triggered, this,
+            [this, suffix] { guarded([&] { exportAs(suffix); }); });
+  }
+  ui_->Export->setMenu(formats);
+  addAction(ui_->Export);
+  if (auto* button = qobject_cast<QToolButton*>(ui_->Tools->widgetForAction(ui_->Export))) {
+    button->setPopupMode(QToolButton::InstantPopup);
+    connect(ui_->Export, &QAction::triggered, button, &QToolButton::showMenu);
+  }
+  for (QToolButton* button : ui_->Tools->findChildren<QToolButton*>()) button->setMinimumSize(kTouch);
+
+  connect(ui_->FindText, &QLineEdit::returnPressed, this, [this] { guarded([this] { find(true); }); });
+  connect(ui_->FindNext, &QToolButton::clicked, this, [this] { guarded([this] { find(true); }); });
+  connect(ui_->FindPrevious, &QToolButton::clicked, this, [this] { guarded([this] { find(false); }); });
+  connect(ui_->FindClose, &QToolButton::clicked, this, [this] { showFindBar(false); });
+  connect(ui_->ProgressCancel, &QPushButton::clicked, this, [this] { stopBuilding(); });
+  connect(ui_->ClosePreview, &QToolButton::clicked, this, [this] {
+    if (OnClose) guarded(OnClose);
+  });
+}
+
+void PreviewPanel::wireNavigator() {
+  const auto last = [this] { return hasPages() ? build_.document->pageCount() - 1 : 0; };
+  const auto go = [this](std::size_t page) { pages().goTo(page); };
+  const auto key = [this](const QKeySequence& keys, auto action) {
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
+  };
+  const auto first = [go] { go(0); };
+  const auto toLast = [go, last] { go(last()); };
+  connect(ui_->FirstPage, &QToolButton::clicked, this, first);
+  connect(ui_->LastPage, &QToolButton::clicked, this, toLast);
+  connect(ui_->NextPage, &QToolButton::clicked, this,
+          [this, go, last] { go(std::min(pages().currentPage() + 1, last())); });
+  connect(ui_->PriorPage, &QToolButton::clicked, this, [this, go] {
+    const std::size_t page = pages().currentPage();
+    go(page == 0 ? 0 : page - 1);
+  });
+  key(Qt::CTRL | Qt::Key_Home, first);
+  key(Qt::CTRL | Qt::Key_End, toLast);
+  key(Qt::Key_F3, [this] { guarded([this] { find(true); }); });
+  key(Qt::SHIFT | Qt::Key_F3, [this] { guarded([this] { find(false); }); });
+  key(Qt::CTRL | Qt::Key_A, [this] {
+    if (pages().tool() == PageView::Tool::Select) pages().selectAll();
+  });
+  connect(ui_->PageNumber, &QSpinBox::valueChanged, this,
+          [go](int page) { go(static_cast<std::size_t>(page - 1)); });
+  connect(ui_->OutlineList, &QListView::clicked, this,
+          [go](const QModelIndex& index) { go(static_cast<std::size_t>(index.row())); });
+  connect(ui_->OutlineList, &QListView::activated, this,
+          [go](const QModelIndex& index) { go(static_cast<std::size_t>(index.row())); });
+  pages().OnScrolled = [this] { updateState(); };
+}
+
+void PreviewPanel::offer(unsigned buttons) {
+  const std::pair<QAction*, unsigned> tools[] = {{ui_->Print, report::ButtonPrint},
+                                                 {ui_->Load, report::ButtonLoad},
+                                                 {ui_->Save, report::ButtonSave},
+                                                 {ui_->Export, report::ButtonExport},
+                                                 {ui_->QuickExport, report::ButtonQuickExport},
+                                                 {ui_->ZoomIn, report::ButtonZoom},
+                                                 {ui_->ZoomOut, report::ButtonZoom},
+                                                 {ui_->WholePage, report::ButtonZoom},
+                                                 {ui_->PageWidth, report::ButtonZoom},
+                                                 {ui_->Find, report::ButtonFind},
+                                                 {ui_->Outline, report::ButtonOutline},
+                                                 {ui_->PageSetup, report::ButtonPageSetup},
+                                                 {ui_->Hand, report::ButtonTools},
+                                                 {ui_->ZoomTool, report::ButtonTools},
+                                                 {ui_->Select, report::ButtonSelection},
+                                                 {ui_->Edit, report::ButtonEdit},
+                                                 {ui_->Copy, report::ButtonCopy}};
+  for (const auto& [action, button] : tools) action->setVisible(buttons & button);
+  ui_->Navigator->setVisible(buttons & report::ButtonNavigator);
+}
+
+void PreviewPanel::open(report::Build build, const report::PrintOptions& options) {
+  slices_.stop();
+  build_ = std::move(build);
+  options_ = options;
+  interrupted_ = false;
+  total_ = 0;
+  buildingFor_.start();
+  shown_.start();
+  offer(build_.document->report().previewButtons);
+  outline_->setDocument(build_.document);
+  pages().setDocument(build_.document);
+  pages().setZoom(build_.document->report().previewZoom);
+  pages().goTo(0);
+  setTool(static_cast<int>(PageView::Tool::Hand));
+  if (building()) slices_.start(0);
+  updateProgress();
+  updateState();
+}
+
+void PreviewPanel::buildSlice() {
+  QElapsedTimer slice;
+  slice.start();
+  bool more = true;
+  const bool well = guarded([&] {
+    while (more && slice.elapsed() < kSlice) more = build_.advance();
+  });
+  if (!well) return stopBuilding();
+  if (!more) {
+    build_.advance = nullptr;
+    slices_.stop();
+  } else if (shown_.elapsed() < kInterval && build_.document->pageCount() > 1) {
+    return;
+  }
+  shown_.restart();
+  outline_->grown();
+  pages().grown();
+  updateProgress();
+  updateState();
+}
+
+void PreviewPanel::stopBuilding() {
+  slices_.stop();
+  if (!building()) return;
+  build_.advance = nullptr;
+  interrupted_ = true;
+  outline_->grown();
+  pages().grown();
+  updateProgress();
+  updateState();
+}
+
+void PreviewPanel::updateProgress() {
+  ui_->ProgressBar->setVisible(building());
+  if (!building()) return;
+  if (total_ == 0 && buildingFor_.elapsed() > kCountAfter) total_ = build_.total();
+  ui_->ProgressText->setText(QString("Préparation du document : %1 pages").arg(build_.document->pageCount()));
+  ui_->ProgressDone->setRange(0, total_ == 0 ? 0 : 1000);
+  if (total_ != 0) ui_->ProgressDone->setValue(static_cast<int>(build_.done() * 1000 / total_));
+}
+
+void PreviewPanel::updateState() {
+  const bool ready = hasPages() && !building();
+  for (QAction* action : {ui_->Print, ui_->Save, ui_->Export, ui_->QuickExport, ui_->PageSetup, ui_->Edit})
+    action->setEnabled(ready);
+  ui_->Load->setEnabled(!building());
+  for (QAction* action : {ui_->Find, ui_->Copy, ui_->Select}) action->setEnabled(hasPages());
+  const std::size_t count = hasPages() ? build_.document->pageCount() : 0;
+  const std::size_t page = pages().currentPage();
+  const QSignalBlocker quiet(ui_->PageNumber);
+  ui_->PageNumber->setMaximum(std::max<int>(1, static_cast<int>(count)));
+  ui_->PageNumber->setValue(static_cast<int>(page) + 1);
+  ui_->PageTotal->setText(QString("/ %1").arg(count) + (interrupted_ ? " (interrompu)" : ""));
+  ui_->FirstPage->setEnabled(page > 0);
+  ui_->PriorPage->setEnabled(page > 0);
+  ui_->NextPage->setEnabled(page + 1 < count);
+  ui_->LastPage->setEnabled(page + 1 < count);
+  ui_->ZoomText->setText(QString("%1 %").arg(qRound(pages().zoom() * 100)));
+}
+
+void PreviewPanel::setTool(int tool) {
+  pages().setTool(static_cast<PageView::Tool>(tool));
+  QAction* const tools[] = {ui_->Hand, ui_->ZoomTool, ui_->Select, ui_->Edit};
+  for (int i = 0; i < 4; ++i) tools[i]->setChecked(i == tool);
+}
+
+void PreviewPanel::showFindBar(bool on) {
+  ui_->Find->setChecked(on);
+  ui_->FindBar->setVisible(on);
+  if (on) {
+    ui_->FindText->setFocus();
+    ui_->FindText->selectAll();
+  } else {
+    pages().clearHit();
+    pages().setFocus();
+  }
+}
+
+void PreviewPanel::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  ui_->ClosePreview->setVisible(static_cast<bool>(OnClose));
+}
+
+void PreviewPanel::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && ui_->FindBar->isVisible()) return showFindBar(false);
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace tavoline

@@ -1,0 +1,70 @@
+#include "toolkit/report/Printing.h"
+
+#include <QtCore/QDir>
+#include <QtPrintSupport/QPrintDialog>
+#include <QtPrintSupport/QPrinter>
+#include <QtPrintSupport/QPrinterInfo>
+#include <algorithm>
+
+#include "data/value/Errors.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline::report {
+
+namespace {
+
+bool anyPrinter() {
+  return !QPrinterInfo::availablePrinterNames().isEmpty();
+}
+
+bool askForPrinter(QPrinter& printer, QWidget* parent) {
+  QPrintDialog dialog(&printer, parent);
+  dialog.setWindowTitle("Imprimer");
+  dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+  return dialog.exec() == QDialog::Accepted;
+}
+
+bool printToFile(const Document& document, const Progress& progress) {
+  const QString path = quickExportPath(document);
+  if (!exportDocument(document, path, progress)) return false;
+  const QString told = "Aucune imprimante n'est installée : le document est enregistré dans « " +
+                       QDir::toNativeSeparators(path) + " ».";
+  ShowMessage(told.toStdString());
+  return true;
+}
+
+}  // namespace
+
+PrintSystem PrintSystem::real() {
+  return {anyPrinter, askForPrinter};
+}
+
+PrintSystem& PrintSystem::current() {
+  static PrintSystem system = real();
+  return system;
+}
+
+bool print(const Document& document, const PrintOptions& options, QWidget* parent, const Progress& progress) {
+  if (!PrintSystem::current().hasPrinter()) return printToFile(document, progress);
+  QPrinter printer(QPrinter::HighResolution);
+  if (options.Printer != "Default") printer.setPrinterName(QString::fromStdString(options.Printer));
+  printer.setDocName(QString::fromStdString(document.report().title));
+  printer.setFullPage(true);
+  const int pages = static_cast<int>(document.pageCount());
+  printer.setFromTo(1, pages);
+  if (options.ShowDialog && !PrintSystem::current().ask(printer, parent)) return false;
+  if (printer.outputFormat() == QPrinter::NativeFormat && !printer.isValid()) {
+    throw Error("L'imprimante « " + printer.printerName().toStdString() +
+                " » ne répond plus. Vérifiez qu'elle est allumée et branchée, puis imprimez de nouveau.");
+  }
+  const int from = std::clamp(printer.fromPage() == 0 ? 1 : printer.fromPage(), 1, pages);
+  const int to = std::clamp(printer.toPage() == 0 ? pages : printer.toPage(), from, pages);
+  const bool done = paintSheets(document, printer, static_cast<std::size_t>(from - 1),
+                                static_cast<std::size_t>(to - 1), progress);
+  if (!done) printer.abort();
+  if (printer.printerState() == QPrinter::Error)
+    throw Error("L'impression a échoué : l'imprimante signale une erreur.");
+  return done;
+}
+
+}  // namespace tavoline::report

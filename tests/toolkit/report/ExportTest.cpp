@@ -1,0 +1,182 @@
+#include "toolkit/report/Export.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QXmlStreamReader>
+#include <QtGui/QImage>
+
+#include "Samples.h"
+#include "data/value/Clock.h"
+#include "data/value/Errors.h"
+#include "toolkit/report/DocumentFile.h"
+
+namespace tavoline::report {
+namespace {
+
+using testing::HasSubstr;
+
+QByteArray contents(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class ExportTest : public testing::Test {
+ protected:
+  QString path(const QString& name) const { return folder_.filePath(name); }
+  QTemporaryDir folder_;
+};
+
+TEST_F(ExportTest, anotherProgramReadsThePdf) {
+  ASSERT_TRUE(exportDocument(sampleDocument(30), path("a.pdf")));
+  QProcess reader;
+  reader.start("pdftotext", {"-layout", path("a.pdf"), "-"});
+  ASSERT_TRUE(reader.waitForFinished()) << "pdftotext is needed";
+  const QString text = QString::fromUtf8(reader.readAllStandardOutput());
+  EXPECT_EQ(text.count(u'\f'), 3) << "a form feed ends each page";
+  for (const char* word : {"Liste d'été", "ligne 1", "ligne 30", "Total : 465"})
+    EXPECT_TRUE(text.contains(word)) << word;
+
+  reader.start("pdfinfo", {path("a.pdf")});
+  ASSERT_TRUE(reader.waitForFinished());
+  const std::string info = reader.readAllStandardOutput().toStdString();
+  EXPECT_THAT(info, HasSubstr("Pages:           3"));
+  EXPECT_THAT(info, HasSubstr("241 x 283 pts")) << "85 x 100 mm";
+}
+
+TEST_F(ExportTest, htmlIsWellFormedAndHoldsEveryText) {
+  ASSERT_TRUE(exportDocument(sampleDocument(30), path("a.html")));
+  QXmlStreamReader html(contents(path("a.html")));
+  int pages = 0, bars = 0;
+  QString text;
+  while (!html.atEnd()) {
+    html.readNext();
+    if (html.isCharacters()) text += html.text();
+    if (!html.isStartElement()) continue;
+    pages += html.name() == QLatin1String("section");
+    bars += html.attributes().value("class") == QLatin1String("bars");
+  }
+  EXPECT_FALSE(html.hasError()) << html.errorString().toStdString();
+  EXPECT_EQ(pages, 3);
+  EXPECT_EQ(bars, 3);
+  EXPECT_TRUE(text.contains("Liste d'été <1>"));
+  EXPECT_TRUE(text.contains("ligne 30"));
+}
+
+TEST_F(ExportTest, csvKeepsColumnsAndQuotesWhatNeedsIt) {
+  ASSERT_TRUE(exportDocument(sampleDocument(2), path("a.csv")));
+  const QByteArray csv = contents(path("a.csv"));
+  EXPECT_TRUE(csv.startsWith("\xEF\xBB\xBF"));
+  EXPECT_EQ(csv.mid(3).toStdString(),
+            "\"Liste d'été <1>\nd'une cafétéria\"\r\n1;ligne 1;\r\n2;ligne 2;\"dit \"\"b\"\"; c\"\r\nTotal : "
+            "3\r\n");
+}
+
+TEST_F(ExportTest, textAlignsColumns) {
+  ASSERT_TRUE(exportDocument(sampleDocument(10), path("a.txt")));
+  const QStringList lines = QString::fromUtf8(contents(path("a.txt"))).split(u'\n');
+  EXPECT_EQ(lines[0].trimmed(), "Liste d'été <1>");
+  EXPECT_EQ(lines[1].trimmed(), "d'une cafétéria");
+  EXPECT_EQ(lines[2].indexOf("ligne 1"), lines[3].indexOf("ligne 2"));
+  EXPECT_EQ(lines[2].indexOf("1"), lines[11].indexOf("0")) << "numbers end under each other";
+}
+
+TEST_F(ExportTest, pngIsAPictureForEveryPage) {
+  ASSERT_TRUE(exportDocument(sampleDocument(30), path("a.png")));
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), (QStringList{"a-1.png", "a-2.png", "a-3.png"}));
+  const QImage page(path("a-2.png"));
+  EXPECT_EQ(page.size(), QSize(643, 756));
+  bool black = false;
+  for (int x = 0; x < page.width() && !black; ++x) black = qGray(page.pixel(x, 700)) < 64;
+  EXPECT_TRUE(black) << "the barcode at the foot";
+}
+
+TEST_F(ExportTest, whatCannotBeWrittenIsToldAndWhatIsGivenUpLeavesNothing) {
+  const Document document = sampleDocument(30);
+  for (const ExportFormat& format : exportFormats()) {
+    SCOPED_TRACE(format.suffix);
+    const QString name = QString("no/such/folder/a.") + format.suffix;
+    try {
+      exportDocument(document, path(name));
+      ADD_FAILURE() << "it was written";
+    } catch (const Error& error) {
+      EXPECT_THAT(error.what(), HasSubstr("ne peut pas être écrit"));
+    }
+    EXPECT_FALSE(exportDocument(document, path(QString("b.") + format.suffix),
+                                [](std::size_t done, std::size_t) { return done < 2; }));
+  }
+  EXPECT_FALSE(savePages(document, path("b.pages"), [](std::size_t, std::size_t) { return false; }));
+  EXPECT_THROW(savePages(document, path("no/such/folder/b.pages")), Error);
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(ExportTest, quickExportsAreNamedByDocumentAndMoment) {
+  const QString before = QDir::currentPath();
+  QDir::setCurrent(folder_.path());
+  Clock::set([] { return DateTime::of(2024, 3, 9, 7, 5, 1); });
+  const Document document = sampleDocument(1);
+  const QString first = quickExportPath(document);
+  EXPECT_EQ(first, folder_.filePath("impressions/Essai 2024-03-09 07h05m01.pdf"));
+  ASSERT_TRUE(exportDocument(document, first));
+  EXPECT_EQ(quickExportPath(document), folder_.filePath("impressions/Essai 2024-03-09 07h05m01 (2).pdf"));
+  Clock::set({});
+  QDir::setCurrent(before);
+}
+
+TEST_F(ExportTest, savedPagesComeBackAsTheyWere) {
+  Document document = sampleDocument(30);
+  document.setText(1, 0, "corrigé \x01 <&>");
+  PageSetup setup = document.setup();
+  setup.marginLeft = 3;
+  document.setSetup(setup);
+  ASSERT_TRUE(savePages(document, path("a.pages")));
+  const auto again = loadPages(path("a.pages"));
+  EXPECT_EQ(again->pageCount(), 3U);
+  document.setText(1, 0, "corrigé \uFFFD <&>");
+  EXPECT_EQ(again->dump(), document.dump());
+  EXPECT_EQ(again->setup(), document.setup());
+  ASSERT_TRUE(again->logo());
+  EXPECT_EQ(*again->logo(), *document.logo());
+  ASSERT_TRUE(savePages(*again, path("b.pages")));
+  EXPECT_EQ(contents(path("b.pages")), contents(path("a.pages")));
+}
+
+TEST_F(ExportTest, foreignAndDamagedPageFilesAreRefused) {
+  ASSERT_TRUE(savePages(sampleDocument(3), path("a.pages")));
+  const QByteArray good = contents(path("a.pages"));
+  const struct {
+    const char* name;
+    QByteArray bytes;
+    const char* says;
+  } files[] = {
+      {"empty", "", "pages préparées"},
+      {"a picture", "\x89PNG\r\n", "pages préparées"},
+      {"other XML", "<html/>", "pages préparées"},
+      {"another version", QByteArray(good).replace("Version=\"1\"", "Version=\"9\""), "autre version"},
+      {"cut short", good.left(good.size() - 40), "abîmé"},
+      {"a band that the template does not have",
+       QByteArray(good).replace("Band Index=\"1\"", "Band Index=\"7\""), "abîmé"},
+      {"a text too few", QByteArray(good).replace("<Text>ligne 1</Text>", ""), "abîmé"},
+      {"no pages", good.left(good.indexOf("<Page>")) + "</TavolinePages>", "abîmé"},
+      {"no template", QByteArray(good).replace("TfrxReport ", "TfrxRapport "), "abîmé"},
+      {"a paper of no size", QByteArray(good).replace("<Setup ", "<Setup TopMargin=\"x\" "), "abîmé"},
+  };
+  for (const auto& file : files) {
+    SCOPED_TRACE(file.name);
+    QFile out(path("x.pages"));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(file.bytes);
+    out.close();
+    try {
+      loadPages(path("x.pages"));
+      ADD_FAILURE() << "it was read";
+    } catch (const Error& error) {
+      EXPECT_THAT(error.what(), HasSubstr(file.says));
+    }
+  }
+  EXPECT_THROW(loadPages(path("missing.pages")), Error);
+}
+
+}  // namespace
+}  // namespace tavoline::report

@@ -1,0 +1,44 @@
+#include "Samples.h"
+
+namespace tavoline::report {
+namespace {
+
+TEST(Finder, goesFromHitToHitAcrossPagesAndRound) {
+  const Document document = sampleDocument(30);
+  const Finder finder(document, "LIGNE 2");
+  std::vector<std::string> found;
+  std::vector<std::size_t> pages;
+  Hit hit;
+  ASSERT_TRUE(finder.first(0, hit));
+  for (int i = 0; i < 12; ++i) {
+    found.emplace_back(document.page(hit.page).text(hit.word));
+    pages.push_back(hit.page);
+    ASSERT_TRUE(finder.next(hit));
+  }
+  EXPECT_EQ(found, (std::vector<std::string>{"ligne 2", "ligne 20", "ligne 21", "ligne 22", "ligne 23",
+                                             "ligne 24", "ligne 25", "ligne 26", "ligne 27", "ligne 28",
+                                             "ligne 29", "ligne 2"}));
+  EXPECT_EQ(pages.front(), 0U);
+  EXPECT_EQ(pages[10], 1U);
+  ASSERT_TRUE(finder.first(0, hit));
+  ASSERT_TRUE(finder.previous(hit));
+  EXPECT_EQ(document.page(hit.page).text(hit.word), "ligne 29");
+  ASSERT_TRUE(finder.previous(hit));
+  EXPECT_EQ(document.page(hit.page).text(hit.word), "ligne 28");
+}
+
+TEST(Finder, accentsFoldWithCaseAndBarcodesAreNoText) {
+  const Document document = sampleDocument(30);
+  Hit hit;
+  EXPECT_TRUE(Finder(document, "D'ÉTÉ").first(2, hit)) << "found on the first page, going round";
+  EXPECT_EQ(hit.page, 0U);
+  EXPECT_TRUE(Finder(document, "total").first(0, hit));
+  EXPECT_EQ(hit.page, 2U);
+  Hit same = hit;
+  EXPECT_TRUE(Finder(document, "total").next(same));
+  EXPECT_EQ(same.word, hit.word) << "the only hit is its own next one";
+  EXPECT_FALSE(Finder(document, "absent").first(0, hit));
+}
+
+}  // namespace
+}  // namespace tavoline::report
