@@ -26,10 +26,10 @@ std::string sized(const std::string& what, int orders) {
 }
 
 void Figures::ReportRuns(const std::vector<Run>& runs) {
-  ConsoleReporter::ReportRuns(runs);
   for (const Run& run : runs) {
     if (run.error_occurred) throw std::runtime_error(run.error_message);
     if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
+    ConsoleReporter::ReportRuns({run});
     values_[run.run_name.function_name] = run.counters.at("p50 ms");
     values_[run.run_name.function_name + " p99"] = run.counters.at("p99 ms");
   }

@@ -7,9 +7,10 @@
 
 namespace tavoline::bench {
 
-/// Prints each run as it ends and keeps the medians, by name.
+/// Prints the median of each measure's rounds, and keeps it by name.
 class Figures : public benchmark::ConsoleReporter {
  public:
+  Figures() : ConsoleReporter(OO_Tabular) {}
   void ReportRuns(const std::vector<Run>& runs) override;
 
   void set(const std::string& name, double value) { values_[name] = value; }

@@ -29,10 +29,6 @@ Scene::Scene(const std::string& data, int orders)
   fs::create_directories(folder_);
   fs::copy_file(fs::path(data) / std::to_string(orders) / "BDD.mdb", fs::path(folder_) / "BDD.mdb",
                 fs::copy_options::overwrite_existing);
-  enter();
-  const Database database = openRaw();
-  execute(database.get(), "update Table_ set etat = 'OFF', control = 'open', n_commande = 0");
-  execute(database.get(), "update article set qte_stock = 1000000");
 }
 
 Scene::~Scene() {
@@ -42,6 +38,9 @@ Scene::~Scene() {
 
 void Scene::enter() const {
   fs::current_path(folder_);
+  const Database database = openRaw();
+  execute(database.get(), "update Table_ set etat = 'OFF', control = 'open', n_commande = 0");
+  execute(database.get(), "update article set qte_stock = 1000000");
 }
 
 Menu Menu::read() {

@@ -5,8 +5,7 @@
 
 namespace tavoline::bench {
 
-/// A private copy of a generated store, named BDD.mdb in a folder of its own, ready to be worked on: every
-/// table free, every article in stock. Removed with the scene.
+/// A private copy of a generated store, named BDD.mdb in a folder of its own. Removed with the scene.
 class Scene {
  public:
   /// `data` holds the generated stores, one folder per size, as bench/run leaves them.
@@ -17,7 +16,8 @@ class Scene {
 
   const std::string& folder() const { return folder_; }
   int orders() const { return orders_; }
-  /// Makes the folder the working directory, where a workstation looks for its store.
+  /// Makes the folder the working directory, where a workstation looks for its store, and the store ready for
+  /// work: every table free, every article in stock.
   void enter() const;
 
  private:

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -134,7 +135,8 @@ void add(const Scene& scene, const std::string& what, int iterations, const Body
 
 int measure(int count, char** arguments) {
   if (count < 3) throw std::runtime_error("bench: the folder of stores and the memory program are wanted");
-  const std::string data = arguments[1], memoryProgram = arguments[2];
+  const std::string data = std::filesystem::absolute(arguments[1]),
+                    memoryProgram = std::filesystem::absolute(arguments[2]);
   std::vector<char*> flags{arguments[0]};
   std::string inTurn = "--benchmark_enable_random_interleaving=true";  // one bad minute hurts all alike
   flags.push_back(inTurn.data());
@@ -155,6 +157,7 @@ int measure(int count, char** arguments) {
   Figures figures;
   benchmark::RunSpecifiedBenchmarks(&figures);
   for (const Scene* scene : {&small, &large}) {
+    scene->enter();
     figures.set(sized("memory after start", scene->orders()),
                 measureMemory(memoryProgram, *scene, 0).resident);
     figures.set(sized("memory after a day", scene->orders()),
