@@ -1,0 +1,36 @@
+# What is installed and where, and the Debian package made of it.
+
+set(APPLICATION_ID org.tavoline.Tavoline)
+set(PACKAGING ${CMAKE_CURRENT_LIST_DIR})
+
+install(FILES ${PACKAGING}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${PACKAGING}/man/tavoline-store.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PACKAGING}/man/fr/tavoline-store.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/fr/man1)
+if(TARGET tavoline)
+  install(TARGETS tavoline RUNTIME)
+  install(DIRECTORY ${CMAKE_SOURCE_DIR}/share/tavoline DESTINATION ${CMAKE_INSTALL_DATADIR} OPTIONAL)
+  install(FILES ${PACKAGING}/man/tavoline.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${PACKAGING}/man/fr/tavoline.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/fr/man1)
+  install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.svg
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tavoline)
+set(CPACK_PACKAGE_CONTACT "The Tavoline maintainers <maintainers@tavoline.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_DESCRIPTION "French screens on a map of the room: orders by touch, tickets, cash desks and their
+closings, articles and stock. All data lies in one SQLite file that any SQLite tool can read.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# What no library name tells: SVG icons, the icons themselves, the fonts of screens and documents, French words.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, breeze-icon-theme, fonts-liberation, qt6-translations-l10n")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "cups, fonts-noto-color-emoji")
+include(CPack)
