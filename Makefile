@@ -7,7 +7,7 @@ CONFIGURE := cmake --preset $(PRESET) --log-level=WARNING
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 .DEFAULT_GOAL := build
-.PHONY: help deps build run test bench lint check format install uninstall clean
+.PHONY: help deps build run test bench lint check format install uninstall package clean
 
 help:  ## This list
 	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
@@ -53,6 +53,11 @@ install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
 
 uninstall:  ## Remove what `make install` put there
 	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest.txt | xargs -r -d "\n" rm -fv
+
+package:  ## Make the Debian package
+	@scripts/install-packages build run package
+	@$(MAKE) -s build
+	@cd $(BUILD) && cpack -G DEB >cpack.log || { cat cpack.log; exit 1; }; ls $(PWD)/$(BUILD)/*.deb
 
 clean:  ## Remove everything built; the demo store stays
 	@rm -rf build
