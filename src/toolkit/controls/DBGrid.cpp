@@ -3,10 +3,13 @@
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QScroller>
+#include <QtWidgets/QStyledItemDelegate>
 #include <algorithm>
+#include <numeric>
 
 #include "toolkit/controls/Focus.h"
 #include "toolkit/forms/Guard.h"
@@ -17,7 +20,7 @@ namespace tavoline {
 namespace {
 
 constexpr int rowPixels = 44;    // pixels: a finger's width
-constexpr int cellPadding = 24;  // pixels, both sides together
+constexpr int cellPadding = 14;  // pixels on either side of a cell's text
 constexpr int widestFit = 420;   // pixels that fitting gives a column at most
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
@@ -173,8 +176,38 @@ class DBGrid::Model : public QAbstractTableModel {
   int current_ = -1;
 };
 
+namespace {
+
+/// Draws a cell: a colour of its own goes before the selection, so that a mark stays seen on the current row.
+class Cells : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QVariant own = index.data(Qt::BackgroundRole);
+    const QColor colour = own.isValid() ? own.value<QColor>() : QColor();
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    if (colour.isValid())
+      painter->fillRect(option.rect, colour);
+    else if (selected)
+      painter->fillRect(option.rect, option.palette.highlight());
+
+    const bool dark = colour.isValid() && colour.lightness() < 140;
+    const QPalette::ColorRole ink = selected ? QPalette::HighlightedText : QPalette::Text;
+    painter->setPen(dark ? QColor(Qt::white) : option.palette.color(ink));
+    const QRect room = option.rect.adjusted(cellPadding, 0, -cellPadding, 0);
+    const QString text = index.data().toString();
+    painter->setFont(option.font);
+    painter->drawText(room, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
+                      option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
+  }
+};
+
+}  // namespace
+
 DBGrid::DBGrid(QWidget* parent) : QTableView(parent), Binding(this), model_(new Model(*this)) {
   setModel(model_);
+  setItemDelegate(new Cells(this));
   setAlternatingRowColors(true);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::SingleSelection);
@@ -291,20 +324,32 @@ void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hin
   markStale();
 }
 
+// As wide as the titles and the rows in sight; where that is too much, the widest texts are cut first.
 void DBGrid::fitColumns() {
   const QFontMetrics metrics = fontMetrics();
   const int rows = std::min(model_->rowCount(), viewport()->height() / rowPixels + 1);
   const int first = std::max(0, rowAt(0));
-  int column = 0;
+  std::vector<int> widths, least;
   for (const Column& shown : model_->shownColumns()) {
+    const int column = int(widths.size());
     int width = horizontalHeader()->sectionSizeHint(column);
+    least.push_back(shown.width > 0 ? shown.width : width);
     for (int row = first; row < std::min(first + rows, model_->rowCount()); ++row) {
       const QString text = model_->index(row, column).data().toString();
-      width = std::max(width, metrics.horizontalAdvance(text) + cellPadding);
+      width = std::max(width, metrics.horizontalAdvance(text) + 2 * cellPadding);
     }
-    width = shown.width > 0 ? shown.width : std::min(width, widestFit);
-    setColumnWidth(column++, width);
+    widths.push_back(shown.width > 0 ? shown.width : std::min(width, widestFit));
   }
+  int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
+  while (excess > 0) {
+    const auto widest = std::max_element(widths.begin(), widths.end());
+    const int floor = least[std::size_t(widest - widths.begin())];
+    const int cut = std::min(excess, *widest - std::max(floor, *widest * 3 / 4));
+    if (cut <= 0) break;
+    *widest -= cut;
+    excess -= cut;
+  }
+  for (std::size_t column = 0; column < widths.size(); ++column) setColumnWidth(int(column), widths[column]);
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {

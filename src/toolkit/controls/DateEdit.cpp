@@ -1,7 +1,10 @@
 #include "toolkit/controls/DateEdit.h"
 
 #include <QtCore/QLocale>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QAction>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QTextCharFormat>
 #include <QtWidgets/QCalendarWidget>
 
 #include "data/value/Clock.h"
@@ -12,8 +15,12 @@
 namespace tavoline {
 
 namespace {
-constexpr int firstYear = 1900;  // "1/2/2" on the way to "1/2/2025" is no day yet
+// A year in four figures: "1/2/20" may be on its way to "1/2/2025".
+bool hasWholeYear(const QString& text) {
+  static const QRegularExpression year(QStringLiteral("\\d{4}"));
+  return year.match(text).hasMatch();
 }
+}  // namespace
 
 DateEdit::DateEdit(QWidget* parent) : Edit(parent) {
   setPlaceholderText(QStringLiteral("jj/mm/aaaa"));
@@ -25,7 +32,7 @@ DateEdit::DateEdit(QWidget* parent) : Edit(parent) {
 std::optional<DateTime> DateEdit::Date() const {
   try {
     const DateTime day = readDateTime(text().toStdString()).date();
-    if (day.year() >= firstYear) return day;
+    if (day.hasDate()) return day;
   } catch (const ConversionError&) {  // unfinished
   }
   return std::nullopt;
@@ -37,18 +44,28 @@ void DateEdit::Date(DateTime day) {
 }
 
 void DateEdit::typed() {
-  if (!text().isEmpty() && !Date()) return;
+  if (!text().isEmpty() && !(hasWholeYear(text()) && Date())) return;
   last_ = text();
   Edit::typed();
 }
 
+void DateEdit::finish() {
+  if (text().isEmpty() || text() == last_) return;
+  if (const auto day = Date()) return Date(*day);
+  const std::string wrong = text().toStdString();
+  setText(last_);
+  throw ConversionError("« " + wrong + " » n'est pas une date. Écrivez-la sous la forme jj/mm/aaaa.");
+}
+
 void DateEdit::focusLeft() {
-  if (!text().isEmpty() && !Date()) {
-    const std::string wrong = text().toStdString();
-    setText(last_);
-    throw ConversionError("« " + wrong + " » n'est pas une date. Écrivez-la sous la forme jj/mm/aaaa.");
-  }
+  finish();
   Edit::focusLeft();
+}
+
+void DateEdit::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && !guarded([this] { finish(); })) return;
+  Edit::keyPressEvent(event);
 }
 
 void DateEdit::openCalendar() {
@@ -58,6 +75,10 @@ void DateEdit::openCalendar() {
     calendar_->setLocale(QLocale(QLocale::French));
     calendar_->setFirstDayOfWeek(Qt::Sunday);
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar_->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {  // red is for what is wrong
+      calendar_->setWeekdayTextFormat(day, QTextCharFormat());
+    }
     connect(calendar_, &QCalendarWidget::clicked, this, [this](QDate day) {
       calendar_->hide();
       guarded([&] { Date(DateTime::of(day.year(), day.month(), day.day())); });

@@ -22,14 +22,16 @@ class DateEdit : public Edit {
 
  protected:
   void typed() override;
-  /// An unfinished day gives way to the last whole one, with a sentence. Throws ConversionError.
   void focusLeft() override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// An unfinished day gives way to the last whole one. Throws ConversionError.
+  void finish();
   void openCalendar();
 
   QCalendarWidget* calendar_ = nullptr;
-  QString last_;  // the last whole day, or empty
+  QString last_;  // the last whole day as it was written, or empty
 };
 
 }  // namespace tavoline

@@ -63,7 +63,8 @@ Keypad::Keypad(QWidget* parent) : QWidget(parent) {
   for (const Key& key : keys) {
     auto* button = new QPushButton(QString::fromUtf8(key.caption), this);
     button->setObjectName(QStringLiteral("key") + QString::fromUtf8(key.caption));
-    button->setProperty("kind", QStringLiteral("key"));
+    button->setProperty("kind",
+                        button->text().size() == 1 ? QStringLiteral("key") : QStringLiteral("keyWord"));
     button->setFocusPolicy(Qt::NoFocus);
     button->setMinimumSize(52, 48);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

@@ -3,6 +3,8 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
+#include <algorithm>
+#include <cmath>
 
 #include "toolkit/forms/Guard.h"
 
@@ -10,8 +12,9 @@ namespace tavoline {
 
 namespace {
 
-constexpr int radius = 8;        // pixels
-constexpr int captionRight = 8;  // pixels kept free at the right of a caption
+constexpr int radius = 8;            // pixels
+constexpr int captionRight = 8;      // pixels kept free at the right of a caption
+constexpr int smallestLetters = 12;  // pixels
 
 QString qt(std::string_view text) {
   return QString::fromUtf8(text.data(), qsizetype(text.size()));
@@ -27,6 +30,10 @@ void runClick(QWidget* tile, std::function<void()> handler) {
 
 ShapeButton::ShapeButton(QWidget* parent) : QAbstractButton(parent) {
   setCursor(Qt::PointingHandCursor);
+  QFont letters = font();
+  letters.setBold(true);
+  letters.setPixelSize(15);
+  setFont(letters);
   connect(this, &QAbstractButton::clicked, this, [this] { guarded([this] { Click(); }); });
 }
 
@@ -64,23 +71,41 @@ void ShapeButton::paintEvent(QPaintEvent*) {
   shape.addRoundedRect(QRectF(rect()), radius, radius);
   painter.setClipPath(shape);
   painter.fillRect(rect(), palette().color(QPalette::Base));
+
   const QRect room = rect().adjusted(0, 0, 0, -reservedBelow);
-  if (!picture_.isNull()) drawPicture(painter, room);
-  drawCaption(painter, room);
+  Lines caption = captionLines(room);
+  QRect captionRoom = captionPlaceIn(room, caption);
+  if (!picture_.isNull()) drawPicture(painter, room, captionRoom);
+  painter.setFont(caption.font);
+  painter.setPen(palette().color(QPalette::ButtonText));
+  for (const QString& line : caption.lines) {
+    painter.drawText(captionRoom.left(), captionRoom.top() + QFontMetrics(caption.font).ascent(), line);
+    captionRoom.setTop(captionRoom.top() + caption.height);
+  }
+
   if (isDown()) painter.fillRect(rect(), QColor(0, 0, 0, 40));
   if (!isEnabled()) painter.fillRect(rect(), QColor(255, 255, 255, 140));
   painter.setClipping(false);
-  painter.setPen(QPen(hasFocus() ? palette().color(QPalette::Highlight) : palette().color(QPalette::Midlight),
-                      hasFocus() ? 3 : 1));
+  painter.setPen(
+      QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Midlight), hasFocus() ? 3 : 1));
   const qreal inset = hasFocus() ? 1.5 : 0.5;
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
-// A picture made for the tile is drawn as it is; any other one as large as it fits, in its own proportions.
-void ShapeButton::drawPicture(QPainter& painter, const QRect& room) {
+// A picture made for the tile fills it, under the caption. Any other one gets the room that the caption
+// leaves, and is drawn there as large as it fits, in its own proportions.
+void ShapeButton::drawPicture(QPainter& painter, const QRect& tile, const QRect& caption) {
   const qreal ratio = devicePixelRatioF();
+  QRect room = tile;
+  const bool made = std::abs(picture_.width() - width()) <= 4 && std::abs(picture_.height() - height()) <= 4;
+  if (!made) {
+    if (!text().trimmed().isEmpty() && captionPlace == Qt::AlignTop) room.setTop(caption.bottom() + 4);
+    if (!text().trimmed().isEmpty() && captionPlace == Qt::AlignBottom) room.setBottom(caption.top() - 4);
+    room.adjust(6, 4, -6, -4);
+  }
   const QSize wanted = picture_.size().scaled(room.size() * ratio, Qt::KeepAspectRatio);
-  if (scaled_.isNull() || scaled_.size() != wanted) {
+  if (wanted.isEmpty()) return;
+  if (scaled_.size() != wanted) {
     scaled_ = picture_.scaled(wanted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     scaled_.setDevicePixelRatio(ratio);
   }
@@ -89,23 +114,42 @@ void ShapeButton::drawPicture(QPainter& painter, const QRect& room) {
   painter.drawPixmap(place.topLeft(), scaled_);
 }
 
-void ShapeButton::drawCaption(QPainter& painter, const QRect& room) {
-  const QString caption = text().trimmed();
-  if (caption.isEmpty()) return;
-  const int flags = Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop;
-  const QRect column = room.adjusted(captionX, 0, -captionRight, 0);
-  const QRect needed = painter.fontMetrics().boundingRect(column, flags, caption);
-  const int height = std::min(needed.height(), room.height() - 8);
-  QRect band(room.left(), room.top(), room.width(), height + 8);
-  if (picture_.isNull() || captionPlace == Qt::AlignVCenter) {
-    band.moveTop(room.center().y() - band.height() / 2);
-  } else if (captionPlace == Qt::AlignBottom) {
-    band.moveBottom(room.bottom());
+// Broken into lines between words. The letters are made smaller for a word that is too long for a line, and
+// what does not fit in the lines that there is room for is cut short.
+ShapeButton::Lines ShapeButton::captionLines(const QRect& room) const {
+  const int length = room.width() - captionX - captionRight;
+  const QStringList words = text().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  Lines result{{}, font(), 0};
+  result.font.setPixelSize(QFontInfo(font()).pixelSize());  // whatever unit it was given in
+  const auto tooLong = [&](const QString& word) {
+    return QFontMetrics(result.font).horizontalAdvance(word) > length;
+  };
+  while (result.font.pixelSize() > smallestLetters && std::any_of(words.begin(), words.end(), tooLong)) {
+    result.font.setPixelSize(result.font.pixelSize() - 1);
   }
-  if (!picture_.isNull() && captionPlace != Qt::AlignVCenter)
-    painter.fillRect(band, QColor(255, 255, 255, 214));
-  painter.setPen(palette().color(QPalette::ButtonText));
-  painter.drawText(QRect(captionX, band.top() + 4, column.width(), height), flags, caption);
+  const QFontMetrics metrics(result.font);
+  result.height = metrics.lineSpacing();
+  const int most = std::max(1, (picture_.isNull() ? room.height() - 8 : room.height() / 2) / result.height);
+  for (const QString& word : words) {
+    QString& line = result.lines.isEmpty() ? result.lines.emplaceBack() : result.lines.back();
+    const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+    if (line.isEmpty() || metrics.horizontalAdvance(longer) <= length || result.lines.size() == most)
+      line = longer;
+    else
+      result.lines << word;
+  }
+  for (QString& line : result.lines) line = metrics.elidedText(line, Qt::ElideRight, length);
+  return result;
+}
+
+QRect ShapeButton::captionPlaceIn(const QRect& room, const Lines& caption) const {
+  QRect place(captionX, 6, room.width() - captionX - captionRight,
+              caption.height * int(caption.lines.size()));
+  if (picture_.isNull() || captionPlace == Qt::AlignVCenter)
+    place.moveTop((room.height() - place.height()) / 2);
+  else if (captionPlace == Qt::AlignBottom)
+    place.moveBottom(room.bottom() - 6);
+  return place;
 }
 
 Panel::Panel(QWidget* parent) : QFrame(parent) {}

@@ -38,8 +38,14 @@ class ShapeButton : public QAbstractButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void drawPicture(QPainter& painter, const QRect& room);
-  void drawCaption(QPainter& painter, const QRect& room);
+  struct Lines {
+    QStringList lines;
+    QFont font;
+    int height;  // of a line, in pixels
+  };
+  Lines captionLines(const QRect& room) const;
+  QRect captionPlaceIn(const QRect& room, const Lines& caption) const;
+  void drawPicture(QPainter& painter, const QRect& tile, const QRect& caption);
 
   QPixmap picture_;
   QPixmap scaled_;  // the picture as it was last drawn

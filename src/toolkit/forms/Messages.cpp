@@ -24,7 +24,7 @@ void showBox(const std::string& text) {
 }
 
 bool askBox(const std::string& text, const std::string& title) {
-  QMessageBox box(QMessageBox::Question, qt(title), qt(text), QMessageBox::Yes | QMessageBox::No, front());
+  QMessageBox box(QMessageBox::NoIcon, qt(title), qt(text), QMessageBox::Yes | QMessageBox::No, front());
   box.setTextFormat(Qt::PlainText);
   box.button(QMessageBox::Yes)->setText(QStringLiteral("Oui"));
   box.button(QMessageBox::No)->setText(QStringLiteral("Non"));

@@ -63,6 +63,18 @@ class TouchStyle : public QProxyStyle {
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
   }
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    switch (metric) {
+      case PM_ButtonIconSize:
+      case PM_LineEditIconSize:
+        return 24;
+      case PM_SmallIconSize:
+        return 20;
+      default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+  }
 };
 
 QPalette palette() {

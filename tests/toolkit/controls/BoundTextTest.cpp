@@ -1,0 +1,150 @@
+#include "data/value/Errors.h"
+#include "toolkit/ToolkitFixture.h"
+#include "toolkit/controls/Button.h"
+#include "toolkit/controls/DBText.h"
+#include "toolkit/controls/Headings.h"
+
+namespace tavoline {
+namespace {
+
+class BoundTextTest : public ToolkitTest {};
+
+TEST_F(BoundTextTest, ACaptionIsPulledAtThatMomentHiddenOrNot) {
+  auto* shown = screen->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
+  auto* hidden = screen->add<DBText>("DBText2", "DataSourceEndroit", "endoit");
+  hidden->setVisible(false);
+  open();
+  DM->Endroit.Last();
+  for (DBText* text : {shown, hidden}) {
+    EXPECT_EQ(text->property("text").toString(), "Étage") << text->objectName().toStdString();
+    EXPECT_EQ(text->Caption(), "Étage");
+  }
+  DM->Endroit.First();
+  EXPECT_EQ(hidden->Caption(), "Salle");
+  station.settle();
+  EXPECT_EQ(shown->text(), "Salle");  // painted by itself
+}
+
+TEST_F(BoundTextTest, WhereThereIsNothingToShowTheCaptionIsEmpty) {
+  auto* text = screen->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
+  auto* unknown = screen->add<DBText>("DBText2", "DataSourceEndroit", "n_commande");
+  open();
+  EXPECT_EQ(unknown->Caption(), "");
+  const struct {
+    const char* what;
+    std::function<void()> empty;
+  } cases[] = {
+      {"no row", [] { DM->Endroit.FilterBy("endoit='Cave'"); }},
+      {"closed", [] { DM->Endroit.Close(); }},
+      {"a new row",
+       [] {
+         DM->Endroit.Open();
+         DM->Endroit.Insert();
+       }},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    each.empty();
+    EXPECT_EQ(text->Caption(), "");
+    EXPECT_EQ(text->property("text").toString(), "");
+  }
+}
+
+TEST_F(BoundTextTest, AHandlerOfManyStepsPullsOnce) {
+  struct Counting : DBText {
+    using DBText::DBText;
+    void pull() override {
+      ++pulls;
+      DBText::pull();
+    }
+    int pulls = 0;
+  };
+  auto* text = screen->add<Counting>("DBText1", "DataSourceEndroit", "Endoit");
+  open();
+  text->pulls = 0;
+  for (int step = 0; step < 20; ++step)
+    DM->Endroit.FilterBy("id_endroit='" + std::to_string(step % 3 + 1) + "'");
+  EXPECT_EQ(text->pulls, 0);
+  station.settle();
+  EXPECT_EQ(text->pulls, 1);
+  text->setVisible(false);
+  DM->Endroit.Filtered(false);
+  station.settle();
+  EXPECT_EQ(text->pulls, 1);  // nobody sees it
+  text->setVisible(true);
+  station.settle();
+  EXPECT_EQ(text->pulls, 2);
+}
+
+TEST_F(BoundTextTest, AnUnknownSourceIsNamed) {
+  screen->add<DBText>("DBText1", "DataSourceLune", "x");
+  try {
+    screen->BindControls();
+    ADD_FAILURE() << "no failure";
+  } catch (const DatasetError& error) {
+    EXPECT_THAT(error.what(), testing::HasSubstr("DataSourceLune"));
+  }
+}
+
+// Ink left and right of the middle of a control, in columns that are not background.
+std::pair<int, int> margins(QWidget& control) {
+  const QImage picture = control.grab().toImage();
+  const QRgb ground = picture.pixel(picture.width() / 2, 8);
+  int first = picture.width(), last = 0;
+  for (int x = 8; x < picture.width() - 8; ++x) {
+    for (int y = 8; y < picture.height() - 8; ++y) {
+      if (picture.pixel(x, y) == ground) continue;
+      first = std::min(first, x);
+      last = std::max(last, x);
+    }
+  }
+  return {first, picture.width() - 1 - last};
+}
+
+TEST_F(BoundTextTest, BlanksAtTheEndsAreHeldAndNotDrawn) {
+  auto* button = screen->add<Button>("RzBitBtn1");
+  auto* label = screen->add<Label>("RzLabel1");
+  label->setAlignment(Qt::AlignCenter);
+  label->setMinimumHeight(40);
+  open();
+  button->Caption("Annuler             ");
+  label->Caption("Annuler             ");
+  for (QWidget* control : {static_cast<QWidget*>(button), static_cast<QWidget*>(label)}) {
+    EXPECT_EQ(control->property("text").toString(), "Annuler             ");
+    const auto [left, right] = margins(*control);
+    EXPECT_NEAR(left, right, 4) << control->objectName().toStdString();
+  }
+  EXPECT_EQ(button->Caption(), "Annuler             ");
+  const int wide = button->sizeHint().width();
+  button->Caption("Annuler");
+  EXPECT_NEAR(button->sizeHint().width(), wide, 4);
+}
+
+TEST_F(BoundTextTest, HeadingsHoldTheirTextWhileTheyBlinkAndRun) {
+  auto* blinking = screen->add<BlinkingLabel>("RzLabel3");
+  auto* running = screen->add<RunningLabel>("RzLabel4");
+  blinking->setMinimumHeight(40);
+  running->setMinimumHeight(40);
+  open();
+  blinking->Caption("T1");
+  running->Caption("Informations Produits");
+  const auto ink = [](QWidget* label) {
+    const QImage picture = label->grab().toImage();
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) count += qGray(picture.pixel(x, y)) < 128;
+    }
+    return count;
+  };
+  EXPECT_GT(ink(blinking), 0);
+  station.waitUntil([&] { return ink(blinking) == 0; });
+  EXPECT_EQ(blinking->property("text").toString(), "T1");
+  station.waitUntil([&] { return ink(blinking) > 0; });
+
+  const QImage before = running->grab().toImage();
+  station.waitUntil([&] { return running->grab().toImage() != before; });
+  EXPECT_EQ(running->Caption(), "Informations Produits");
+}
+
+}  // namespace
+}  // namespace tavoline

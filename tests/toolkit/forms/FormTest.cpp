@@ -1,0 +1,174 @@
+#include "data/value/Errors.h"
+#include "toolkit/ToolkitFixture.h"
+#include "toolkit/controls/Button.h"
+#include "toolkit/controls/DBEdit.h"
+#include "toolkit/controls/DBText.h"
+
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+
+namespace tavoline {
+namespace {
+
+class FormTest : public ToolkitTest {};
+
+TEST_F(FormTest, ShowAndCloseTellTheScreenOnlyWhenItComesAndGoes) {
+  screen->Close();
+  EXPECT_EQ(screen->closes, 0);
+  screen->Show();
+  screen->Show();
+  EXPECT_TRUE(screen->Visible());
+  EXPECT_EQ(screen->shows, 1);
+  screen->close();  // the window system's command
+  EXPECT_FALSE(screen->Visible());
+  screen->Close();
+  EXPECT_EQ(screen->closes, 1);
+  screen->Show();
+  EXPECT_EQ(screen->shows, 2);
+}
+
+TEST_F(FormTest, AModalScreenReturnsWhenItIsClosedAndKeepsTheOthersBack) {
+  auto* behind = screen->add<Button>("RzBitBtn1");
+  TestScreen* other = nullptr;
+  TestScreen& modal = station.create(other);
+  auto* leave = modal.add<Button>("RzBitBtn2");
+  leave->OnClick = [&] { modal.Close(); };
+  int behindClicks = 0;
+  behind->OnClick = [&] { ++behindClicks; };
+  open();
+  station.during([&] { modal.ShowModal(); },
+                 [&] {
+                   QTest::mouseClick(screen->windowHandle(), Qt::LeftButton, {}, behind->geometry().center());
+                   EXPECT_EQ(behindClicks, 0);
+                   station.tap(leave);
+                 });
+  EXPECT_FALSE(modal.Visible());
+  EXPECT_FALSE(modal.isModal());
+  station.tap(behind);
+  EXPECT_EQ(behindClicks, 1);
+}
+
+TEST_F(FormTest, AModalScreenThatCannotOpenIsNotLeftInTheWay) {
+  struct Failing : TForm {
+    Failing() : TForm("EchecF") {}
+    void FormShow() override { throw StoreError("La base de données est occupée."); }
+  };
+  Failing* instance_ = nullptr;
+  Failing& failing = station.create(instance_);
+  EXPECT_THROW(failing.ShowModal(), StoreError);
+  EXPECT_FALSE(failing.Visible());
+  EXPECT_FALSE(failing.isVisible());
+}
+
+TEST_F(FormTest, DockedScreensLieOneOverTheOther) {
+  auto* panel = screen->add<QWidget>("RzPanel4");
+  TestScreen *below = nullptr, *above = nullptr;
+  station.create(below).setObjectName("ListeF");
+  station.create(above).setObjectName("SaisieF");
+  auto* text = below->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
+  below->BindControls();
+  open();
+  for (TestScreen* form : {below, above}) {
+    form->Dock(panel);
+    form->Show();
+    station.settle();
+  }
+  EXPECT_TRUE(below->Visible());
+  EXPECT_FALSE(below->isVisible());  // covered: no repaint, no focus, no reading
+  EXPECT_TRUE(above->isVisible());
+  EXPECT_EQ(above->geometry(), panel->contentsRect());
+  DM->Endroit.Next();
+  station.settle();
+  EXPECT_EQ(text->text(), "Salle");
+  EXPECT_EQ(text->Caption(), "Terrasse");
+
+  screen->resize(900, 700);
+  station.settle();
+  EXPECT_EQ(above->geometry(), panel->contentsRect());
+  above->Close();
+  station.settle();
+  EXPECT_TRUE(below->isVisible());
+  EXPECT_EQ(below->geometry(), panel->contentsRect());
+  EXPECT_EQ(text->text(), "Terrasse");
+  EXPECT_EQ(below->shows, 1);
+
+  above->Dock(panel);
+  above->Show();
+  below->Dock(panel);  // again, as every embedding does
+  below->Show();
+  EXPECT_TRUE(below->isVisible());
+  EXPECT_FALSE(above->isVisible());
+  EXPECT_EQ(below->shows, 1);
+}
+
+TEST_F(FormTest, ScreensAreReachedByNameAndAnAbsentOneIsNone) {
+  auto* edit = screen->add<Edit>("RzEdit1");
+  EXPECT_EQ(Forms::find("essaif"), screen);
+  EXPECT_EQ(Forms::control<Edit>("EssaiF", "RzEdit1"), edit);
+  EXPECT_EQ(Forms::control<Button>("EssaiF", "RzEdit1"), nullptr);
+  EXPECT_EQ(Forms::control("LuneF", "RzEdit1"), nullptr);
+  Forms::Show("EssaiF");
+  EXPECT_TRUE(screen->Visible());
+  Forms::Close("EssaiF");
+  EXPECT_FALSE(screen->Visible());
+  Forms::Show("LuneF");
+  Forms::ShowModal("LuneF");
+}
+
+TEST(FormBinding, ScreensMadeBeforeTheDataModuleAreBoundByItsCreation) {
+  Workstation station;
+  station.sql("insert into TVA (tva, utilisation) values (19, 'OUI')");
+  TestScreen* screen = nullptr;
+  auto* text = station.create(screen).add<DBText>("DBText1", "DataSourceTVA", "utilisation");
+  EXPECT_EQ(text->Caption(), "");
+  station.start();
+  EXPECT_EQ(text->Caption(), "OUI");
+}
+
+class RealBoxTest : public ToolkitTest {
+ protected:
+  static QMessageBox* box() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+};
+
+TEST_F(RealBoxTest, AMessageIsAPlainBoxWithOneButton) {
+  open();
+  station.during([] { Messages::real().show("STOCK=0"); },
+                 [&] {
+                   ASSERT_TRUE(box());
+                   EXPECT_EQ(box()->text(), "STOCK=0");
+                   EXPECT_EQ(box()->windowTitle(), "Tavoline");
+                   EXPECT_EQ(box()->buttons().size(), 1);
+                   QTest::keyClick(box(), Qt::Key_Return);
+                 });
+}
+
+TEST_F(RealBoxTest, AQuestionIsAnsweredInFrenchAndClosingItIsNo) {
+  open();
+  const struct {
+    const char* what;
+    std::function<void(QMessageBox&)> act;
+    bool yes;
+  } cases[] = {
+      {"Oui", [](QMessageBox& b) { b.button(QMessageBox::Yes)->click(); }, true},
+      {"Non", [](QMessageBox& b) { b.button(QMessageBox::No)->click(); }, false},
+      {"close", [](QMessageBox& b) { b.close(); }, false},
+      {"Esc", [](QMessageBox& b) { QTest::keyClick(&b, Qt::Key_Escape); }, false},
+  };
+  for (const auto& each : cases) {
+    bool answer = !each.yes;
+    station.during(
+        [&] { answer = Messages::real().confirm("voulez-vous vraiment supprimer", "confirmation"); },
+        [&] {
+          ASSERT_TRUE(box());
+          EXPECT_EQ(box()->windowTitle(), "confirmation");
+          EXPECT_EQ(box()->button(QMessageBox::Yes)->text(), "Oui");
+          EXPECT_EQ(box()->button(QMessageBox::No)->text(), "Non");
+          each.act(*box());
+        });
+    EXPECT_EQ(answer, each.yes) << each.what;
+  }
+}
+
+}  // namespace
+}  // namespace tavoline

@@ -1,0 +1,68 @@
+#include "toolkit/ToolkitFixture.h"
+#include "toolkit/controls/Button.h"
+#include "toolkit/controls/DBCheckBox.h"
+#include "toolkit/controls/DBComboBox.h"
+#include "toolkit/controls/DBEdit.h"
+#include "toolkit/controls/DateEdit.h"
+#include "toolkit/controls/Lookup.h"
+#include "toolkit/theme/Theme.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QIcon>
+#include <QtWidgets/QApplication>
+
+namespace tavoline {
+namespace {
+
+class ThemeTest : public ToolkitTest {};
+
+TEST_F(ThemeTest, WhatIsTouchedIsAFingerHigh) {
+  for (const char* kind : {"", "primary", "danger", "menu", "tool", "link", "key"}) {
+    auto* button = screen->add<Button>(kind);
+    button->setProperty("kind", QString::fromUtf8(kind));
+    button->setText(QStringLiteral("Ok"));
+  }
+  QWidget* const inputs[] = {screen->add<Edit>("Edit"),
+                             screen->add<DBEdit>("DBEdit"),
+                             screen->add<DateEdit>("DateEdit"),
+                             screen->add<DBComboBox>("DBComboBox"),
+                             screen->add<DBLookupComboBox>("DBLookupComboBox"),
+                             screen->add<DBCheckBox>("DBCheckBox")};
+  open();
+  for (const Button* button : screen->findChildren<Button*>()) {
+    EXPECT_GE(button->sizeHint().height(), 48) << button->objectName().toStdString();
+    EXPECT_GE(button->sizeHint().width(), 48) << button->objectName().toStdString();
+  }
+  for (QWidget* input : inputs) {
+    EXPECT_GE(input->sizeHint().height(), 48) << input->objectName().toStdString();
+    const int height = input->height();
+    input->setFocus();
+    input->setProperty("red", true);
+    station.settle();
+    EXPECT_EQ(input->height(), height)
+        << input->objectName().toStdString() << " jumps when it gets the focus";
+  }
+  EXPECT_GE(QApplication::font().pixelSize(), 15);
+}
+
+TEST_F(ThemeTest, QtSpeaksFrenchAndIconsAreThere) {
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Annuler");
+  EXPECT_TRUE(QIcon::hasThemeIcon(QStringLiteral("document-print")));
+  EXPECT_FALSE(QIcon::fromTheme(QStringLiteral("document-print")).pixmap(32).isNull());
+}
+
+TEST_F(ThemeTest, AnInputLeftEmptyIsPaintedRedAndBack) {
+  auto* edit = screen->add<Edit>("RzEdit1");
+  screen->add<Edit>("RzEdit2");
+  open();
+  screen->findChild<Edit*>(QStringLiteral("RzEdit2"))->SetFocus();
+  const auto ground = [&] { return edit->grab().toImage().pixelColor(20, edit->height() / 2); };
+  const QColor own = ground();
+  edit->Red(true);
+  EXPECT_EQ(ground(), QColor(theme::wrongSoft));
+  edit->Red(false);
+  EXPECT_EQ(ground(), own);
+}
+
+}  // namespace
+}  // namespace tavoline
