@@ -1,5 +1,6 @@
 #include "toolkit/report/PageSetupU.h"
 
+#include <algorithm>
 #include <array>
 
 #include "ui_PageSetupU.h"
@@ -36,10 +37,12 @@ PageSetupDialog::PageSetupDialog(const report::PageSetup& setup, QWidget* parent
     box->setMinimumHeight(48);
     box->setSuffix(" mm");
     box->setDecimals(1);
+    box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setRange(0, kLargestPaper);
     box->setAlignment(Qt::AlignRight);
     connect(box, &QDoubleSpinBox::valueChanged, this, [this] { measured(); });
   }
+  for (QLabel* label : findChildren<QLabel*>()) label->setMinimumHeight(48);
   ui_->PaperWidth->setMinimum(10);
   ui_->PaperHeight->setMinimum(10);
   connect(ui_->Paper, &QComboBox::currentIndexChanged, this, [this](int index) { paperChosen(index); });

@@ -16,8 +16,8 @@ namespace {
 constexpr int kGap = 16;                        // dots around pages
 constexpr std::size_t kPictures = 6;            // kept at most,
 constexpr qint64 kLargestPicture = 12'000'000;  // and none with more dots
-constexpr QColor kDesk(0xBD, 0xB8, 0xAF), kEdge(0x8E, 0x88, 0x7E), kHit(0xFF, 0xB3, 0x00, 110),
-    kSelected(0x0F, 0x76, 0x6E, 90);
+constexpr QColor kDesk(0xBD, 0xB8, 0xAF), kEdge(0x8E, 0x88, 0x7E), kHit(0xFF, 0xC8, 0x3D),
+    kSelected(0xB5, 0xDD, 0xDA);
 
 }  // namespace
 
@@ -261,12 +261,15 @@ void PageView::paintMarks(QPainter& painter, std::size_t page) {
   const bool hitHere = hit_ && hit_->page == page;
   const bool selectionHere = !selection_.isNull() && selection_.intersects(pageRect(page));
   if (!hitHere && !selectionHere) return;
+  painter.save();
+  painter.setCompositionMode(QPainter::CompositionMode_Multiply);
   for (const report::Item& item : document_->items(page)) {
     if (!item.object->hasText() || item.text.empty()) continue;
     const QRectF rect = itemRect(page, item);
     if (hitHere && item.word == hit_->word) painter.fillRect(rect, kHit);
     if (selectionHere && selection_.intersects(rect)) painter.fillRect(rect, kSelected);
   }
+  painter.restore();
 }
 
 }  // namespace tavoline

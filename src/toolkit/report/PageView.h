@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QPointer>
+#include <QtGui/QPixmap>
 #include <QtWidgets/QAbstractScrollArea>
 #include <functional>
 #include <list>

@@ -18,6 +18,9 @@ constexpr double kNarrowest = 0.70;   // a line too long for its box is set narr
 constexpr double kSmallest = 0.75;    // and then smaller
 constexpr double kQuietModules = 10;  // on either side of a barcode
 constexpr double kShadow = 4;
+// Lines are measured in a size large enough for rounding not to matter.
+constexpr double kMeasureScale = 10;
+constexpr int kDefaultDpi = 96;
 
 QString family(const std::string& name) {
   if (name == "Arial" || name == "Tahoma" || name == "Arial Black") return "Liberation Sans";
@@ -26,6 +29,19 @@ QString family(const std::string& name) {
 
 QColor colour(Colour value) {
   return QColor::fromRgb(value & 0xFFFFFFU);
+}
+
+// The font that stands on this system for a template's font, sized for the device.
+QFont deviceFont(const Object& object, double scale, int deviceDpi) {
+  QFont font(family(object.fontName));
+  font.setStyleHint(QFont::SansSerif);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setPointSizeF(object.fontSize * kUnitsPerPoint * scale * 72.0 / deviceDpi);
+  font.setBold((object.fontStyle & FontBold) || object.fontName == "Arial Black");
+  if (object.fontName == "Arial Black") font.setWeight(QFont::Black);
+  font.setItalic(object.fontStyle & FontItalic);
+  font.setUnderline(object.fontStyle & FontUnderline);
+  return font;
 }
 
 // A painter with the page's origin and scale: the objects are told in units, the device works in dots.
@@ -112,24 +128,29 @@ class Canvas {
   void words(const Item& item) {
     if (item.text.empty()) return;
     const Object& object = *item.object;
-    QString text = QString::fromUtf8(item.text.data(), static_cast<qsizetype>(item.text.size()));
+    const QString text = QString::fromUtf8(item.text.data(), static_cast<qsizetype>(item.text.size()));
     const QRectF outer = device(item.rect);
     const double inset = kTextInset * scale_;
     const QRectF box = outer.adjusted(inset, 0, -inset, 0);
-    QFont font = deviceFont(object, scale_, painter_.device()->logicalDpiY());
-    const bool wrap = object.wordWrap || object.hAlign == HAlign::Block;
-    if (!wrap) text = fitted(text, font, box.width());
-
     painter_.save();
     painter_.setClipRect(outer, Qt::IntersectClip);
-    painter_.setFont(font);
+    painter_.setFont(deviceFont(object, scale_, painter_.device()->logicalDpiY()));
     painter_.setPen(colour(object.fontColour));
-    painter_.drawText(box, flags(object) | (wrap ? Qt::TextWordWrap : 0), text);
+    if (object.wordWrap || object.hAlign == HAlign::Block) {
+      painter_.drawText(box, flags(object) | Qt::TextWordWrap, text);
+    } else {
+      line(object, text, box);
+    }
     painter_.restore();
   }
 
-  double widest(const QString& text, const QFont& font) const {
-    const QFontMetricsF metrics(font, painter_.device());
+  // A line as it comes out at any scale: which part of it, how much smaller, and how much narrower.
+  struct Fitted {
+    QString text;
+    double size = 1;
+  };
+
+  static double widest(const QString& text, const QFontMetricsF& metrics) {
     double width = 0;
     for (const QString& line : text.split(u'\n'))
       width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
@@ -137,16 +158,30 @@ class Canvas {
   }
 
   // An amount with its first digits cut off would be another amount: a line too long for its box is set
-  // narrower, then smaller, and what is cut off even so leaves dots.
-  QString fitted(const QString& text, QFont& font, double width) const {
-    double share = width / std::max(1.0, widest(text, font));
-    if (share >= 1) return text;
-    font.setStretch(static_cast<int>(100 * std::max(kNarrowest, share)));
-    share = width / std::max(1.0, widest(text, font));
-    if (share >= 1) return text;
-    font.setPointSizeF(font.pointSizeF() * std::max(kSmallest, share * 0.99));
-    if (widest(text, font) <= width) return text;
-    return QFontMetricsF(font, painter_.device()).elidedText(text, Qt::ElideRight, width);
+  // narrower, then smaller, and what is cut off even so leaves dots. Decided in a large size, so that every
+  // scale shows the same.
+  static Fitted fitted(const QString& text, const Object& object, double units) {
+    QFont large = deviceFont(object, kMeasureScale, kDefaultDpi);
+    large.setPixelSize(static_cast<int>(std::lround(object.fontSize * kUnitsPerPoint * kMeasureScale)));
+    const QFontMetricsF metrics(large);
+    const double room = units * kMeasureScale;
+    const double share = room / std::max(1.0, widest(text, metrics));
+    if (share >= kNarrowest) return {text, 1};
+    const double size = std::max(kSmallest, share / kNarrowest);
+    if (share >= kNarrowest * kSmallest) return {text, size};
+    return {metrics.elidedText(text, Qt::ElideRight, room / (kNarrowest * kSmallest)), size};
+  }
+
+  void line(const Object& object, const QString& text, const QRectF& box) {
+    const Fitted fit = fitted(text, object, box.width() / scale_);
+    QFont font = painter_.font();
+    font.setPointSizeF(font.pointSizeF() * fit.size);
+    painter_.setFont(font);
+    const double narrower =
+        std::min(1.0, box.width() / std::max(1.0, widest(fit.text, QFontMetricsF(font, painter_.device()))));
+    painter_.translate(box.left(), 0);
+    painter_.scale(narrower, 1);
+    painter_.drawText(QRectF(0, box.top(), box.width() / narrower, box.height()), flags(object), fit.text);
   }
 
   static int flags(const Object& object) {
@@ -207,18 +242,6 @@ class Canvas {
 };
 
 }  // namespace
-
-QFont deviceFont(const Object& object, double scale, int deviceDpi) {
-  QFont font(family(object.fontName));
-  font.setStyleHint(QFont::SansSerif);
-  font.setHintingPreference(QFont::PreferNoHinting);
-  font.setPointSizeF(object.fontSize * kUnitsPerPoint * scale * 72.0 / deviceDpi);
-  font.setBold((object.fontStyle & FontBold) || object.fontName == "Arial Black");
-  if (object.fontName == "Arial Black") font.setWeight(QFont::Black);
-  font.setItalic(object.fontStyle & FontItalic);
-  font.setUnderline(object.fontStyle & FontUnderline);
-  return font;
-}
 
 PagePainter::PagePainter(const Document& document) : document_(document) {
   const SharedBytes& bytes = document.logo();

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QtCore/QRectF>
-#include <QtGui/QFont>
-#include <QtGui/QPixmap>
+#include <QtCore/QPointF>
+#include <QtGui/QImage>
 
 #include "toolkit/report/Document.h"
 
@@ -24,8 +23,5 @@ class PagePainter {
   const Document& document_;
   QImage logo_;
 };
-
-/// The font that stands on this system for a template's font; sized in report units.
-QFont deviceFont(const Object& object, double scale, int deviceDpi);
 
 }  // namespace tavoline::report

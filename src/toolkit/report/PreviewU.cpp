@@ -1,10 +1,10 @@
 #include "toolkit/report/PreviewU.h"
 
-#include <QtGui/QClipboard>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QToolButton>
 
 #include "toolkit/forms/Guard.h"
@@ -20,12 +20,27 @@ constexpr int kInterval = 100;     // milliseconds between two looks of the user
 constexpr int kCountAfter = 1000;  // milliseconds of building that make counting the records worth its while
 constexpr double kZoomStep = 1.25;
 constexpr QSize kTouch(44, 48);
+constexpr int kOutlineWidth = 300;
+
+// Where the tools do not all fit, the arrow that shows the others is as wide as a finger too.
+class TouchToolBar : public QProxyStyle {
+ public:
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    if (metric == PM_ToolBarExtensionExtent) return kTouch.width();
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+};
 }  // namespace
 
 PreviewPanel::PreviewPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::PreviewPanel>()), outline_(std::make_unique<Outline>()) {
   ui_->setupUi(this);
   ui_->OutlineList->setModel(outline_.get());
+  ui_->Body->setStretchFactor(1, 1);
+  ui_->Body->setSizes({kOutlineWidth, kOutlineWidth * 3});
+  auto* style = new TouchToolBar;
+  style->setParent(ui_->Tools);
+  ui_->Tools->setStyle(style);
   wire();
   wireNavigator();
   offer(report::kUsualButtons);
@@ -80,9 +95,8 @@ void PreviewPanel::wire() {
   connect(ui_->FindText, &QLineEdit::returnPressed, this, [this] { guarded([this] { find(true); }); });
   connect(ui_->FindNext, &QToolButton::clicked, this, [this] { guarded([this] { find(true); }); });
   connect(ui_->FindPrevious, &QToolButton::clicked, this, [this] { guarded([this] { find(false); }); });
-  connect(ui_->FindClose, &QToolButton::clicked, this, [this] { showFindBar(false); });
   connect(ui_->ProgressCancel, &QPushButton::clicked, this, [this] { stopBuilding(); });
-  connect(ui_->ClosePreview, &QToolButton::clicked, this, [this] {
+  connect(ui_->ClosePreview, &QPushButton::clicked, this, [this] {
     if (OnClose) guarded(OnClose);
   });
 }

@@ -240,7 +240,7 @@ TEST_F(PreviewTest, offersWhatTheTemplateAsksFor) {
   for (const char* absent : {"Copy", "Select", "Edit", "Save", "ZoomIn", "Outline"})
     EXPECT_FALSE(action(absent)->isVisible()) << absent;
   EXPECT_FALSE(panel_.findChild<QWidget*>("Navigator")->isVisible());
-  EXPECT_FALSE(button("ClosePreview")->isVisible()) << "a panel of a screen is not closed";
+  EXPECT_FALSE(panel_.findChild<QPushButton*>("ClosePreview")->isVisible()) << "a panel of a screen is not closed";
 }
 
 // Rows for a document that takes many turns of the event loop.
@@ -296,13 +296,19 @@ TEST_F(PreviewTest, aFailureWhileItGrowsLeavesWhatIsThere) {
 
 TEST(Preview, blocksUntilItIsClosed) {
   Preview preview({std::make_shared<report::Document>(sampleDocument(3)), {}, {}, {}}, {}, nullptr);
-  bool wasCurrent = false;
+  bool wasCurrent = false, stayed = false;
   QTimer::singleShot(0, [&] {
     wasCurrent = Preview::current() == &preview;
-    QTest::mouseClick(preview.findChild<QToolButton*>("ClosePreview"), Qt::LeftButton);
+    preview.findChild<QAction*>("Find")->trigger();
+    auto* text = preview.findChild<QLineEdit*>("FindText");
+    text->setText("ligne");
+    QTest::keyClick(text, Qt::Key_Return);
+    stayed = preview.isVisible();
+    QTest::mouseClick(preview.findChild<QPushButton*>("ClosePreview"), Qt::LeftButton);
   });
   preview.run();
   EXPECT_TRUE(wasCurrent);
+  EXPECT_TRUE(stayed) << "Enter looks for a text and closes nothing";
   EXPECT_EQ(Preview::current(), nullptr);
 }
 
