@@ -240,7 +240,8 @@ TEST_F(PreviewTest, offersWhatTheTemplateAsksFor) {
   for (const char* absent : {"Copy", "Select", "Edit", "Save", "ZoomIn", "Outline"})
     EXPECT_FALSE(action(absent)->isVisible()) << absent;
   EXPECT_FALSE(panel_.findChild<QWidget*>("Navigator")->isVisible());
-  EXPECT_FALSE(panel_.findChild<QPushButton*>("ClosePreview")->isVisible()) << "a panel of a screen is not closed";
+  EXPECT_FALSE(panel_.findChild<QPushButton*>("ClosePreview")->isVisible())
+      << "a panel of a screen is not closed";
 }
 
 // Rows for a document that takes many turns of the event loop.
