@@ -22,7 +22,9 @@ void TAff_caisseF::RzDBLookupComboBox1Click() {
   DBEdit1->Text(DM->Caisse["general"].text());
 }
 
-void TAff_caisseF::RzDBLookupComboBox2Click() { DBEdit5->Text(DM->utilisateur["nom"].text()); }
+void TAff_caisseF::RzDBLookupComboBox2Click() {
+  DBEdit5->Text(DM->utilisateur["nom"].text());
+}
 
 void TAff_caisseF::EnregistrerClick() {
   if (!mandatory({RzDBLookupComboBox1, RzDBLookupComboBox2})) return;

@@ -36,7 +36,9 @@ void Tliste_aff_caisseF::RzShapeButton4Click() {
   Aff_caisseF->ShowModal();
 }
 
-void Tliste_aff_caisseF::RzShapeButton5Click() { deleteOnConsent(DM->acce_caisse); }
+void Tliste_aff_caisseF::RzShapeButton5Click() {
+  deleteOnConsent(DM->acce_caisse);
+}
 
 void Tliste_aff_caisseF::AdvSmoothButton1Click() {
   Close();

@@ -5,7 +5,8 @@
 
 namespace tavoline {
 
-/// The cash desks. Cells are edited in place: a balance can be typed over here. Label1 holds the prefix of the codes.
+/// The cash desks. Cells are edited in place: a balance can be typed over here. Label1 holds the prefix of
+/// the codes.
 class Tliste_caisseF : public TForm, public Ui::liste_caisseF {
  public:
   Tliste_caisseF();

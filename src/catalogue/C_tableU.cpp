@@ -16,7 +16,9 @@ TC_tableF::TC_tableF() : TForm("C_tableF") {
 }
 
 // The table takes the name of its place only by way of this choice.
-void TC_tableF::RzDBLookupComboBox1Click() { DBEdit4->Text(DM->Endroit["Endoit"].text()); }
+void TC_tableF::RzDBLookupComboBox1Click() {
+  DBEdit4->Text(DM->Endroit["Endoit"].text());
+}
 
 void TC_tableF::EnregistrerClick() {
   if (!mandatory({DBEdit2, RzDBComboBox1, RzDBLookupComboBox1})) return;

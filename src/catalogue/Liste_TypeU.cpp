@@ -37,7 +37,9 @@ void TListe_TypeF::ModifierClick() {
   beginEntry();
 }
 
-void TListe_TypeF::SupprimerClick() { deleteOnConsent(DM->type_produit); }
+void TListe_TypeF::SupprimerClick() {
+  deleteOnConsent(DM->type_produit);
+}
 
 void TListe_TypeF::QuitterClick() {
   DM->type_produit.Cancel();

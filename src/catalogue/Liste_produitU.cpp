@@ -65,7 +65,9 @@ void TListe_produitF::ModifierClick() {
   beginEntry();
 }
 
-void TListe_produitF::x7Click() { deleteOnConsent(DM->Article); }
+void TListe_produitF::x7Click() {
+  deleteOnConsent(DM->Article);
+}
 
 void TListe_produitF::QuitterClick() {
   DM->Article.Cancel();
@@ -107,7 +109,8 @@ void TListe_produitF::DBGridEh1DblClick() {
   if (RzRapidFireButton2->isHidden()) Modifier->Click();
 }
 
-QColor TListe_produitF::DBGridEh1CellColour(Dataset& rows, std::size_t record, const std::string& field) const {
+QColor TListe_produitF::DBGridEh1CellColour(Dataset& rows, std::size_t record,
+                                            const std::string& field) const {
   if (!sameName(field, "qte_stock")) return {};
   const auto value = [&](const char* name) {
     return rows.ValueAt(record, static_cast<std::size_t>(rows.ColumnIndex(name)));

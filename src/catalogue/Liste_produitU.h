@@ -5,8 +5,9 @@
 
 namespace tavoline {
 
-/// The catalogue: all articles, searched by code, designation and category, the low stocks marked. From the first
-/// time that the purchase entry makes RzRapidFireButton1 visible, a double click picks instead of opening the entry.
+/// The catalogue: all articles, searched by code, designation and category, the low stocks marked. From the
+/// first time that the purchase entry makes RzRapidFireButton1 visible, a double click picks instead of
+/// opening the entry.
 class TListe_produitF : public TForm, public Ui::Liste_produitF {
  public:
   TListe_produitF();

@@ -5,8 +5,8 @@
 
 namespace tavoline {
 
-/// The one VAT setting, for all orders and purchase invoices. There is no cancel: what is typed stays pending when
-/// the window is closed without saving.
+/// The one VAT setting, for all orders and purchase invoices. There is no cancel: what is typed stays pending
+/// when the window is closed without saving.
 class TTVAF : public TForm, public Ui::TVAF {
  public:
   TTVAF();

@@ -38,7 +38,9 @@ void Tliste_endroitF::ModifierClick() {
   beginEntry();
 }
 
-void Tliste_endroitF::SupprimerClick() { deleteOnConsent(DM->Endroit); }
+void Tliste_endroitF::SupprimerClick() {
+  deleteOnConsent(DM->Endroit);
+}
 
 void Tliste_endroitF::QuitterClick() {
   DM->Endroit.Cancel();

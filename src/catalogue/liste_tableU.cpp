@@ -49,7 +49,9 @@ void Tliste_tableF::ModifierClick() {
   beginEntry();
 }
 
-void Tliste_tableF::SupprimerClick() { deleteOnConsent(DM->Table_); }
+void Tliste_tableF::SupprimerClick() {
+  deleteOnConsent(DM->Table_);
+}
 
 void Tliste_tableF::FiltrerClick() {
   if (RzDBLookupComboBox1->Text().empty()) return;
@@ -66,6 +68,8 @@ void Tliste_tableF::QuitterClick() {
   Close();
 }
 
-void Tliste_tableF::FormClose() { DM->Table_.Filtered(false); }
+void Tliste_tableF::FormClose() {
+  DM->Table_.Filtered(false);
+}
 
 }  // namespace tavoline
