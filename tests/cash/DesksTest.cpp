@@ -52,6 +52,7 @@ TEST_F(Desks, CodesCountOnWithoutAFixedWidth) {
               ws.tap("C_caisseF.Enregistrer");
               EXPECT_TRUE(C_caisseF->DBEdit2->property("red").toBool());
               C_caisseF->DBEdit2->SetFocus();
+              ws.settle();
               ws.type("Comptoir");
               ws.tap("C_caisseF.DBCheckBox1");
               ws.tap("C_caisseF.Enregistrer");
@@ -76,6 +77,7 @@ TEST_F(Desks, CodesCountOnWithoutAFixedWidth) {
   ws.during([&] { ws.tap("liste_caisseF.AdvSmoothButton1"); },
             [&] {
               C_caisseF->DBEdit2->SetFocus();
+              ws.settle();
               ws.type("Double");
               ws.answers({{testing::HasSubstr("existe déjà")}});
               ws.tap("C_caisseF.Enregistrer");

@@ -1,3 +1,4 @@
+#include <QtCore/QFile>
 #include <QtGui/QImage>
 
 #include "catalogue/CatalogueFixture.h"
@@ -30,6 +31,7 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
   EXPECT_EQ(ws.text("C_articleF.DBEdit1"), "5");
   EXPECT_FALSE(C_articleF->DBEdit1->isEnabled());
   EXPECT_FALSE(MenuF->RzGroupBar2->isEnabled());
+  ws.settle();
   ws.type("café crème");
   EXPECT_EQ(ws.text("C_articleF.DBEdit2"), "CAFÉ CRÈME");
   ws.answers({{kMandatory}, {testing::HasSubstr("existe déjà")}});
@@ -49,10 +51,12 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
 
 TEST_F(Articles, AnArticleIsEnteredAndItsCodesSortAsText) {
   ws.tap("Liste_produitF.Ajouter");
+  ws.settle();
   ws.type("jus");
   C_articleF->RzDBLookupComboBox1->Choose(1);
   C_articleF->RzDBComboBox1->Text("NON");
   C_articleF->DBEdit8->SetFocus();
+  ws.settle();
   ws.type("150,5");
   ws.tap("C_articleF.Enregistrer");
   EXPECT_EQ(ws.sql("select designation_article, id_categorie, desto, prix_vente, qte_stock from article "
@@ -76,10 +80,13 @@ TEST_F(Articles, TheSearchHasSevenCasesOfExactEquality) {
     ws.tap("Liste_produitF.Initialiser");
     EXPECT_EQ(codes(), "12345");
     Liste_produitF->RzEdit1->SetFocus();
+    ws.settle();
     ws.type(c.code);
     Liste_produitF->RzEdit3->SetFocus();
+    ws.settle();
     ws.type(c.name);
     if (c.type) Liste_produitF->RzDBLookupComboBox1->Choose(c.type);
+    ws.settle();
     ws.type("\n");
     EXPECT_EQ(codes(), c.found) << c.code << "/" << c.name << "/" << c.type;
   }

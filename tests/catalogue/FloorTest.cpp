@@ -27,6 +27,7 @@ TEST_F(Floor, ThePlacesAreNumberedFromOneAndOnFromTheHighest) {
   EXPECT_TRUE(c_endroitF->RzDBEdit2->property("red").toBool());
   EXPECT_EQ(ws.value("select count(*) from Endroit"), "0");
   c_endroitF->RzDBEdit2->SetFocus();
+  ws.settle();
   ws.type("Étage");
   ws.tap("c_endroitF.Enregistrer");
   EXPECT_FALSE(c_endroitF->Visible());
@@ -36,6 +37,7 @@ TEST_F(Floor, ThePlacesAreNumberedFromOneAndOnFromTheHighest) {
 
   ws.sql("update Endroit set ID_endroit = 7");
   ws.tap("liste_endroitF.Ajouter");
+  ws.settle();
   ws.type("  ");  // blanks are a name
   ws.tap("c_endroitF.Enregistrer");
   EXPECT_EQ(ws.value("select Endoit from Endroit where ID_endroit = 8"), "  ");
@@ -46,6 +48,7 @@ TEST_F(Floor, LeavingAnEntryKeepsNothing) {
   start();
   open(liste_endroitF);
   ws.tap("liste_endroitF.Modifier");
+  ws.settle();
   ws.type("autre");
   ws.tap("c_endroitF.Fermer");
   EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled());
@@ -91,6 +94,7 @@ TEST_F(Floor, ATableIsEnteredWithItsPlaceAndFree) {
   start();
   open(liste_tableF);
   ws.tap("liste_tableF.Ajouter");
+  ws.settle();
   ws.type("T9");
   ws.answers({{kMandatory}});
   ws.tap("C_tableF.Enregistrer");  // no place yet
@@ -135,6 +139,7 @@ TEST_F(Floor, ARefusedEntryStaysOpenWithWhatWasTyped) {
   start();
   open(liste_endroitF);
   ws.tap("liste_endroitF.Ajouter");
+  ws.settle();
   ws.type("Jardin");
   ws.sql("insert into Endroit(ID_endroit, Endoit) values (5, 'venu entre-temps')");
   ws.answers({{testing::HasSubstr("existe déjà")}});
@@ -158,12 +163,15 @@ TEST_F(Floor, CategoriesAreAddedAndChangedButNeverDeleted) {
   ws.tap("Type_produitF.Enregistrer");
   EXPECT_EQ(DM->type_produit.State(), DatasetState::Insert);
   Type_produitF->RzDBEdit2->SetFocus();
+  ws.settle();
   ws.type("PÂTISSERIES");
   ws.tap("Type_produitF.Enregistrer");
   ws.tap("Liste_TypeF.Ajouter");
+  ws.settle();
   ws.type("GLACES");
   ws.tap("Type_produitF.Enregistrer");
   ws.tap("Liste_TypeF.Modifier");
+  ws.settle();
   ws.type("SORBETS");
   ws.tap("Type_produitF.Enregistrer");
   EXPECT_EQ(ws.sql("select code from type order by rid"), (Workstation::Rows{{"1"}, {"2"}}));
@@ -175,21 +183,23 @@ TEST_F(Floor, TheVatSettingIsSavedReopenedAndMadeWhereItIsMissing) {
   start();
   TVAF->Show();
   TVAF->DBEdit1->setFocus();
+  ws.settle();
   ws.type("9");
   TVAF->DBComboBox1->Text("NON");
   ws.tap("TVAF.Enregistrer");
   EXPECT_FALSE(TVAF->Visible());
-  EXPECT_EQ(ws.sql("select tva, utilisation from TVA"), (Workstation::Rows{{"9", "NON"}}));
+  EXPECT_EQ(ws.sql("select tva, utilisation from TVA"), (Workstation::Rows{{"9.0", "NON"}}));
   EXPECT_EQ(DM->TVA["utilisation"].text(), "NON");
 
   TVAF->Show();
   TVAF->DBEdit1->setFocus();
   TVAF->DBEdit1->selectAll();
+  ws.settle();
   ws.type("beaucoup");
   ws.answers({{testing::HasSubstr("beaucoup")}});
   ws.tap("TVAF.Enregistrer");
   EXPECT_TRUE(TVAF->Visible());
-  EXPECT_EQ(ws.value("select tva from TVA"), "9");
+  EXPECT_EQ(ws.value("select tva from TVA"), "9.0");
   DM->TVA.Cancel();
 }
 
