@@ -92,7 +92,10 @@ void TForm::conceal() {
   if (!open_) return;
   open_ = false;
   hide();
-  if (panel_) Docking::of(panel_)->close(this);
+  if (panel_) return Docking::of(panel_)->close(this);
+  // Where no window manager does it, the focus goes back to the frame of all screens.
+  TForm* first = Forms::all().front();
+  if (first != this && first->isVisible()) first->activateWindow();
 }
 
 void TForm::Dock(QWidget* panel) {
