@@ -13,7 +13,7 @@
 namespace tavoline {
 namespace {
 
-constexpr int kRuns = 20000;
+constexpr int kRuns = 10000;
 
 std::vector<std::string> seeds() {
   const std::vector<std::string> filters = {"n_commande='12'", "login='ab12'and general='NON'",

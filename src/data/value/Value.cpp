@@ -79,7 +79,8 @@ std::partial_ordering compareNumbers(const Value& a, const Value& b) {
 }
 
 std::partial_ordering reversed(std::partial_ordering order) {
-  return 0 <=> order;
+  if (std::is_lt(order)) return std::partial_ordering::greater;
+  return std::is_gt(order) ? std::partial_ordering::less : order;
 }
 
 /// A text against a number or a date-time, by what the text says; unordered if it says neither.

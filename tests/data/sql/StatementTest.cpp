@@ -29,6 +29,7 @@ sql::Update updateNamed(std::string_view name) {
 sql::Select shown(sql::Select select, const std::vector<std::string>& columns) {
   if (columns.empty()) return select;
   std::vector<sql::Item> items;
+  items.reserve(columns.size());
   for (const std::string& column : columns)
     items.push_back(*std::find_if(select.items.begin(), select.items.end(),
                                   [&](const sql::Item& item) { return item.name == column; }));

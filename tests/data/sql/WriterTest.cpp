@@ -19,6 +19,7 @@ using testing::IsEmpty;
 
 std::vector<std::string> texts(const std::vector<Value>& values) {
   std::vector<std::string> result;
+  result.reserve(values.size());
   for (const Value& value : values) result.push_back(value.isNull() ? "null" : value.text());
   return result;
 }

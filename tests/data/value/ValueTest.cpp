@@ -108,7 +108,8 @@ TEST(Value, Comparison) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.a.text() + " <=> " + c.b.text());
     EXPECT_TRUE((c.a <=> c.b) == c.order);
-    EXPECT_TRUE((c.b <=> c.a) == (0 <=> c.order));
+    EXPECT_EQ(c.b<c.a, c.a> c.b);
+    EXPECT_EQ(c.b >= c.a, c.a <= c.b);
     EXPECT_EQ(c.a == c.b, c.order == equal);
   }
 }
