@@ -1,7 +1,7 @@
 #include "toolkit/report/Build.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtWidgets/QProgressDialog>
-#include <algorithm>
 
 namespace tavoline::report {
 
@@ -10,29 +10,40 @@ constexpr int kBlink = 500;     // milliseconds before the box comes up
 constexpr int kInterval = 100;  // milliseconds between two moves of the bar
 }  // namespace
 
-ProgressBox::ProgressBox(const QString& text, QWidget* parent)
-    : box_(std::make_unique<QProgressDialog>(text, "Interrompre", 0, 100, parent)) {
-  box_->setWindowTitle("Tavoline");
-  box_->setWindowModality(Qt::ApplicationModal);
-  box_->setMinimumDuration(kBlink);
-  box_->setAutoClose(false);
-  box_->setAutoReset(false);
-  box_->setValue(0);
-  clock_.start();
-}
+ProgressBox::ProgressBox(const QString& text, QWidget* parent) : text_(text), parent_(parent) {}
 
 ProgressBox::~ProgressBox() = default;
 
-bool ProgressBox::due() const {
-  return clock_.elapsed() > kInterval;
+bool ProgressBox::due() {
+  if (!running_.isValid()) {
+    running_.start();
+    told_.start();
+  }
+  return told_.elapsed() > kInterval;
 }
 
+// The work may begin with a question or end with a message to the user; the box is there for the work alone.
 bool ProgressBox::tell(std::size_t done, std::size_t total) {
-  if (!due()) return !box_->wasCanceled();
-  clock_.restart();
-  // Never zero again: that would begin the wait for the box anew.
-  box_->setValue(total == 0 ? 1 : std::max(1, static_cast<int>(done * 100 / total)));
-  return !box_->wasCanceled();
+  const bool finished = total != 0 && done >= total;
+  if (finished) box_.reset();
+  if (finished || givenUp_ || !due()) return !givenUp_;
+  told_.restart();
+  if (!box_ && running_.elapsed() > kBlink) show();
+  if (!box_) return true;
+  box_->setValue(total == 0 ? 0 : static_cast<int>(done * 100 / total));
+  QCoreApplication::processEvents();
+  givenUp_ = box_->wasCanceled();
+  return !givenUp_;
+}
+
+void ProgressBox::show() {
+  box_ = std::make_unique<QProgressDialog>(text_, "Interrompre", 0, 100, parent_);
+  box_->setWindowTitle("Tavoline");
+  box_->setWindowModality(Qt::ApplicationModal);
+  box_->setMinimumDuration(0);
+  box_->setAutoClose(false);
+  box_->setAutoReset(false);
+  box_->show();
 }
 
 Progress ProgressBox::progress() {

@@ -28,11 +28,16 @@ class ProgressBox {
 
   bool tell(std::size_t done, std::size_t total);  ///< False once the user gave up.
   Progress progress();                             ///< The same to hand on; for as long as the box lives.
-  bool due() const;                                ///< Whether it is worth telling again.
+  bool due();                                      ///< Whether it is worth telling again.
 
  private:
+  void show();
+
+  QString text_;
+  QWidget* parent_;
   std::unique_ptr<QProgressDialog> box_;
-  QElapsedTimer clock_;
+  QElapsedTimer running_, told_;
+  bool givenUp_ = false;
 };
 
 /// Does all the work that is left, with a progress box when it lasts. False when the user gave up; the

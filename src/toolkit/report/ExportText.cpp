@@ -10,6 +10,7 @@ namespace tavoline::report {
 
 namespace {
 
+constexpr char kPngStart[] = "iVBOR";    // of a PNG in base 64
 constexpr double kCharacterWidth = 6.0;  // units that one character of a text export stands for
 
 QByteArray number(double value) {
@@ -80,8 +81,9 @@ QByteArray picture(const Document& document, const Item& item) {
   const QByteArray data =
       QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()))
           .toBase64();
-  return "<img alt=\"\" style=\"" + place(item.rect) + "object-fit:contain\" src=\"data:image;base64," +
-         data + "\"/>\n";
+  return "<img alt=\"\" style=\"" + place(item.rect) +
+         "object-fit:contain\" src=\"data:" + (data.startsWith(kPngStart) ? "image/png" : "image/jpeg") +
+         ";base64," + data + "\"/>\n";
 }
 
 QByteArray csvField(const std::string& text) {

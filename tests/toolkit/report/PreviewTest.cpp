@@ -10,6 +10,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QToolButton>
@@ -293,6 +294,27 @@ TEST_F(PreviewTest, aFailureWhileItGrowsLeavesWhatIsThere) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return !panel_.building(); }, 20000));
   EXPECT_EQ(shown_, std::vector<std::string>{"Le fichier des données ne répond plus."});
   EXPECT_EQ(panel_.document()->pageCount(), 2U);
+}
+
+TEST(Build, aLongPreparationCanBeGivenUp) {
+  LongBuild work(100);
+  report::Build build = work.build();
+  bool offered = false;
+  build.advance = [&] {
+    if (auto* box = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget()); box && !offered) {
+      offered = true;
+      box->cancel();
+    }
+    return true;
+  };
+  EXPECT_FALSE(report::complete(build, nullptr));
+  EXPECT_TRUE(offered);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+
+  LongBuild brief(100);
+  build = brief.build();
+  EXPECT_TRUE(report::complete(build, nullptr));
+  EXPECT_EQ(brief.renderer.recordsRead(), 100U);
 }
 
 TEST(Preview, blocksUntilItIsClosed) {
