@@ -9,6 +9,20 @@
 
 namespace tavoline {
 
+namespace {
+
+// The icons are drawn in ink; on the accent colour they take the colour of the text.
+QIcon tinted(const QIcon& icon, QSize size, qreal ratio, const QColor& colour) {
+  QPixmap picture = icon.pixmap(size, ratio);
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(QRect(QPoint(), size), colour);
+  painter.end();
+  return picture;
+}
+
+}  // namespace
+
 Button::Button(QWidget* parent) : QPushButton(parent) {
   setAutoDefault(true);  // Return presses it as well as the space bar
   connect(this, &QPushButton::clicked, this, [this] { guarded(OnClick); });
@@ -36,6 +50,9 @@ void Button::paintEvent(QPaintEvent*) {
   QStyleOptionButton option;
   initStyleOption(&option);
   option.text = option.text.trimmed();
+  if (!option.icon.isNull() && isEnabled() && property("kind") == QLatin1String("primary")) {
+    option.icon = tinted(option.icon, option.iconSize, devicePixelRatioF(), Qt::white);
+  }
   painter.drawControl(QStyle::CE_PushButton, option);
 }
 

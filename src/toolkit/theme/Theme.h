@@ -34,11 +34,11 @@ inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or ri
 /// of
 ///   commands), "tool" (a square with a picture), "link" (a clickable text), "key" and "keyWord" (of a
 ///   keypad, with a sign and with a word);
-/// - `kind` of a label: "title", "heading", "muted", "amount" (figures, right-aligned by the .ui), "total"
-/// (the
-///   largest thing on a screen), "wrong";
-/// - `kind` of a frame or panel: "card" (white, rounded), "bar" (a strip in the accent colour), "plain" (no
-/// look).
+/// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
+///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "wrong";
+/// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
+/// "bar"
+///   (a strip in the accent colour), "plain" (no look).
 void applyTheme(QApplication& application);
 
 }  // namespace tavoline
