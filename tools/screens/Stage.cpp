@@ -1,0 +1,73 @@
+#include "tools/screens/Stage.h"
+
+#include <QtGui/QAction>
+#include <QtGui/QPainter>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <stdexcept>
+#include <string>
+
+#include "toolkit/controls/Edit.h"
+#include "toolkit/forms/Forms.h"
+
+namespace tavoline {
+
+QObject& Stage::find(std::string_view formAndControl) {
+  const auto dot = formAndControl.find('.');
+  TForm* form = Forms::find(formAndControl.substr(0, dot));
+  QObject* found = form;
+  if (form && dot != std::string_view::npos) {
+    found = form->findChild<QObject*>(QString::fromStdString(std::string(formAndControl.substr(dot + 1))));
+  }
+  if (!found) throw std::runtime_error("no " + std::string(formAndControl));
+  return *found;
+}
+
+bool Stage::exists(std::string_view form) {
+  return Forms::find(form);
+}
+
+void Stage::settle() {
+  for (int round = 0; round < 4; ++round) {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+  }
+}
+
+void Stage::tap(std::string_view formAndControl) {
+  control<QAbstractButton>(formAndControl).click();
+  settle();
+}
+
+void Stage::choose(std::string_view entry) {
+  control<QAction>("MenuF." + std::string(entry)).trigger();
+  settle();
+}
+
+void Stage::type(std::string_view formAndControl, std::string_view text) {
+  control<Edit>(formAndControl).Text(text);
+  settle();
+}
+
+QImage Stage::seen() const {
+  QImage picture(display_, QImage::Format_RGB32);
+  QPainter painter(&picture);
+  for (TForm* form : Forms::all()) {
+    if (!form->isVisible() || !form->isWindow()) continue;
+    if (form == Forms::all().front()) {
+      form->setWindowState(Qt::WindowNoState);
+      form->setGeometry(QRect(QPoint(), display_));
+    }
+    QRect place(QPoint(), form->size());
+    place.moveCenter(picture.rect().center());
+    if (form != Forms::all().front()) {  // the edge that a window manager draws
+      for (int edge = 12; edge > 0; --edge) {
+        painter.fillRect(place.adjusted(-edge, -edge, edge, edge), QColor(31, 43, 43, 6));
+      }
+    }
+    painter.drawPixmap(place, form->grab());
+  }
+  return picture;
+}
+
+}  // namespace tavoline

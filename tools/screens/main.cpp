@@ -1,0 +1,44 @@
+// tavoline-screens FOLDER [WIDTH HEIGHT]: takes the pictures of the documentation. The working directory
+// holds a demo store, which is changed on the way: give it one of its own.
+
+#include <QtWidgets/QApplication>
+#include <cstdio>
+#include <stdexcept>
+
+#include "Screens.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+#include "toolkit/theme/Theme.h"
+#include "tools/screens/Scenes.h"
+#include "tools/screens/Stage.h"
+
+int main(int argc, char** argv) {
+  using namespace tavoline;
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  if (argc != 2 && argc != 4) {
+    std::fputs("tavoline-screens FOLDER [WIDTH HEIGHT]\n", stderr);
+    return 2;
+  }
+  const QString folder = QString::fromLocal8Bit(argv[1]);
+  const QSize display = argc == 4 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1024, 768);
+  applyTheme(application);
+  std::string box;  // no scene is to show one
+  Messages::current().show = [&](const std::string& text) { box = text; };
+  try {
+    if (!startUp(screensInOrder())) throw std::runtime_error(box);
+    MenuF->Show();
+    Stage stage(display);
+    for (const Scene& scene : scenes()) {
+      scene.play(stage);
+      if (!box.empty()) throw std::runtime_error(scene.file + ": " + box);
+      const QString file = folder + "/" + QString::fromStdString(scene.file) + ".png";
+      if (!stage.seen().save(file)) throw std::runtime_error("cannot write " + file.toStdString());
+    }
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return 1;
+  }
+  shutDown();
+  return 0;
+}
