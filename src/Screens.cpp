@@ -1,7 +1,25 @@
 #include "Screens.h"
 
+#include "cash/Aff_caisseU.h"
+#include "cash/C_caisseU.h"
+#include "cash/acc_caisseU.h"
+#include "cash/liste_aff_caisseU.h"
+#include "cash/liste_caisseU.h"
+#include "catalogue/C_articleU.h"
+#include "catalogue/C_tableU.h"
+#include "catalogue/C_typeU.h"
+#include "catalogue/Liste_TypeU.h"
+#include "catalogue/Liste_produitU.h"
+#include "catalogue/TVAU.h"
+#include "catalogue/c_endroitU.h"
+#include "catalogue/liste_endroitU.h"
+#include "catalogue/liste_tableU.h"
+#include "shell/AproposU.h"
+#include "shell/Configuration_utlisateurU.h"
 #include "shell/LoginU.h"
 #include "shell/MenuU.h"
+#include "shell/clavierU.h"
+#include "shell/utilisateurUU.h"
 
 namespace tavoline {
 
@@ -9,7 +27,25 @@ std::vector<Creator> screensInOrder() {
   return {
       makes(MenuF),
       makesDataModule(),
+      makes(Liste_produitF),
+      makes(Type_produitF),
+      makes(Liste_TypeF),
+      makes(TVAF),
+      makes(AproposF),
+      makes(utilisateurFF),
+      makes(Configuration_utlisateurF),
       makes(LoginF),
+      makes(C_articleF),
+      makes(liste_endroitF),
+      makes(c_endroitF),
+      makes(liste_tableF),
+      makes(C_tableF),
+      makes(liste_caisseF),
+      makes(C_caisseF),
+      makes(Aff_caisseF),
+      makes(liste_aff_caisseF),
+      makes(acc_caisseF),
+      makes(clavierF),
   };
 }
 

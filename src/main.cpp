@@ -5,11 +5,13 @@
 #include "shell/IdleWatch.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
 
 int main(int argc, char** argv) {
   using namespace tavoline;
   QApplication application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
+  applyTheme(application);
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });
   const IdleWatch idle([] { DM->Idle(); });

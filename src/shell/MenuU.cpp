@@ -132,6 +132,7 @@ TMenuF::TMenuF() : TForm("MenuF"), Timer1(new QTimer(this)) {
   Timer1->setInterval(9000);
   connect(Timer1, &QTimer::timeout, this, [this] { Timer1Timer(); });
   Timer1->start();
+  setFocus();  // no command stands out before the keyboard is used
   Ready();
 }
 
