@@ -14,6 +14,13 @@
 #include "catalogue/c_endroitU.h"
 #include "catalogue/liste_endroitU.h"
 #include "catalogue/liste_tableU.h"
+#include "sales/Commande_avnU.h"
+#include "sales/RenduU.h"
+#include "sales/champsU.h"
+#include "sales/commandeU.h"
+#include "sales/fac_clU.h"
+#include "sales/liste_commandeU.h"
+#include "sales/qteU.h"
 #include "shell/AproposU.h"
 #include "shell/Configuration_utlisateurU.h"
 #include "shell/LoginU.h"
@@ -40,11 +47,18 @@ std::vector<Creator> screensInOrder() {
       makes(c_endroitF),
       makes(liste_tableF),
       makes(C_tableF),
+      makes(commandeF),
+      makes(Commande_avnF),
+      makes(champsF),
+      makes(liste_commandeF),
+      makes(qteF),
+      makes(fac_clF),
       makes(liste_caisseF),
       makes(C_caisseF),
       makes(Aff_caisseF),
       makes(liste_aff_caisseF),
       makes(acc_caisseF),
+      makes(RenduF),
       makes(clavierF),
   };
 }

@@ -4,6 +4,7 @@
 #include <QtGui/QCloseEvent>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
 
 #include "data/DMU.h"
 #include "toolkit/forms/Bindable.h"
@@ -95,7 +96,7 @@ void TForm::conceal() {
   if (panel_) return Docking::of(panel_)->close(this);
   // Where no window manager does it, the focus goes back to the frame of all screens.
   TForm* first = Forms::all().front();
-  if (first != this && first->isVisible()) first->activateWindow();
+  if (first != this && first->isVisible() && !QApplication::activeModalWidget()) first->activateWindow();
 }
 
 void TForm::Dock(QWidget* panel) {

@@ -1,0 +1,65 @@
+// The closing of an order: its totals, the cash desk, the table, then the change.
+
+#include "data/DMU.h"
+#include "data/value/Clock.h"
+#include "data/value/Text.h"
+#include "sales/Commande_avnU.h"
+#include "sales/OrderRow.h"
+#include "sales/RenduU.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+#include "toolkit/report/Report.h"
+
+namespace tavoline {
+
+void TCommande_avnF::CloturerClick() {
+  if (DM->operation["id_caisse_active"].isNull())
+    return ShowMessage("vous n'avez pas d'accés a la caisse pour cloturer cette commande");
+  Label8->Caption(DBText3->Caption());
+  DM->commande.Reopen();
+  DM->relation_commande.Reopen();
+  DM->relation_commande1.Reopen();
+  if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
+  DM->commande.Edit();
+  DM->commande.Post();
+  DM->Table_.Edit();
+  DM->Table_.Post();
+  DM->commande.FilterBy("n_commande=" + inQuotes(Label8->Caption()));
+  DM->sum_commande.FilterBy("n_commande=" + inQuotes(Label8->Caption()));
+  finishOrder();
+  writeDateParts();
+  writeDiscount();
+  writeTax();
+  writeTotal();
+  creditDesk();
+  filterTickets();
+  freeTable();
+  RenduF->ShowModal();
+}
+
+/// The order's date becomes the moment of its closing.
+void TCommande_avnF::finishOrder() {
+  DM->commande.Edit();
+  DM->commande["login"] = DBText8->Caption();
+  DM->commande["etat_commande"] = "Terminer";
+  DM->commande["HT"] = DM->sum_commande["SumOftotal"];
+  DM->commande["date_commande"] = Clock::now();
+  DM->commande.Post();
+}
+
+void TCommande_avnF::writeTotal() {
+  DM->commande.Edit();
+  DM->commande["tcc"] = DM->commande["HT"] + DM->commande["TVA"] - DM->commande["remi"];
+  DM->commande["id_caisse"] = MenuF->DBText4->Caption();
+  DM->commande.Post();
+}
+
+void TCommande_avnF::creditDesk() {
+  DM->Caisse.FilterBy("id_caise=" + inQuotes(MenuF->DBText4->Caption()));
+  DM->Caisse.Edit();
+  DM->Caisse["solde"] = DM->Caisse["solde"] + DM->commande["tcc"];
+  DM->Caisse.Post();
+  DM->Caisse.Filtered(false);
+}
+
+}  // namespace tavoline

@@ -1,0 +1,291 @@
+#include "sales/Commande_avnU.h"
+
+#include <QtGui/QFont>
+#include <QtWidgets/QVBoxLayout>
+
+#include "data/DMU.h"
+#include "data/value/Regional.h"
+#include "data/value/Text.h"
+#include "sales/OrderRow.h"
+#include "sales/champsU.h"
+#include "sales/commandeU.h"
+#include "sales/qteU.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+#include "toolkit/report/Report.h"
+
+namespace tavoline {
+namespace {
+
+constexpr int TileWidth = 140, TileHeight = 130;  // pixels
+
+}  // namespace
+
+TCommande_avnF* Commande_avnF = nullptr;
+
+TCommande_avnF::TCommande_avnF()
+    : TForm("Commande_avnF"),
+      frxReport1(std::make_unique<Report>("TCommande_avnF", "frxReport1", this)),
+      frxReport2(std::make_unique<Report>("TCommande_avnF", "frxReport2", this)) {
+  setupUi(this);
+  RzBitBtn1->OnClick = [this] { RzBitBtn1Click(); };
+  DBLookupListBox1->OnClick = [this] { DBLookupListBox1Click(); };
+  RzDBGrid1->OnCellClick = [this] { RzDBGrid1CellClick(); };
+  Qte->OnClick = [this] { QteClick(); };
+  Supp->OnClick = [this] { SuppClick(); };
+  Obs->OnClick = [this] { ObsClick(); };
+  Remisse->OnClick = [this] { RemisseClick(); };
+  Cloturer->OnClick = [this] { CloturerClick(); };
+  Imprimer->OnClick = [this] { ImprimerClick(); };
+  Fermer->OnClick = [this] { FermerClick(); };
+  Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  Ready();
+}
+
+TCommande_avnF::~TCommande_avnF() = default;
+
+void TCommande_avnF::FormShow() {
+  RzBitBtn1->Click();
+  DM->Article.Filtered(false);
+}
+
+void TCommande_avnF::DBLookupListBox1Click() { RzBitBtn1->Click(); }
+
+/// Builds the article tiles of the chosen category, by article code.
+void TCommande_avnF::RzBitBtn1Click() {
+  DM->Article.Filtered(false);
+  RzFlowPanel1->clear();
+  const Value category = DBLookupListBox1->KeyValue();
+  int counter = 0;
+  for (DM->Article.First(); !DM->Article.Eof(); DM->Article.Next())
+    if (!category.isNull() && DM->Article["id_categorie"] == category) addTile(counter++);
+}
+
+void TCommande_avnF::addTile(int counter) {
+  const std::string designation = DM->Article["designation_article"].text();
+  auto* panel = new Panel;
+  panel->setObjectName(QStringLiteral("pl%1").arg(counter));
+  panel->setFixedSize(TileWidth, TileHeight);
+  panel->Caption(designation);
+  panel->OnClick = [this, designation] { ArticleClick(designation); };
+
+  auto* image = new ShapeButton;
+  image->setObjectName(QStringLiteral("ig%1").arg(counter));
+  image->Picture(DM->Article["IMAGE"].get().toBytes());
+  image->Caption(designation);
+  image->captionX = 20;
+  image->OnClick = [this, designation] { ArticleClick(designation); };
+  QFont bold = image->font();
+  bold.setBold(true);
+  image->setFont(bold);
+
+  auto* price = new Label;
+  price->setObjectName(QStringLiteral("l2%1").arg(counter));
+  price->Caption(DM->Article["prix_vente"].text());
+  price->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  price->setFont(QFont(QStringLiteral("Arial Black"), 11, QFont::Bold));
+  price->setProperty("kind", "wrong");  // red
+
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(image, 1);
+  column->addWidget(price);
+  RzFlowPanel1->add(panel);
+}
+
+std::string TCommande_avnF::ofTheOrder() { return "n_commande=" + inQuotes(DBText3->Caption()); }
+
+/// Adds one of the tapped article to the order, or one more of it at the article's price of the moment.
+void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
+  DM->commande.Refresh();
+  DM->Table_.Refresh();
+  DM->Article.Refresh();
+  Label6->Caption(senderCaption);
+  DM->Article.FilterBy("designation_article='" + Label6->Caption() + "'");
+  DM->relation_commande1.FilterBy(ofTheOrder());
+  DM->sum_commande.FilterBy(ofTheOrder());
+  DM->relation_commande.FilterBy(ofTheOrder() + "and code_article=" + inQuotes(DBText4->Caption()));
+  RzPanel10->setVisible(true);
+  if (DBText11->Caption() == "NON")
+    tapWithoutStock();
+  else if (DBText11->Caption() == "OUI")
+    tapFromStock();
+}
+
+void TCommande_avnF::tapWithoutStock() {
+  if (lineExists()) {
+    updateLine();
+    reopenLines();
+  } else {
+    insertLine();
+    reopenLines();
+    markTable();
+  }
+  DM->Table_.Filtered(false);
+}
+
+void TCommande_avnF::tapFromStock() {
+  if (readInteger(DBText13->Caption()) < 1) return ShowMessage("STOCK=0");
+  if (lineExists()) {
+    Label7->Caption(DM->relation_commande["qte"].text());
+    updateLine();
+    DM->Article.Edit();
+    DM->Article["qte_stock"] =
+        DM->Article["qte_stock"] - DM->relation_commande["qte"] + readInteger(Label7->Caption());
+    DM->Article.Post();
+    reopenLines();
+  } else {
+    insertLine();
+    DM->Article.Edit();
+    DM->Article["qte_stock"] = DM->Article["qte_stock"] - DM->relation_commande["qte"];
+    DM->Article.Post();
+    reopenLines();
+    markTable();
+  }
+  DM->Table_.Filtered(false);
+}
+
+bool TCommande_avnF::lineExists() { return !DBText1->Caption().empty(); }
+
+void TCommande_avnF::updateLine() {
+  Label5->Caption("edit");
+  DM->relation_commande.Edit();
+  DM->relation_commande["n_commande"] = DBText3->Caption();
+  DM->relation_commande["code_article"] = DM->Article["code_barre"];
+  DM->relation_commande["article"] = DM->Article["designation_article"];
+  DM->relation_commande["qte"] = DM->relation_commande["qte"] + 1;
+  DM->relation_commande["prix"] = DM->Article["prix_vente"];
+  DM->relation_commande["total"] = DM->relation_commande["qte"] * DM->relation_commande["prix"];
+  DM->relation_commande.Post();
+}
+
+void TCommande_avnF::insertLine() {
+  Label5->Caption("insert");
+  DM->relation_commande.Insert();
+  DM->relation_commande["n_commande"] = DBText3->Caption();
+  DM->relation_commande["code_article"] = DM->Article["code_barre"];
+  DM->relation_commande["article"] = DM->Article["designation_article"];
+  DM->relation_commande["qte"] = 1;
+  DM->relation_commande["prix"] = DM->Article["prix_vente"];
+  DM->relation_commande["total"] = DM->relation_commande["qte"] * DM->relation_commande["prix"];
+  DM->relation_commande.Post();
+}
+
+void TCommande_avnF::reopenLines() {
+  DM->relation_commande.Reopen();
+  DM->relation_commande1.Reopen();
+  DM->sum_commande.Reopen();
+}
+
+void TCommande_avnF::markTable() {
+  filterTable(RzLabel3->Caption());
+  DM->Table_.Edit();
+  DM->Table_["etat"] = "ON";
+  DM->Table_["n_commande"] = DM->commande["n_commande"];
+  DM->Table_.Post();
+}
+
+/// A click on a line makes Article stand on the line's article; the keyboard does not.
+void TCommande_avnF::RzDBGrid1CellClick() {
+  DM->Article.FilterBy("code_barre='" + DBText14->Caption() + "'");
+  RzPanel10->setVisible(true);
+}
+
+/// Removes the selected line. Stock goes back to the article on which Article stands: the last one tapped or
+/// clicked, whichever line is removed.
+void TCommande_avnF::SuppClick() {
+  if (DM->relation_commande1.Eof()) return;
+  if (!Confirm("voulez-vous vraiment supprimer ", "confirmation")) return;
+  if (DM->Article["desto"] == "OUI") {
+    DM->Article.Edit();
+    DM->Article["qte_stock"] = DM->Article["qte_stock"] + DM->relation_commande1["qte"];
+    DM->Article.Post();
+  }
+  DM->relation_commande1.Delete();
+  DM->relation_commande.Reopen();
+  DM->sum_commande.Reopen();
+}
+
+void TCommande_avnF::QteClick() {
+  if (DM->relation_commande1.Eof()) return;
+  qteF->Show();
+  qteF->Label2->Caption(DM->relation_commande1["qte"].text());
+}
+
+/// The inputs are enabled after the dialog has returned, and so for its next showing.
+void TCommande_avnF::ObsClick() {
+  champsF->ShowModal();
+  champsF->DBEdit1->setEnabled(true);
+  champsF->DBEdit3->setEnabled(false);
+}
+
+void TCommande_avnF::RemisseClick() {
+  champsF->Label9->Caption(DBText3->Caption());
+  champsF->ShowModal();
+  champsF->DBEdit1->setEnabled(true);
+  champsF->DBEdit3->setEnabled(true);
+}
+
+void TCommande_avnF::ImprimerClick() {
+  if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
+  filterTickets();
+  frxReport2->ShowReport(true);
+}
+
+void TCommande_avnF::filterTickets() {
+  DM->imp_commande.Reopen();
+  DM->imp_commande.FilterBy("n_commande='" + DBText3->Caption() + "'");
+}
+
+/// Leaves the order waiting on its table; it stays "Encours" and its totals stay as they were.
+void TCommande_avnF::EnregistrerClick() {
+  if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
+  DM->commande.Edit();
+  DM->commande["login"] = DBText8->Caption();
+  DM->commande.Post();
+  filterTable(RzLabel3->Caption());
+  DM->Table_.Edit();
+  DM->Table_["control"] = "open";
+  DM->Table_.Post();
+  Close();
+  MenuF->RzGroupBar2->setEnabled(true);
+  DM->Table_.Filtered(false);
+  DM->commande.Filtered(false);
+  DM->relation_commande.Filtered(false);
+  DM->relation_commande1.Filtered(false);
+  DM->sum_commande.Filtered(false);
+  commandeF->RzButton1->Click();
+  RzPanel10->setVisible(false);
+  MenuF->Label2->Caption("");
+}
+
+/// Leaves an order without lines: the order goes and the table is free. With lines the screen stays, the menu's
+/// column enabled.
+void TCommande_avnF::FermerClick() {
+  DM->relation_commande1.Reopen();
+  DM->relation_commande.Reopen();
+  MenuF->RzGroupBar2->setEnabled(true);
+  if (!DBText15->Caption().empty()) return;
+  freeTable();
+  MenuF->Label2->Caption("");
+  DM->commande.Delete();
+  RzPanel10->setVisible(false);
+  DM->commande.Reopen();
+  DM->C.Reopen();
+  DM->Table_.Filtered(false);
+  DM->commande.Filtered(false);
+  Close();
+  commandeF->RzButton1->Click();
+}
+
+void TCommande_avnF::freeTable() {
+  filterTable(RzLabel3->Caption());
+  DM->Table_.Edit();
+  DM->Table_["etat"] = "OFF";
+  DM->Table_["n_commande"] = 0;
+  DM->Table_["control"] = "open";
+  DM->Table_.Post();
+}
+
+}  // namespace tavoline

@@ -1,0 +1,143 @@
+#include "sales/commandeU.h"
+
+#include <QtGui/QFont>
+
+#include "data/DMU.h"
+#include "data/value/Clock.h"
+#include "data/value/Text.h"
+#include "sales/Commande_avnU.h"
+#include "sales/OrderRow.h"
+#include "sales/TablePictures.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+namespace {
+
+constexpr int TileWidth = 100, TileHeight = 108;  // pixels
+
+}  // namespace
+
+TcommandeF* commandeF = nullptr;
+
+TcommandeF::TcommandeF() : TForm("commandeF") {
+  setupUi(this);
+  Image1->setPixmap(tablePicture(TablePicture::Free));
+  Image2->setPixmap(tablePicture(TablePicture::Busy));
+  RzButton1->OnClick = [this] { RzButton1Click(); };
+  DBLookupListBox1->OnClick = [this] { DBLookupListBox1Click(); };
+  Fermer->OnClick = [this] { FermerClick(); };
+  Ready();
+}
+
+void TcommandeF::FormShow() { RzButton1->Click(); }
+
+void TcommandeF::FormClose() { MenuF->Label1->Caption(""); }
+
+void TcommandeF::FermerClick() { Close(); }
+
+void TcommandeF::DBLookupListBox1Click() { RzButton1->Click(); }
+
+/// Builds the tiles anew, in the order of the rows of Table_.
+void TcommandeF::RzButton1Click() {
+  RzFlowPanel1->clear();
+  const Value place = DBLookupListBox1->KeyValue();
+  int counter = 0;
+  for (DM->Table_.First(); !DM->Table_.Eof(); DM->Table_.Next())
+    if (!place.isNull() && DM->Table_["id_endroit"] == place) addTile(counter++);
+}
+
+void TcommandeF::addTile(int counter) {
+  auto* tile = new ShapeButton;
+  tile->setObjectName(QStringLiteral("btn%1").arg(counter));
+  tile->Caption(DM->Table_["table"].text());
+  tile->setFont(QFont(QStringLiteral("Arial"), 12, QFont::Bold));
+  tile->captionX = 15;
+  tile->captionPlace = Qt::AlignVCenter;
+  if (DM->Table_["etat"] == "OFF") tile->Picture(Image1->pixmap());
+  if (DM->Table_["etat"] == "ON") tile->Picture(Image2->pixmap());
+  tile->setFixedSize(TileWidth, TileHeight);
+  tile->OnClick = [this, tile] { MaProcedure(*tile); };
+  RzFlowPanel1->add(tile);
+}
+
+/// Takes the table of the tile, if nobody else works on it, and hands over to the order entry. A held table leaves
+/// the menu's column disabled and the order mark set, until an order is left here.
+void TcommandeF::MaProcedure(const ShapeButton& Sender) {
+  MenuF->RzGroupBar2->setEnabled(false);
+  MenuF->Label2->Caption("Active");
+  const std::string name = Sender.Caption();
+  readSaleAfresh();
+  filterTable(name);
+  if (DM->Table_["control"] != "open") {
+    ShowMessage("cette table est reserver par un autre utilisateur , merci de pationter");
+    DM->Table_.Filtered(false);
+    RzButton1->Click();
+    return;
+  }
+  if (DM->Table_["etat"] == "OFF")
+    startOrder(name);
+  else
+    reopenOrder(name);
+}
+
+void TcommandeF::readSaleAfresh() {
+  DM->C.Reopen();
+  DM->Table_.Reopen();
+  DM->commande.Reopen();
+  DM->relation_commande.Reopen();
+  DM->relation_commande1.Reopen();
+  DM->imp_commande.Reopen();
+  DM->sum_commande.Reopen();
+  DM->imp_commande.Reopen();
+}
+
+void TcommandeF::reopenOrder(const std::string& name) {
+  const std::string ofTheOrder = "n_commande=" + inQuotes(DM->Table_["n_commande"].text());
+  DM->relation_commande1.FilterBy(ofTheOrder);
+  DM->sum_commande.FilterBy(ofTheOrder);
+  DM->commande.FilterBy(ofTheOrder);
+  dockOrderEntry();
+  Commande_avnF->RzLabel3->Caption(name);
+  lockTable(name);
+  Commande_avnF->Label4->Caption("edit");
+}
+
+void TcommandeF::startOrder(const std::string& name) {
+  Commande_avnF->RzLabel3->Caption(name);
+  DM->commande.Insert();
+  Commande_avnF->Label4->Caption("insert");
+  DM->commande["date_commande"] = Clock::now();
+  if (DM->commande.Eof())
+    DM->commande["n_commande"] = 1;
+  else
+    DM->commande["n_commande"] = DM->C["C"] + 1;
+  DM->commande["n_table"] = DM->Table_["id_table"];
+  DM->commande["table"] = DM->Table_["table"];
+  DM->commande["login"] = DBText2->Caption();
+  DM->commande["etat_commande"] = "Encours";
+  DM->commande["en_caisser"] = "no";
+  DM->commande.Post();
+  writeDateParts();
+  DM->relation_commande1.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
+  DM->sum_commande.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
+  dockOrderEntry();
+  lockTable(name);
+}
+
+void TcommandeF::dockOrderEntry() {
+  Commande_avnF->Dock(MenuF->RzPanel4);
+  Commande_avnF->Show();
+}
+
+/// The map behind the order is redrawn from all tables before the lock is written.
+void TcommandeF::lockTable(const std::string& name) {
+  DM->Table_.Filtered(false);
+  RzButton1->Click();
+  filterTable(name);
+  DM->Table_.Edit();
+  DM->Table_["control"] = "close";
+  DM->Table_.Post();
+}
+
+}  // namespace tavoline

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "data/value/Value.h"
+#include "toolkit/forms/TForm.h"
+#include "ui_commandeU.h"
+
+namespace tavoline {
+
+/// The table map: the places at the left, one tile per table of the chosen place. A tile takes its table and hands
+/// over to the order entry. Other screens redraw the map by pressing RzButton1.
+class TcommandeF : public TForm, public Ui::commandeF {
+  Q_OBJECT
+
+ public:
+  TcommandeF();
+
+  void RzButton1Click();
+  void MaProcedure(const ShapeButton& Sender);
+  void DBLookupListBox1Click();
+  void FermerClick();
+
+ protected:
+  void FormShow() override;
+  void FormClose() override;
+
+ private:
+  void addTile(int counter);
+  void readSaleAfresh();
+  void reopenOrder(const std::string& name);
+  void startOrder(const std::string& name);
+  void dockOrderEntry();
+  void lockTable(const std::string& name);
+};
+
+extern TcommandeF* commandeF;
+
+}  // namespace tavoline

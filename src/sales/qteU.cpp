@@ -1,0 +1,60 @@
+#include "sales/qteU.h"
+
+#include "data/DMU.h"
+#include "data/value/Regional.h"
+#include "data/value/Text.h"
+#include "sales/Commande_avnU.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+TqteF* qteF = nullptr;
+
+TqteF::TqteF() : TForm("qteF") {
+  setupUi(this);
+  Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  Ready();
+}
+
+/// The quantity is there to be typed over.
+void TqteF::FormShow() {
+  RzDBSpinEdit1->SetFocus();
+  RzDBSpinEdit1->sync();
+  RzDBSpinEdit1->selectAll();
+}
+
+void TqteF::EnregistrerClick() {
+  DM->Article.Reopen();
+  DM->Article.FilterBy("code_barre='" + Commande_avnF->DBText14->Caption() + "'");
+  if (Commande_avnF->DBText11->Caption() != "OUI") return saveLine();
+  if (!stockSuffices()) return ShowMessage("stock insuffisant");
+  takeFromStock();
+  saveLine();
+}
+
+/// What the line held before comes back first, so that it counts as stock.
+bool TqteF::stockSuffices() {
+  const Value quantity = DM->relation_commande1["qte"];
+  const Value stock = readInteger(Commande_avnF->DBText13->Caption());
+  return quantity <= stock + readInteger(Label2->Caption());
+}
+
+void TqteF::takeFromStock() {
+  DM->Article.Edit();
+  DM->Article["qte_stock"] =
+      DM->Article["qte_stock"] - DM->relation_commande1["qte"] + readInteger(Label2->Caption());
+  DM->Article.Post();
+}
+
+/// The line keeps its price; the filter of the running total is set anew. Closes the dialog.
+void TqteF::saveLine() {
+  DM->relation_commande1.Edit();
+  DM->relation_commande1["total"] = DM->relation_commande1["qte"] * DM->relation_commande1["prix"];
+  DM->relation_commande1.Post();
+  DM->relation_commande.Reopen();
+  DM->sum_commande.Reopen();
+  DM->sum_commande.FilterBy("n_commande=" + inQuotes(Commande_avnF->DBText3->Caption()));
+  Close();
+}
+
+}  // namespace tavoline
