@@ -49,7 +49,9 @@ void TCommande_avnF::FormShow() {
   DM->Article.Filtered(false);
 }
 
-void TCommande_avnF::DBLookupListBox1Click() { RzBitBtn1->Click(); }
+void TCommande_avnF::DBLookupListBox1Click() {
+  RzBitBtn1->Click();
+}
 
 /// Builds the article tiles of the chosen category, by article code.
 void TCommande_avnF::RzBitBtn1Click() {
@@ -94,7 +96,9 @@ void TCommande_avnF::addTile(int counter) {
   RzFlowPanel1->add(panel);
 }
 
-std::string TCommande_avnF::ofTheOrder() { return "n_commande=" + inQuotes(DBText3->Caption()); }
+std::string TCommande_avnF::ofTheOrder() {
+  return "n_commande=" + inQuotes(DBText3->Caption());
+}
 
 /// Adds one of the tapped article to the order, or one more of it at the article's price of the moment.
 void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
@@ -146,7 +150,9 @@ void TCommande_avnF::tapFromStock() {
   DM->Table_.Filtered(false);
 }
 
-bool TCommande_avnF::lineExists() { return !DBText1->Caption().empty(); }
+bool TCommande_avnF::lineExists() {
+  return !DBText1->Caption().empty();
+}
 
 void TCommande_avnF::updateLine() {
   Label5->Caption("edit");
@@ -260,8 +266,8 @@ void TCommande_avnF::EnregistrerClick() {
   MenuF->Label2->Caption("");
 }
 
-/// Leaves an order without lines: the order goes and the table is free. With lines the screen stays, the menu's
-/// column enabled.
+/// Leaves an order without lines: the order goes and the table is free. With lines the screen stays, the
+/// menu's column enabled.
 void TCommande_avnF::FermerClick() {
   DM->relation_commande1.Reopen();
   DM->relation_commande.Reopen();

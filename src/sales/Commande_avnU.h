@@ -11,8 +11,8 @@ namespace tavoline {
 
 class Report;
 
-/// The order entry: one order on one table. Its hidden captions (DBText*, Label4 to Label8) carry values between its
-/// steps and to the dialogs; an empty one means that the dataset has no current row.
+/// The order entry: one order on one table. Its hidden captions (DBText*, Label4 to Label8) carry values
+/// between its steps and to the dialogs; an empty one means that the dataset has no current row.
 class TCommande_avnF : public TForm, public Ui::Commande_avnF {
   Q_OBJECT
 

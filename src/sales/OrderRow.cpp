@@ -28,6 +28,8 @@ void writeTax() {
   DM->commande.Post();
 }
 
-void filterTable(const std::string& name) { DM->Table_.FilterBy("table='" + name + "'"); }
+void filterTable(const std::string& name) {
+  DM->Table_.FilterBy("table='" + name + "'");
+}
 
 }  // namespace tavoline

@@ -4,14 +4,15 @@
 
 namespace tavoline {
 
-/// The writes on the current row of commande that more than one screen makes, each one a Post of its own, and the
-/// way to the row of a table.
+/// The writes on the current row of commande that more than one screen makes, each one a Post of its own, and
+/// the way to the row of a table.
 
 void writeDateParts();  ///< J, M, A as date_commande has them.
 void writeDiscount();   ///< remi, from remise and HT.
 void writeTax();        ///< TVA, taken on HT before the discount; 0 unless TVA.utilisation is "OUI".
 
-/// Makes Table_ show the one table. The name is not quoted: with an apostrophe in it the filter cannot be read.
+/// Makes Table_ show the one table. The name is not quoted: with an apostrophe in it the filter cannot be
+/// read.
 void filterTable(const std::string& name);
 
 }  // namespace tavoline

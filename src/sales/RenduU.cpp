@@ -20,7 +20,9 @@ TRenduF::TRenduF() : TForm("RenduF") {
   Ready();
 }
 
-void TRenduF::FormShow() { Edit1->SetFocus(); }
+void TRenduF::FormShow() {
+  Edit1->SetFocus();
+}
 
 /// The total less the amount taken: below zero when there is change to give.
 void TRenduF::Edit1Change() {
@@ -28,7 +30,9 @@ void TRenduF::Edit1Change() {
   Label10->Caption((DM->commande["tcc"] - readFloat(Edit1->Text())).text());
 }
 
-void TRenduF::Edit1Enter() { Enregistrer->Click(); }
+void TRenduF::Edit1Enter() {
+  Enregistrer->Click();
+}
 
 void TRenduF::EnregistrerClick() {
   DM->commande.Filtered(false);

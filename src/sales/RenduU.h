@@ -5,8 +5,8 @@
 
 namespace tavoline {
 
-/// The change due after an order was closed, and the end of the work on it. Nothing typed here is stored. It can
-/// only be left by "Enregistrer".
+/// The change due after an order was closed, and the end of the work on it. Nothing typed here is stored. It
+/// can only be left by "Enregistrer".
 class TRenduF : public TForm, public Ui::RenduF {
   Q_OBJECT
 

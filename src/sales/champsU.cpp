@@ -18,8 +18,8 @@ TchampsF::TchampsF() : TForm("champsF") {
   Ready();
 }
 
-/// The totals written here are provisional: lines added later are not in them, and the closing computes all of them
-/// again.
+/// The totals written here are provisional: lines added later are not in them, and the closing computes all
+/// of them again.
 void TchampsF::EnregistrerClick() {
   Label10->Caption(DBEdit1->Text());
   DM->commande.Reopen();
@@ -59,6 +59,8 @@ void TchampsF::writeTotal() {
 }
 
 /// Only closes: a typed change waits in the row's edit state for the next Post, or for a Close to drop it.
-void TchampsF::FermerClick() { Close(); }
+void TchampsF::FermerClick() {
+  Close();
+}
 
 }  // namespace tavoline

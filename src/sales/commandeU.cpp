@@ -30,13 +30,21 @@ TcommandeF::TcommandeF() : TForm("commandeF") {
   Ready();
 }
 
-void TcommandeF::FormShow() { RzButton1->Click(); }
+void TcommandeF::FormShow() {
+  RzButton1->Click();
+}
 
-void TcommandeF::FormClose() { MenuF->Label1->Caption(""); }
+void TcommandeF::FormClose() {
+  MenuF->Label1->Caption("");
+}
 
-void TcommandeF::FermerClick() { Close(); }
+void TcommandeF::FermerClick() {
+  Close();
+}
 
-void TcommandeF::DBLookupListBox1Click() { RzButton1->Click(); }
+void TcommandeF::DBLookupListBox1Click() {
+  RzButton1->Click();
+}
 
 /// Builds the tiles anew, in the order of the rows of Table_.
 void TcommandeF::RzButton1Click() {
@@ -61,8 +69,8 @@ void TcommandeF::addTile(int counter) {
   RzFlowPanel1->add(tile);
 }
 
-/// Takes the table of the tile, if nobody else works on it, and hands over to the order entry. A held table leaves
-/// the menu's column disabled and the order mark set, until an order is left here.
+/// Takes the table of the tile, if nobody else works on it, and hands over to the order entry. A held table
+/// leaves the menu's column disabled and the order mark set, until an order is left here.
 void TcommandeF::MaProcedure(const ShapeButton& Sender) {
   MenuF->RzGroupBar2->setEnabled(false);
   MenuF->Label2->Caption("Active");

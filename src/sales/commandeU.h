@@ -8,8 +8,8 @@
 
 namespace tavoline {
 
-/// The table map: the places at the left, one tile per table of the chosen place. A tile takes its table and hands
-/// over to the order entry. Other screens redraw the map by pressing RzButton1.
+/// The table map: the places at the left, one tile per table of the chosen place. A tile takes its table and
+/// hands over to the order entry. Other screens redraw the map by pressing RzButton1.
 class TcommandeF : public TForm, public Ui::commandeF {
   Q_OBJECT
 

@@ -49,6 +49,8 @@ void Tfac_clF::FermerClick() {
   Close();
 }
 
-void Tfac_clF::FormClose() { DM->commande.Filtered(false); }
+void Tfac_clF::FormClose() {
+  DM->commande.Filtered(false);
+}
 
 }  // namespace tavoline

@@ -47,7 +47,8 @@ void Tliste_commandeF::wireFilters() {
 
 void Tliste_commandeF::wireMenu() {
   const auto runs = [this](QAction* entry, void (Tliste_commandeF::*handler)()) {
-    connect(entry, &QAction::triggered, this, [this, handler] { guarded([this, handler] { (this->*handler)(); }); });
+    connect(entry, &QAction::triggered, this,
+            [this, handler] { guarded([this, handler] { (this->*handler)(); }); });
   };
   runs(FacturesClient, &Tliste_commandeF::FacturesClientClick);
   runs(ImprimerFactureClient, &Tliste_commandeF::ImprimerFactureClientClick);
@@ -79,8 +80,10 @@ void Tliste_commandeF::FiltrerClick() {
   const std::string start = RzDateTimeEdit1->Text();
   const std::string end = RzDateTimeEdit2->Text();
   const std::string state = RzDBLookupComboBox1->Text();
-  if (!number.empty() && start.empty() && state.empty()) DM->commande.FilterBy("n_commande=" + inQuotes(number));
-  if (number.empty() && start.empty() && !state.empty()) DM->commande.FilterBy("etat_commande=" + inQuotes(state));
+  if (!number.empty() && start.empty() && state.empty())
+    DM->commande.FilterBy("n_commande=" + inQuotes(number));
+  if (number.empty() && start.empty() && !state.empty())
+    DM->commande.FilterBy("etat_commande=" + inQuotes(state));
   if (number.empty() && !start.empty() && !state.empty() && !end.empty())
     DM->commande.FilterBy(datePieces() + "and etat_commande=" + inQuotes(state));
   if (number.empty() && !start.empty() && state.empty() && !end.empty()) DM->commande.FilterBy(datePieces());
@@ -88,9 +91,9 @@ void Tliste_commandeF::FiltrerClick() {
 
 /// The bounds of day and month hold within every year and month; the year is the start's.
 std::string Tliste_commandeF::datePieces() {
-  return "j>=" + inQuotes(Label99->Caption()) + "and j<=" + inQuotes(Label88->Caption()) + "and M>=" +
-         inQuotes(Label999->Caption()) + "and M<=" + inQuotes(Label888->Caption()) + "and A=" +
-         inQuotes(Label9999->Caption()) + "and A<=" + inQuotes(Label8888->Caption());
+  return "j>=" + inQuotes(Label99->Caption()) + "and j<=" + inQuotes(Label88->Caption()) +
+         "and M>=" + inQuotes(Label999->Caption()) + "and M<=" + inQuotes(Label888->Caption()) +
+         "and A=" + inQuotes(Label9999->Caption()) + "and A<=" + inQuotes(Label8888->Caption());
 }
 
 void Tliste_commandeF::InitialiserClick() {
@@ -108,11 +111,17 @@ void Tliste_commandeF::AnnulerFiltresClick() {
   RzDateTimeEdit2->Clear();
 }
 
-void Tliste_commandeF::ImprimerClick() { frxReport3->ShowReport(true); }
+void Tliste_commandeF::ImprimerClick() {
+  frxReport3->ShowReport(true);
+}
 
-void Tliste_commandeF::FermerClick() { Close(); }
+void Tliste_commandeF::FermerClick() {
+  Close();
+}
 
-std::string Tliste_commandeF::ofTheCurrentOrder() { return "n_commande='" + DBText1->Caption() + "'"; }
+std::string Tliste_commandeF::ofTheCurrentOrder() {
+  return "n_commande='" + DBText1->Caption() + "'";
+}
 
 void Tliste_commandeF::FacturesClientClick() {
   DM->commande.FilterBy(ofTheCurrentOrder());

@@ -5,8 +5,8 @@
 
 namespace tavoline {
 
-/// The quantity of the selected line. Typing puts relation_commande1 into edit state; nothing is posted before
-/// "Enregistrer". Label2 carries the quantity before the change, set by the caller.
+/// The quantity of the selected line. Typing puts relation_commande1 into edit state; nothing is posted
+/// before "Enregistrer". Label2 carries the quantity before the change, set by the caller.
 class TqteF : public TForm, public Ui::qteF {
   Q_OBJECT
 

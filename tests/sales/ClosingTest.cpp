@@ -22,12 +22,14 @@ TEST_F(ClosingTest, TheClosingWritesTotalsThenDeskThenTable) {
   setClock(DateTime::of(2024, 8, 1, 0, 5, 0));
   forgetWrites();
   closeOrder();
-  EXPECT_THAT(writes(), ElementsAre("update commande etat_commande,HT,login,date_commande", "update commande J,M,A",
-                                    "update commande remi", "update commande TVA", "update commande tcc,id_caisse",
-                                    "update caisse solde", "update Table_ etat,control,n_commande"));
-  EXPECT_EQ(row("select etat_commande, HT, remi, TVA, tcc, id_caisse, login, J, M, A, date_commande, en_caisser "
-                "from commande"),
-            "Terminer|400.0|40.0|76.0|436.0|C001|ab12|1|8|2024|2024-08-01 00:05:00.000|no");
+  EXPECT_THAT(writes(),
+              ElementsAre("update commande etat_commande,HT,login,date_commande", "update commande J,M,A",
+                          "update commande remi", "update commande TVA", "update commande tcc,id_caisse",
+                          "update caisse solde", "update Table_ etat,control,n_commande"));
+  EXPECT_EQ(
+      row("select etat_commande, HT, remi, TVA, tcc, id_caisse, login, J, M, A, date_commande, en_caisser "
+          "from commande"),
+      "Terminer|400.0|40.0|76.0|436.0|C001|ab12|1|8|2024|2024-08-01 00:05:00.000|no");
   EXPECT_EQ(row("select solde from caisse where ID_caise='C001'"), "1436.0");
   EXPECT_EQ(row("select solde from caisse where ID_caise='C000'"), "5000.0");
   EXPECT_EQ(row("select etat, control, n_commande from Table_ where ID_table=1"), "OFF|open|0");
@@ -76,8 +78,8 @@ TEST_F(ClosingTest, TheChangeIsTheTotalLessTheMoneyTaken) {
     const char* change;
     std::size_t errors;
   };
-  const Case cases[] = {{"500", "-64", 0}, {"436", "0", 0}, {"400", "36", 0},
-                        {"435,5", "0,5", 0}, {"", "", 0},    {"200x", "236", 1}};
+  const Case cases[] = {{"500", "-64", 0},   {"436", "0", 0}, {"400", "36", 0},
+                        {"435,5", "0,5", 0}, {"", "", 0},     {"200x", "236", 1}};
   tapArticle("Plat", 2);
   store("update commande set remise=10");
   during(Commande_avnF->Cloturer, [&] {
@@ -106,15 +108,16 @@ TEST_F(ClosingTest, EnterFinishesWithoutAnyAmount) {
   EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled());
   EXPECT_EQ(MenuF->Label2->Caption(), "");
   EXPECT_TRUE(DM->imp_commande.Filtered()) << "the ticket keeps its order";
-  for (const Dataset* dataset :
-       {&DM->Table_, &DM->commande, &DM->relation_commande, &DM->relation_commande1, &DM->sum_commande, &DM->Caisse})
+  for (const Dataset* dataset : {&DM->Table_, &DM->commande, &DM->relation_commande, &DM->relation_commande1,
+                                 &DM->sum_commande, &DM->Caisse})
     EXPECT_FALSE(dataset->Filtered()) << dataset->Name();
 }
 
 TEST_F(ClosingTest, TheTicketsShowTheOrder) {
   tapArticle("Café");
   tapArticle("Thé");
-  EXPECT_THAT(printed([this] { press(Commande_avnF->Imprimer); }, *Commande_avnF->frxReport2), HasSubstr("T1"));
+  EXPECT_THAT(printed([this] { press(Commande_avnF->Imprimer); }, *Commande_avnF->frxReport2),
+              HasSubstr("T1"));
   during(Commande_avnF->Cloturer,
          [this] { EXPECT_THAT(finish(), AllOf(HasSubstr("Café"), HasSubstr("214,2 DA"))); });
 }

@@ -23,9 +23,9 @@ TEST_F(DialogsTest, AQuantityIsBoundedByStockAndOldQuantityOnly) {
   };
   const Case cases[] = {
       {"10", true, "10 Café 100 1000", "0"},  // stock 9 and the old 1
-      {"1", true, "1 Café 100 100", "9"},      // back again
+      {"1", true, "1 Café 100 100", "9"},     // back again
       {"11", false, "11 Café 100 100", "9"},
-      {"4", true, "4 Café 100 400", "6"},      // the refused dialog is still open
+      {"4", true, "4 Café 100 400", "6"},  // the refused dialog is still open
       {"0", true, "0 Café 100 0", "10"},
       {"-2", true, "-2 Café 100 -200", "12"},
   };
@@ -113,8 +113,8 @@ TEST_F(DialogsTest, ADiscountComputesTheTotalsInFivePosts) {
     type(champsF->DBEdit1, "10");
     press(champsF->Enregistrer);
   });
-  EXPECT_THAT(writes(), ElementsAre("update commande remise", "update commande HT,login", "update commande remi",
-                                    "update commande TVA", "update commande tcc"));
+  EXPECT_THAT(writes(), ElementsAre("update commande remise", "update commande HT,login",
+                                    "update commande remi", "update commande TVA", "update commande tcc"));
   EXPECT_EQ(row("select remise, HT, remi, TVA, tcc, etat_commande from commande"),
             "10.0|400.0|40.0|76.0|436.0|Encours");
   EXPECT_TRUE(DM->commande.Filtered());
@@ -183,11 +183,10 @@ TEST_F(DialogsTest, ObsActsOnTheOrderOfTheLastRemisse) {
 
 TEST_F(DialogsTest, TheInputsAreEnabledForTheNextShowing) {
   tapArticle("Café");
-  const auto inputs = [] {
-    return std::pair(champsF->DBEdit1->isEnabled(), champsF->DBEdit3->isEnabled());
-  };
+  const auto inputs = [] { return std::pair(champsF->DBEdit1->isEnabled(), champsF->DBEdit3->isEnabled()); };
   std::vector<std::pair<bool, bool>> seen;
-  for (Button* opener : {Commande_avnF->Obs, Commande_avnF->Obs, Commande_avnF->Remisse, Commande_avnF->Remisse})
+  for (Button* opener :
+       {Commande_avnF->Obs, Commande_avnF->Obs, Commande_avnF->Remisse, Commande_avnF->Remisse})
     during(opener, [&] {
       seen.push_back(inputs());
       press(champsF->Fermer);

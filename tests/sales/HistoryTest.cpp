@@ -16,7 +16,9 @@ class HistoryTest : public SalesTest {
     order(3, "Encours", 14, 7, 2024);
     order(4, "Terminer", 5, 2, 2024);
     order(5, "Terminer", 15, 2, 2025);
-    store("insert into client(code_client, nom_client) values ('K1', 'Benali'), ('K2', 'Benali'), ('K3', 'Zidi')");
+    store(
+        "insert into client(code_client, nom_client) values ('K1', 'Benali'), ('K2', 'Benali'), ('K3', "
+        "'Zidi')");
     DM->Client.Reopen();
     press(MenuF->AdvSmoothButton1);
     press(history().Initialiser);
@@ -26,11 +28,12 @@ class HistoryTest : public SalesTest {
 
   void order(int number, const std::string& state, int day, int month, int year) {
     const std::string n = std::to_string(number);
-    store("insert into commande(n_commande, \"table\", login, etat_commande, HT, remi, TVA, tcc, J, M, A, "
-          "date_commande, en_caisser) values (" +
-          n + ", 'T1', 'ab12', '" + state + "', 100, 0, 19, 119, " + std::to_string(day) + ", " +
-          std::to_string(month) + ", " + std::to_string(year) + ", '" + DateTime::of(year, month, day).stored() +
-          "', 'no')");
+    store(
+        "insert into commande(n_commande, \"table\", login, etat_commande, HT, remi, TVA, tcc, J, M, A, "
+        "date_commande, en_caisser) values (" +
+        n + ", 'T1', 'ab12', '" + state + "', 100, 0, 19, 119, " + std::to_string(day) + ", " +
+        std::to_string(month) + ", " + std::to_string(year) + ", '" +
+        DateTime::of(year, month, day).stored() + "', 'no')");
     store("insert into relation_commande(n_commande, code_article, article, qte, prix, total) values (" + n +
           ", '1', 'Café', 1, 100, 100)");
   }
@@ -116,7 +119,8 @@ TEST_F(HistoryTest, ClosingKeepsTheFilterForTheNextScreen) {
 TEST_F(HistoryTest, TheReprintIsGuardedByTheLinesOfTheOrderEntry) {
   standOn(4);
   history().Reimprimer->trigger();
-  EXPECT_THAT(said(), ElementsAre("Opétation incomplet")) << "the order entry was opened before there were lines";
+  EXPECT_THAT(said(), ElementsAre("Opétation incomplet"))
+      << "the order entry was opened before there were lines";
   DM->relation_commande1.Reopen();
   EXPECT_THAT(printed([this] { history().Reimprimer->trigger(); }, *history().frxReport1), HasSubstr("Café"));
   EXPECT_EQ(DM->imp_commande["n_commande"], Value(4));

@@ -39,12 +39,14 @@ TEST_F(MapTest, AFreeTableGetsANumberedOrderAndItsLock) {
   openMap();
   choosePlace(1);
   tap("T1");
-  EXPECT_THAT(writes(),
-              ElementsAre("insert commande n_table,table,etat_commande,login,n_commande,date_commande,en_caisser",
-                          "update commande J,M,A", "update Table_ control"));
-  EXPECT_EQ(row("select n_commande, n_table, \"table\", login, etat_commande, en_caisser, J, M, A, date_commande, "
-                "remise from commande"),
-            "1|1|T1|ab12|Encours|no|14|7|2024|2024-07-14 12:30:15.000|0.0");
+  EXPECT_THAT(
+      writes(),
+      ElementsAre("insert commande n_table,table,etat_commande,login,n_commande,date_commande,en_caisser",
+                  "update commande J,M,A", "update Table_ control"));
+  EXPECT_EQ(
+      row("select n_commande, n_table, \"table\", login, etat_commande, en_caisser, J, M, A, date_commande, "
+          "remise from commande"),
+      "1|1|T1|ab12|Encours|no|14|7|2024|2024-07-14 12:30:15.000|0.0");
   EXPECT_EQ(row("select etat, control, n_commande from Table_ where ID_table=1"), "OFF|close|0");
   EXPECT_EQ(Commande_avnF->RzLabel3->Caption(), "T1");
   EXPECT_EQ(Commande_avnF->Label4->Caption(), "insert");

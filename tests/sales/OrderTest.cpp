@@ -98,8 +98,9 @@ TEST_F(OrderTest, AnApostropheInADesignationEndsInTheFiltersError) {
 }
 
 TEST_F(OrderTest, TwoArticlesOfOneNameAreTheFirstByCode) {
-  store("insert into article(code_barre, designation_article, id_categorie, qte_stock, prix_vente, desto) "
-        "values ('0', 'Thé', 1, 3, 75, 'NON')");
+  store(
+      "insert into article(code_barre, designation_article, id_categorie, qte_stock, prix_vente, desto) "
+      "values ('0', 'Thé', 1, 3, 75, 'NON')");
   DM->Article.Reopen();
   tapArticle("Thé");
   EXPECT_EQ(row("select code_article, prix from relation_commande"), "0|75.0");

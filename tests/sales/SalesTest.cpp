@@ -9,7 +9,8 @@ namespace tavoline {
 namespace {
 
 const char* const Cafeteria[] = {
-    "insert into utilisateur(login, mot_pase, nom, prenom, role) values ('ab12', 'x', 'Amrane', 'Ali', 'User')",
+    "insert into utilisateur(login, mot_pase, nom, prenom, role) values ('ab12', 'x', 'Amrane', 'Ali', "
+    "'User')",
     "insert into operation(n_, code_utilisateur, nom, prenom, fonction, id_caisse_active) "
     "values (1, 'ab12', 'Amrane', 'Ali', 'User', 'C001')",
     "insert into Endroit(ID_endroit, Endoit) values (1, 'Salle'), (2, 'Terrasse')",
@@ -19,7 +20,8 @@ const char* const Cafeteria[] = {
     "(5, 'Bizarre', 'Salle', 1, 'off', 'open', 0)",
     "insert into type(code, Type_Produit) values (1, 'Boissons'), (2, 'Plats')",
     "insert into article(code_barre, designation_article, id_categorie, qte_stock, prix_vente, desto) values "
-    "('1', 'Café', 1, 10, 100, 'OUI'), ('2', 'Thé', 1, 5, 80, 'NON'), ('3', 'Jus d''orange', 1, 5, 150, 'OUI'), "
+    "('1', 'Café', 1, 10, 100, 'OUI'), ('2', 'Thé', 1, 5, 80, 'NON'), ('3', 'Jus d''orange', 1, 5, 150, "
+    "'OUI'), "
     "('4', 'Eau', 1, 1, 50, 'OUI'), ('5', 'Glace', 1, null, 12.5, 'OUI'), ('6', 'Menu', 1, 5, 300, 'AUTRE'), "
     "('7', 'Plat', 2, 8, 400, 'OUI')",
     "insert into TVA(tva, utilisation) values (19, 'OUI')",
@@ -62,7 +64,9 @@ void SalesTest::TearDown() {
   Clock::set({});
 }
 
-void SalesTest::store(const std::string& sql) { workstation_.sql(sql); }
+void SalesTest::store(const std::string& sql) {
+  workstation_.sql(sql);
+}
 
 std::string SalesTest::row(const std::string& select) {
   const Workstation::Rows rows = workstation_.sql(select);
@@ -92,7 +96,9 @@ void SalesTest::openMap() {
   ASSERT_TRUE(commandeF->Visible());
 }
 
-void SalesTest::choosePlace(int place) { commandeF->DBLookupListBox1->Choose(place); }
+void SalesTest::choosePlace(int place) {
+  commandeF->DBLookupListBox1->Choose(place);
+}
 
 void SalesTest::tap(const std::string& table) {
   for (auto* tile : commandeF->RzFlowPanel1->tiles<ShapeButton>())
@@ -107,7 +113,9 @@ void SalesTest::openOrder(const std::string& table) {
   chooseCategory(1);
 }
 
-void SalesTest::chooseCategory(int category) { Commande_avnF->DBLookupListBox1->Choose(category); }
+void SalesTest::chooseCategory(int category) {
+  Commande_avnF->DBLookupListBox1->Choose(category);
+}
 
 Panel* SalesTest::articleTile(const std::string& designation) {
   workstation_.settle();
@@ -154,8 +162,8 @@ std::vector<std::string> SalesTest::tableTiles() {
 std::vector<std::string> SalesTest::articleTiles() {
   std::vector<std::string> found;
   for (auto* tile : Commande_avnF->RzFlowPanel1->tiles<Panel>())
-    found.push_back(tile->objectName().toStdString() + " " + tile->findChild<ShapeButton*>()->Caption() + " " +
-                    tile->findChild<Label*>()->Caption());
+    found.push_back(tile->objectName().toStdString() + " " + tile->findChild<ShapeButton*>()->Caption() +
+                    " " + tile->findChild<Label*>()->Caption());
   return found;
 }
 

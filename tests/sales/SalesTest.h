@@ -26,9 +26,9 @@
 
 namespace tavoline {
 
-/// A workstation on a small store of its own: one user at one desk, logged in, five tables and eight articles.
-/// The clock stands at 14/07/2024 12:30:15. Screens are played through their controls; what reached the store
-/// is read beside them, through a connection of its own.
+/// A workstation on a small store of its own: one user at one desk, logged in, five tables and eight
+/// articles. The clock stands at 14/07/2024 12:30:15. Screens are played through their controls; what reached
+/// the store is read beside them, through a connection of its own.
 class SalesTest : public ::testing::Test {
  protected:
   void SetUp() override;
