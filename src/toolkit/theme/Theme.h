@@ -30,8 +30,8 @@ inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or ri
 /// before the first screen is made.
 ///
 /// What a .ui can ask for by dynamic properties:
-/// - `kind` of a button: "primary" (the one step on), "danger" (deletes), "menu" (left-aligned, in a column
-/// of
+/// - `kind` of a button: "primary" (the one step on), "danger" (deletes), "line" and "lineDanger" (narrow,
+/// several in a row), "menu" (left-aligned, in a column of
 ///   commands), "tool" (a square with a picture), "link" (a clickable text), "key" and "keyWord" (of a
 ///   keypad, with a sign and with a word);
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
