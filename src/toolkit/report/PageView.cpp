@@ -30,6 +30,7 @@ PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent) {
 
 PageView::~PageView() {
   dropEditor();
+  QScroller::ungrabGesture(viewport());
 }
 
 void PageView::setDocument(std::shared_ptr<report::Document> document) {
