@@ -1,18 +1,84 @@
 #include "tools/screens/Scenes.h"
 
+#include <QtWidgets/QApplication>
+
+#include "data/DMU.h"
+#include "sales/Commande_avnU.h"
+#include "sales/RenduU.h"
+#include "sales/commandeU.h"
 #include "tools/screens/Stage.h"
 
 namespace tavoline {
 
+namespace {
+
+void chooseCategory(int code) {
+  Commande_avnF->DBLookupListBox1->Choose(code);
+}
+
+void tapArticles(std::initializer_list<std::size_t> numbers) {
+  for (const std::size_t number : numbers) Commande_avnF->RzFlowPanel1->tiles<Panel>().at(number)->Click();
+}
+
+// The first free table that the map shows.
+void takeTable() {
+  DM->Table_.First();
+  while (DM->Table_["etat"] != "OFF") DM->Table_.Next();
+  const std::string name = DM->Table_["table"].text();
+  for (ShapeButton* tile : commandeF->RzFlowPanel1->tiles<ShapeButton>())
+    if (tile->Caption() == name) return tile->Click();
+}
+
+// The change, then the ticket in its preview; each is closed again.
+void closeTable(Stage& stage) {
+  Stage::whenModal([&stage](QWidget&) {
+    stage.type("RenduF.Edit1", "3000");
+    stage.keep("change");
+    Stage::whenModal([&stage](QWidget& preview) {
+      stage.keep("ticket", preview.grab().toImage());
+      preview.close();
+    });
+    stage.tap("RenduF.Enregistrer");
+  });
+  stage.tap("Commande_avnF.Cloturer");
+}
+
+}  // namespace
+
 std::vector<Scene> scenes() {
   return {
-      {"connexion", [](Stage& stage) { stage.type("LoginF.RzEdit2", "10"); }},
+      {"login", [](Stage& stage) { stage.type("LoginF.RzEdit2", "10"); }},
       {"mot-de-passe",
        [](Stage& stage) {
          stage.type("LoginF.RzEdit1", "1010");
          stage.tap("LoginF.RzBitBtn4");
        }},
       {"menu", [](Stage& stage) { stage.tap("LoginF.RzBitBtn2"); }},
+      {"map",
+       [](Stage& stage) {
+         stage.tap("MenuF.AdvSmoothButton6");
+         commandeF->DBLookupListBox1->Choose(1);
+         stage.settle();
+       }},
+      {"order",
+       [](Stage& stage) {
+         takeTable();
+         chooseCategory(1);
+         tapArticles({0, 0, 1, 2});
+         chooseCategory(4);
+         tapArticles({0, 1, 1});
+         stage.settle();
+       }},
+      {"map-closed", [](Stage& stage) { closeTable(stage); }},
+      {"history", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton1"); }},
+      {"articles", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton9"); }},
+      {"article", [](Stage& stage) { stage.tap("Liste_produitF.Modifier"); }},
+      {"tables",
+       [](Stage& stage) {
+         stage.tap("C_articleF.Fermer");
+         stage.choose("ListedesTable1");
+       }},
+      {"desks", [](Stage& stage) { stage.choose("CreationnouveauCaisse1"); }},
       {"utilisateurs", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton2"); }},
       {"utilisateur", [](Stage& stage) { stage.tap("Configuration_utlisateurF.Modifier"); }},
       {"a-propos",

@@ -1,5 +1,6 @@
 #include "tools/screens/Stage.h"
 
+#include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtGui/QPainter>
 #include <QtWidgets/QAbstractButton>
@@ -47,6 +48,18 @@ void Stage::choose(std::string_view entry) {
 void Stage::type(std::string_view formAndControl, std::string_view text) {
   control<Edit>(formAndControl).Text(text);
   settle();
+}
+
+void Stage::keep(const std::string& name, const QImage& picture) const {
+  const QString file = folder_ + "/" + QString::fromStdString(name) + ".png";
+  if (!picture.save(file)) throw std::runtime_error("cannot write " + file.toStdString());
+}
+
+void Stage::whenModal(std::function<void(QWidget&)> act) {
+  QTimer::singleShot(50, [act = std::move(act)] {
+    QWidget* modal = QApplication::activeModalWidget();
+    modal ? act(*modal) : whenModal(act);
+  });
 }
 
 QImage Stage::seen() const {

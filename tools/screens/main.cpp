@@ -28,12 +28,11 @@ int main(int argc, char** argv) {
   try {
     if (!startUp(screensInOrder())) throw std::runtime_error(box);
     MenuF->Show();
-    Stage stage(display);
+    Stage stage(display, folder);
     for (const Scene& scene : scenes()) {
       scene.play(stage);
       if (!box.empty()) throw std::runtime_error(scene.file + ": " + box);
-      const QString file = folder + "/" + QString::fromStdString(scene.file) + ".png";
-      if (!stage.seen().save(file)) throw std::runtime_error("cannot write " + file.toStdString());
+      stage.keep(scene.file);
     }
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());
