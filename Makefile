@@ -7,7 +7,7 @@ CONFIGURE := cmake --preset $(PRESET) --log-level=WARNING
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 .DEFAULT_GOAL := build
-.PHONY: help deps build run test bench lint check format install uninstall package clean
+.PHONY: help deps build run test bench lint check format torture install uninstall package clean
 
 help:  ## This list
 	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
@@ -47,6 +47,12 @@ lint: check  ## All of lint: check, and clang-tidy over every source
 format:  ## Format every source in place
 	@scripts/install-packages lint
 	@clang-format -i $(SOURCES)
+
+torture:  ## Kill a workstation a thousand times (RUNS=...) and look for lost writes
+	@scripts/install-packages build
+	@$(MAKE) -s $(BUILD)/build.ninja
+	@cmake --build --preset $(PRESET) --target torture_test
+	@TAVOLINE_TORTURE_RUNS=$(or $(RUNS),1000) $(BUILD)/bin/torture_test
 
 install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
 	@DESTDIR=$(DESTDIR) cmake --install $(BUILD) --prefix $(PREFIX)

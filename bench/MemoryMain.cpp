@@ -8,7 +8,7 @@
 #include <fstream>
 #include <string>
 
-#include "bench/Waiter.h"
+#include "gestures/Waiter.h"
 
 namespace {
 
@@ -26,9 +26,9 @@ long statusLine(const std::string& name) {
 int main(int count, char** arguments) try {
   if (count != 3) return EXIT_FAILURE;
   std::filesystem::current_path(arguments[1]);
-  const auto menu = tavoline::bench::Menu::read();
   tavoline::TDM dm;
-  tavoline::bench::Waiter waiter(dm, menu);
+  const auto menu = tavoline::test::Menu::of(dm);
+  tavoline::test::Waiter waiter(dm, menu);
   waiter.logIn();
   dm.Idle();
   waiter.serve(std::atoi(arguments[2]));

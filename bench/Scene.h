@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace tavoline::bench {
 
@@ -23,16 +22,6 @@ class Scene {
  private:
   std::string folder_;
   int orders_;
-};
-
-/// What a waiter may tap in the store of the working directory.
-struct Menu {
-  std::vector<std::string> tables;
-  std::vector<std::string> articles;  ///< Designations of articles that are kept in stock ("OUI").
-  std::string desk;                   ///< An ordinary desk.
-  std::string login;
-
-  static Menu read();
 };
 
 }  // namespace tavoline::bench

@@ -17,10 +17,13 @@
 #include "bench/QtModels.h"
 #include "bench/Raw.h"
 #include "bench/Scene.h"
-#include "bench/Waiter.h"
+#include "gestures/Waiter.h"
 
 namespace tavoline::bench {
 namespace {
+
+using test::Menu;
+using test::Waiter;
 
 constexpr int kSmall = 1000, kLarge = 600000;
 constexpr int kDay = 300;  // orders
@@ -54,6 +57,11 @@ class Stopwatch {
   std::vector<double> seconds_;
 };
 
+Menu menuHere() {
+  TDM dm;
+  return Menu::of(dm);
+}
+
 void rawTap(benchmark::State& state) {
   RawTap raw;
   Stopwatch watch(state);
@@ -65,7 +73,7 @@ void rawTap(benchmark::State& state) {
 
 /// First taps, each of another article, eight to an order.
 void tap(benchmark::State& state) {
-  const Menu menu = Menu::read();
+  const Menu menu = menuHere();
   TDM dm;
   Waiter waiter(dm, menu);
   waiter.logIn();
@@ -75,7 +83,7 @@ void tap(benchmark::State& state) {
     const auto line = static_cast<std::size_t>(done++ % kLines);
     if (line == 0) {
       if (done > 1) waiter.closeTable();
-      waiter.takeTable(menu.tables.front());
+      if (!waiter.takeTable(menu.tables.front())) throw std::runtime_error("the table is held");
     }
     dm.Idle();
     watch.time([&] { waiter.tap(menu.articles[line]); });
@@ -84,7 +92,7 @@ void tap(benchmark::State& state) {
 }
 
 void qtTap(benchmark::State& state) {
-  const Menu menu = Menu::read();
+  const Menu menu = menuHere();
   QtModels models;
   std::size_t done = 0;
   Stopwatch watch(state);
@@ -94,7 +102,7 @@ void qtTap(benchmark::State& state) {
 
 /// From nothing to the login screen's first answer: the store opened, every dataset open, a login found.
 void start(benchmark::State& state) {
-  const Menu menu = Menu::read();
+  const Menu menu = menuHere();
   Stopwatch watch(state);
   for ([[maybe_unused]] auto _ : state)
     watch.time([&] {
@@ -104,7 +112,7 @@ void start(benchmark::State& state) {
 }
 
 void takeAndClose(benchmark::State& state, bool closing) {
-  const Menu menu = Menu::read();
+  const Menu menu = menuHere();
   TDM dm;
   Waiter waiter(dm, menu);
   Stopwatch watch(state);

@@ -1,11 +1,29 @@
-#include "bench/Waiter.h"
+#include "gestures/Waiter.h"
 
 #include <stdexcept>
 
 #include "data/value/Clock.h"
 #include "data/value/Text.h"
 
-namespace tavoline::bench {
+namespace tavoline::test {
+
+Menu Menu::of(TDM& dm) {
+  Menu menu;
+  for (dm.Table_.First(); !dm.Table_.Eof(); dm.Table_.Next())
+    menu.tables.push_back(dm.Table_["table"].text());
+  for (dm.Article.First(); !dm.Article.Eof(); dm.Article.Next()) {
+    const std::string designation = dm.Article["designation_article"].text();
+    if (dm.Article["desto"].text() == "OUI" && designation.find('\'') == std::string::npos)
+      menu.articles.push_back(designation);
+  }
+  dm.Caisse.FilterBy("general='NON'");
+  menu.desk = dm.Caisse["ID_caise"].text();
+  dm.Caisse.Filtered(false);
+  menu.login = dm.utilisateur["login"].text();
+  if (menu.tables.empty() || menu.articles.empty() || menu.desk.empty() || menu.login.empty())
+    throw std::runtime_error("a store to sell from needs tables, articles in stock, a desk and a user");
+  return menu;
+}
 
 void Waiter::logIn() {
   dm_.utilisateur.Filtered(false);
@@ -20,15 +38,35 @@ void Waiter::logIn() {
   show(dm_.op["op"]);
 }
 
-void Waiter::takeTable(const std::string& table) {
+bool Waiter::takeTable(const std::string& table) {
   table_ = table;
   for (Dataset* dataset : {&dm_.C, &dm_.Table_, &dm_.commande, &dm_.relation_commande,
                            &dm_.relation_commande1, &dm_.imp_commande, &dm_.sum_commande, &dm_.imp_commande})
     dataset->Reopen();
   filterTable();
-  if (dm_.Table_["control"].text() != "open" || dm_.Table_["etat"].text() != "OFF")
-    throw std::runtime_error("table in use: " + table);
+  const bool free = dm_.Table_["control"].text() == "open";
+  if (free) {
+    if (dm_.Table_["etat"].text() == "OFF")
+      beginOrder();
+    else
+      reopenOrder();
+    showTiles();
+    showOrder();
+  }
+  dm_.Table_.Filtered(false);
+  showMap();
+  if (free) writeTable({{"control", "close"}});
+  return free;
+}
 
+void Waiter::reopenOrder() {
+  const std::string ofOrder = "n_commande=" + inQuotes(dm_.Table_["n_commande"].text());
+  for (Dataset* dataset : {&dm_.relation_commande1, &dm_.sum_commande, &dm_.commande})
+    dataset->FilterBy(ofOrder);
+  order_ = dm_.commande["n_commande"].text();
+}
+
+void Waiter::beginOrder() {
   dm_.commande.Insert();
   dm_.commande["date_commande"] = Clock::now();
   dm_.commande["n_commande"] = dm_.commande.Eof() ? Value(1) : dm_.C["C"] + Value(1);
@@ -48,17 +86,9 @@ void Waiter::takeTable(const std::string& table) {
   order_ = dm_.commande["n_commande"].text();
   dm_.relation_commande1.FilterBy("n_commande=" + inQuotes(order_));
   dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order_));
-  showTiles();
-  showOrder();
-  dm_.Table_.Filtered(false);
-  showMap();
-  filterTable();
-  dm_.Table_.Edit();
-  dm_.Table_["control"] = "close";
-  dm_.Table_.Post();
 }
 
-void Waiter::tap(const std::string& designation) {
+bool Waiter::tap(const std::string& designation) {
   dm_.commande.Refresh();
   dm_.Table_.Refresh();
   dm_.Article.Refresh();
@@ -68,8 +98,8 @@ void Waiter::tap(const std::string& designation) {
   dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order));
   dm_.relation_commande.FilterBy("n_commande=" + inQuotes(order) +
                                  "and code_article=" + inQuotes(dm_.Article["code_barre"].text()));
-  if (dm_.Article["desto"].text() != "OUI" || dm_.Article["qte_stock"].toInteger() < 1)
-    throw std::runtime_error("not kept in stock, or out of it: " + designation);
+  if (dm_.Article["desto"].text() != "OUI") throw std::runtime_error("not kept in stock: " + designation);
+  if (dm_.Article["qte_stock"].toInteger() < 1) return false;
 
   const bool standing = !dm_.relation_commande["n_commande"].text().empty();
   const Value before = standing ? dm_.relation_commande["qte"].get() : Value(0);
@@ -92,23 +122,53 @@ void Waiter::tap(const std::string& designation) {
   dm_.relation_commande.Reopen();
   dm_.relation_commande1.Reopen();
   dm_.sum_commande.Reopen();
-  if (!standing) {
-    filterTable();
-    dm_.Table_.Edit();
-    dm_.Table_["etat"] = "ON";
-    dm_.Table_["n_commande"] = dm_.commande["n_commande"];
-    dm_.Table_.Post();
-  }
+  if (!standing) writeTable({{"etat", "ON"}, {"n_commande", dm_.commande["n_commande"]}});
   dm_.Table_.Filtered(false);
   showOrder();
   showArticle();
+  return true;
+}
+
+void Waiter::removeLine() {
+  if (!hasLines()) return;
+  dm_.Article.FilterBy("code_barre=" + inQuotes(dm_.relation_commande1["code_article"].text()));
+  if (dm_.Article["desto"].text() == "OUI") {
+    dm_.Article.Edit();
+    dm_.Article["qte_stock"] = dm_.Article["qte_stock"] + dm_.relation_commande1["qte"];
+    dm_.Article.Post();
+  }
+  dm_.relation_commande1.Delete();
+  dm_.relation_commande.Reopen();
+  dm_.sum_commande.Reopen();
+  showOrder();
+  showArticle();
+}
+
+void Waiter::save() {
+  if (!hasLines()) throw std::runtime_error("no line");
+  dm_.commande.Edit();
+  dm_.commande["login"] = menu_.login;
+  dm_.commande.Post();
+  writeTable({{"control", "open"}});
+  backToMap();
+}
+
+void Waiter::leave() {
+  dm_.relation_commande1.Reopen();
+  dm_.relation_commande.Reopen();
+  if (hasLines()) throw std::runtime_error("the order has lines");
+  writeTable({{"etat", "OFF"}, {"n_commande", 0}, {"control", "open"}});
+  dm_.commande.Delete();
+  dm_.commande.Reopen();
+  dm_.C.Reopen();
+  backToMap();
 }
 
 void Waiter::closeTable() {
   dm_.commande.Reopen();
   dm_.relation_commande.Reopen();
   dm_.relation_commande1.Reopen();
-  if (dm_.relation_commande1.Eof()) throw std::runtime_error("no line");
+  if (!hasLines()) throw std::runtime_error("no line");
   dm_.commande.Edit();
   dm_.commande.Post();
   dm_.Table_.Edit();
@@ -149,15 +209,14 @@ void Waiter::closeTable() {
 
   dm_.imp_commande.Reopen();
   dm_.imp_commande.FilterBy("n_commande=" + inQuotes(order_));
-  filterTable();
-  dm_.Table_.Edit();
-  dm_.Table_["etat"] = "OFF";
-  dm_.Table_["n_commande"] = 0;
-  dm_.Table_["control"] = "open";
-  dm_.Table_.Post();
+  writeTable({{"etat", "OFF"}, {"n_commande", 0}, {"control", "open"}});
 
   for (dm_.imp_commande.First(); !dm_.imp_commande.Eof(); dm_.imp_commande.Next())  // the ticket
     for (const char* field : {"article", "qte", "prix", "total", "tcc", "nom"}) show(dm_.imp_commande[field]);
+  backToMap();
+}
+
+void Waiter::backToMap() {
   for (Dataset* dataset :
        {&dm_.Table_, &dm_.commande, &dm_.relation_commande, &dm_.relation_commande1, &dm_.sum_commande})
     dataset->Filtered(false);
@@ -167,7 +226,8 @@ void Waiter::closeTable() {
 void Waiter::serve(int orders) {
   constexpr std::size_t kLines = 8;
   for (int order = 0; order < orders; ++order, ++turn_) {
-    takeTable(menu_.tables[turn_ % menu_.tables.size()]);
+    const std::string& table = menu_.tables[turn_ % menu_.tables.size()];
+    if (!takeTable(table)) throw std::runtime_error("held: " + table);
     for (std::size_t line = 0; line < kLines; ++line)
       tap(menu_.articles[(turn_ + line) % menu_.articles.size()]);
     tap(menu_.articles[turn_ % menu_.articles.size()]);
@@ -178,6 +238,13 @@ void Waiter::serve(int orders) {
 
 void Waiter::filterTable() {
   dm_.Table_.FilterBy("table='" + table_ + "'");
+}
+
+void Waiter::writeTable(std::initializer_list<std::pair<const char*, Value>> fields) {
+  filterTable();
+  dm_.Table_.Edit();
+  for (const auto& [name, value] : fields) dm_.Table_[name] = value;
+  dm_.Table_.Post();
 }
 
 void Waiter::showMap() {
@@ -211,4 +278,4 @@ void Waiter::showArticle() {
     show(dm_.Article[field]);
 }
 
-}  // namespace tavoline::bench
+}  // namespace tavoline::test

@@ -1,0 +1,202 @@
+// A workstation is killed at a random moment of random gestures, again and again on the same store. `make
+// torture` does it a thousand times; TAVOLINE_TORTURE_RUNS and TAVOLINE_TORTURE_SEED say otherwise.
+
+#include <gmock/gmock.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+
+#include "gestures/Waiter.h"
+#include "tools/store/Check.h"
+#include "tools/store/demo/Demo.h"
+#include "torture/Journal.h"
+#include "torture/Verdict.h"
+
+namespace tavoline::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::IsEmpty;
+using Clock = std::chrono::steady_clock;
+
+int setting(const char* name, int otherwise) {
+  const char* value = std::getenv(name);
+  return value ? std::atoi(value) : otherwise;
+}
+
+/// A store in a passing folder that is the working directory.
+class Cafe {
+ public:
+  Cafe() : before_(fs::current_path()) {
+    std::string pattern = (fs::temp_directory_path() / "torture-XXXXXX").string();
+    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no folder: " + pattern);
+    folder_ = pattern;
+    fs::current_path(folder_);
+    tool::createGenerated("BDD.mdb", {.orders = 200, .seed = 1, .pictures = false});
+  }
+  ~Cafe() {
+    fs::current_path(before_);
+    fs::remove_all(folder_);
+  }
+  Cafe(const Cafe&) = delete;
+  Cafe& operator=(const Cafe&) = delete;
+
+ private:
+  fs::path before_, folder_;
+};
+
+using Chance = std::mt19937;
+
+int upTo(Chance& chance, int most) {
+  return std::uniform_int_distribution(0, most)(chance);
+}
+
+template <class T>
+const T& oneOf(Chance& chance, const std::vector<T>& all) {
+  return all[static_cast<std::size_t>(upTo(chance, static_cast<int>(all.size()) - 1))];
+}
+
+void serveSomebody(Waiter& waiter, const Menu& menu, Chance& chance) {
+  if (!waiter.takeTable(oneOf(chance, menu.tables))) return;
+  for (int gestures = upTo(chance, 7); gestures > 0; --gestures) {
+    if (upTo(chance, 4) == 0)
+      waiter.removeLine();
+    else
+      waiter.tap(oneOf(chance, menu.articles));
+  }
+  if (!waiter.hasLines()) return waiter.leave();
+  upTo(chance, 2) == 0 ? waiter.save() : waiter.closeTable();
+}
+
+/// A workstation's life, until it is killed. Tables that its dead predecessor held are opened first.
+[[noreturn]] void work(int pipe, unsigned seed) {
+  Chance chance(seed);
+  const std::shared_ptr<Store> store = Store::open(TDM::ConnectionString);
+  TDM(store).XXX.ExecSQL();
+  TDM dm(std::make_shared<Journal>(store, pipe));
+  const Menu menu = Menu::of(dm);
+  Waiter waiter(dm, menu);
+  waiter.logIn();
+  for (;;) {
+    serveSomebody(waiter, menu, chance);
+    if (upTo(chance, 2) == 0) dm.Idle();
+  }
+}
+
+/// Reads what the pipe has until `until`, or until `enough` writes were acknowledged.
+void follow(int pipe, JournalReader& journal, std::size_t enough, Clock::time_point until) {
+  while (journal.acknowledged.size() < enough && Clock::now() < until) {
+    pollfd events{pipe, POLLIN, 0};
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
+    if (::poll(&events, 1, static_cast<int>(left.count())) <= 0) continue;
+    char bytes[4096];
+    const ssize_t count = ::read(pipe, bytes, sizeof bytes);
+    if (count <= 0) return;
+    journal.take({bytes, static_cast<std::size_t>(count)});
+  }
+}
+
+constexpr std::size_t kWithoutEnd = static_cast<std::size_t>(-1);
+
+/// Lets a workstation work for a random while and kills it. What it told before it died.
+JournalReader lifeAndDeath(Chance& chance) {
+  int ends[2];
+  if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
+  const auto seed = static_cast<unsigned>(chance());
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::close(ends[0]);
+    try {
+      work(ends[1], seed);
+    } catch (const std::exception& failure) {
+      std::fprintf(stderr, "the workstation failed: %s\n", failure.what());
+    }
+    ::_exit(1);
+  }
+  ::close(ends[1]);
+  JournalReader journal;
+  follow(ends[0], journal, static_cast<std::size_t>(upTo(chance, 60)),
+         Clock::now() + std::chrono::seconds(30));
+  follow(ends[0], journal, kWithoutEnd, Clock::now() + std::chrono::microseconds(upTo(chance, 4000)));
+  ::kill(child, SIGKILL);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  follow(ends[0], journal, kWithoutEnd, Clock::now() + std::chrono::seconds(5));
+  ::close(ends[0]);
+  EXPECT_TRUE(WIFSIGNALED(status)) << "it ended by itself";
+  return journal;
+}
+
+/// What the check says of the store, less what a closing cut short leaves behind by design: it is a series of
+/// writes and no transaction, so that an order can be finished without its total, on a table that is not free
+/// yet.
+std::vector<std::string> damage() {
+  std::vector<std::string> findings = tool::checkStore("BDD.mdb");
+  std::erase_if(findings, [](const std::string& finding) {
+    return finding.starts_with("Commandes terminées dont le total") ||
+           finding.starts_with("Tables occupées sans commande en cours");
+  });
+  return findings;
+}
+
+TEST(Torture, AKilledWorkstationLosesNothingThatWasAcknowledged) {
+  const Cafe cafe;
+  const int runs = setting("TAVOLINE_TORTURE_RUNS", 25);
+  const int seed = setting("TAVOLINE_TORTURE_SEED", 1);
+  Chance chance(static_cast<unsigned>(seed));
+  std::size_t writes = 0, inFlight = 0;
+  for (int run = 0; run < runs; ++run) {
+    SCOPED_TRACE("run " + std::to_string(run) + " of seed " + std::to_string(seed));
+    const Counts before = Counts::of("BDD.mdb");
+    const JournalReader journal = lifeAndDeath(chance);
+    ASSERT_THAT(verdict("BDD.mdb", before, journal), IsEmpty());
+    ASSERT_THAT(damage(), IsEmpty());
+    writes += journal.acknowledged.size();
+    if (journal.underWay) ++inFlight;
+  }
+  EXPECT_GT(writes, 0U);
+  std::printf("%d deaths, %zu of them in the middle of a write; %zu acknowledged writes found again\n", runs,
+              inFlight, writes);
+}
+
+// The judge himself: what a lost, a halved or a foreign write looks like to him.
+TEST(Torture, TheVerdictSeesWhatIsWrong) {
+  const Cafe cafe;
+  const Counts before = Counts::of("BDD.mdb");
+  const Write first{Write::Kind::Update, "caisse", 1, {{"solde", "CAST('-1' AS REAL)"}}};
+  const Write second{Write::Kind::Update, "caisse", 1, {{"solde", "CAST('-2' AS REAL)"}}};
+  const Write extra{Write::Kind::Insert, "caisse", 999, {{"nom_caisse", "'Bar'"}}};
+  const Write erased{Write::Kind::Erase, "caisse", 1, {}};
+  struct Case {
+    const char* what;
+    std::vector<Write> acknowledged;
+    std::optional<Write> underWay;
+    bool well;
+  };
+  const Case cases[] = {
+      {"nothing", {}, {}, true},
+      {"an update that never arrived", {first}, {}, false},
+      {"an insert that never arrived", {extra}, {}, false},
+      {"a deletion that never arrived", {erased}, {}, false},
+      {"an update under way, not done", {}, second, true},
+      {"neither before nor after", {first}, second, false},
+      {"an insert under way, not done", {}, extra, true},
+  };
+  for (const Case& tried : cases) {
+    JournalReader journal;
+    journal.acknowledged = tried.acknowledged;
+    journal.underWay = tried.underWay;
+    EXPECT_EQ(verdict("BDD.mdb", before, journal).empty(), tried.well) << tried.what;
+  }
+  Counts fewer = before;
+  --fewer.tables.front().rows;
+  EXPECT_THAT(verdict("BDD.mdb", fewer, {}), testing::SizeIs(1)) << "a row that nobody wrote";
+}
+
+}  // namespace
+}  // namespace tavoline::test
