@@ -33,7 +33,12 @@ class Workstation {
   /// Creates DM on the store, as at the start of the program, and binds the screens made before.
   void start();
   void start(std::shared_ptr<Store> store);  ///< On a store of the test's own making.
-  /// Makes a screen and stands it in its global; freed with the workstation.
+  /// Makes a screen, freed with the workstation; the second form stands it in its global, which must outlive
+  /// this.
+  template <class Screen>
+  Screen& create() {
+    return *new Screen;
+  }
   template <class Screen>
   Screen& create(Screen*& instance) {
     instance = new Screen;

@@ -51,7 +51,7 @@ class ToolkitTest : public testing::Test {
         "insert into article (code_barre, designation_article, id_categorie, prix_vente, desto) values"
         " ('1', 'Thé', 10, 80, 'NON'), ('2', 'Couscous', 20, 600, 'OUI')");
     station.start();
-    screen = &station.create(instance);
+    screen = &station.create<TestScreen>();
   }
 
   /// Binds and shows the screen with what the test has put on it.
@@ -62,7 +62,6 @@ class ToolkitTest : public testing::Test {
   }
 
   Workstation station;
-  TestScreen* instance = nullptr;
   TestScreen* screen = nullptr;
 };
 

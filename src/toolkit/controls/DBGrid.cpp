@@ -6,7 +6,6 @@
 #include <QtGui/QPainter>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QScroller>
 #include <QtWidgets/QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
@@ -205,7 +204,11 @@ class Cells : public QStyledItemDelegate {
 
 }  // namespace
 
-DBGrid::DBGrid(QWidget* parent) : QTableView(parent), Binding(this), model_(new Model(*this)) {
+DBGrid::DBGrid(QWidget* parent)
+    : QTableView(parent),
+      Binding(this),
+      model_(new Model(*this)),
+      fingers_(viewport(), FingerScroll::ByTouch) {
   setModel(model_);
   setItemDelegate(new Cells(this));
   setAlternatingRowColors(true);
@@ -225,7 +228,6 @@ DBGrid::DBGrid(QWidget* parent) : QTableView(parent), Binding(this), model_(new 
   horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(false);
-  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
   connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {
     guarded([&] {
       standOn(index);

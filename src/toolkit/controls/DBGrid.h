@@ -5,6 +5,7 @@
 #include <string>
 
 #include "toolkit/controls/Binding.h"
+#include "toolkit/controls/FingerScroll.h"
 
 namespace tavoline {
 
@@ -53,6 +54,7 @@ class DBGrid : public QTableView, public Binding {
   QStringList columns_;
   bool readOnly_ = true, rowsStale_ = true;
   Model* model_;
+  FingerScroll fingers_;
 };
 
 }  // namespace tavoline

@@ -8,7 +8,8 @@
 
 namespace tavoline {
 
-DBLookupListBox::DBLookupListBox(QWidget* parent) : QListWidget(parent), Binding(this) {
+DBLookupListBox::DBLookupListBox(QWidget* parent)
+    : QListWidget(parent), Binding(this), fingers_(viewport(), FingerScroll::ByPointer) {
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   connect(this, &QListWidget::itemClicked, this,
           [this](QListWidgetItem* item) { guarded([&] { chosen(std::size_t(row(item))); }); });

@@ -4,7 +4,6 @@
 #include <QtCore/QEvent>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QScroller>
 #include <QtWidgets/QVBoxLayout>
 #include <algorithm>
 
@@ -38,7 +37,11 @@ RunningClick* RunningClick::of(const QWidget* tile) {
   return found == clicks.end() ? nullptr : *found;
 }
 
-FlowPanel::FlowPanel(QWidget* parent) : QFrame(parent), scroll_(new QScrollArea(this)), canvas_(new QWidget) {
+FlowPanel::FlowPanel(QWidget* parent)
+    : QFrame(parent),
+      scroll_(new QScrollArea(this)),
+      canvas_(new QWidget),
+      fingers_(scroll_->viewport(), FingerScroll::ByPointer, false) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(scroll_);
@@ -119,12 +122,7 @@ void FlowPanel::arrange() {
   canvas_->resize(full ? used.expandedTo(rows ? QSize(room.width(), 0) : QSize(0, room.height())) : room);
 
   // Only a full panel takes hold of drags; in the others a press reaches its tile without any delay.
-  QWidget* viewport = scroll_->viewport();
-  if (full && !QScroller::hasScroller(viewport)) {
-    QScroller::grabGesture(viewport, QScroller::LeftMouseButtonGesture);
-  } else if (!full && QScroller::hasScroller(viewport)) {
-    QScroller::ungrabGesture(viewport);
-  }
+  fingers_.set(full);
 }
 
 QSize FlowPanel::layOut(const QSize& room) {

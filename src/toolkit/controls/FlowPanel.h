@@ -3,6 +3,8 @@
 #include <QtWidgets/QFrame>
 #include <vector>
 
+#include "toolkit/controls/FingerScroll.h"
+
 class QScrollArea;
 
 namespace tavoline {
@@ -54,6 +56,7 @@ class FlowPanel : public QFrame {
   std::vector<QWidget*> order_;
   QScrollArea* scroll_;
   QWidget* canvas_;
+  FingerScroll fingers_;
   bool dirty_ = false;
 };
 

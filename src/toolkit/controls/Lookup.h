@@ -6,6 +6,7 @@
 #include <string>
 
 #include "toolkit/controls/Binding.h"
+#include "toolkit/controls/FingerScroll.h"
 #include "toolkit/controls/LookupList.h"
 
 namespace tavoline {
@@ -103,6 +104,7 @@ class DBLookupListBox : public QListWidget, public Binding {
 
   LookupList list_;
   Value key_;
+  FingerScroll fingers_;
 };
 
 }  // namespace tavoline

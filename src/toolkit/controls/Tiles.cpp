@@ -30,6 +30,7 @@ void runClick(QWidget* tile, std::function<void()> handler) {
 
 ShapeButton::ShapeButton(QWidget* parent) : QAbstractButton(parent) {
   setCursor(Qt::PointingHandCursor);
+  setFocusPolicy(Qt::TabFocus);  // a tap leaves the focus where it is
   QFont letters = font();
   letters.setBold(true);
   letters.setPixelSize(15);

@@ -33,12 +33,14 @@ void Docking::close(TForm* form) {
 void Docking::showTop() {
   if (open_.empty()) return;
   TForm* top = open_.back();
+  const bool comesToLight = !top->isVisible();
   top->setGeometry(top->parentWidget()->contentsRect());
   top->show();
   top->raise();
   for (TForm* form : open_) {
     if (form != top) form->hide();
   }
+  if (QWidget* last = top->focusWidget(); comesToLight && last) last->setFocus();
 }
 
 bool Docking::eventFilter(QObject* panel, QEvent* event) {

@@ -21,7 +21,7 @@ class GridTest : public testing::Test {
                 ") insert into article (code_barre, designation_article, qte_stock, prix_vente)"
                 " select printf('%05d', i), 'Article ' || i, i, i * 1.5 from n");
     station.start(std::make_shared<CountingStore>(Store::open(TDM::ConnectionString), counts));
-    screen = &station.create(instance);
+    screen = &station.create<TestScreen>();
     grid = screen->add<DBGrid>("DBGridEh1", "DataSourceArticle", "");
     grid->setColumns({"code_barre=Code Article", "designation_article=Designation Article|rw",
                       "qte_stock=QTE Stock", "prix_vente=Prix|rw,140"});
@@ -39,7 +39,6 @@ class GridTest : public testing::Test {
 
   StoreCounts counts;
   Workstation station;
-  TestScreen* instance = nullptr;
   TestScreen* screen;
   DBGrid* grid;
 };

@@ -30,8 +30,7 @@ TEST_F(FormTest, ShowAndCloseTellTheScreenOnlyWhenItComesAndGoes) {
 
 TEST_F(FormTest, AModalScreenReturnsWhenItIsClosedAndKeepsTheOthersBack) {
   auto* behind = screen->add<Button>("RzBitBtn1");
-  TestScreen* other = nullptr;
-  TestScreen& modal = station.create(other);
+  TestScreen& modal = station.create<TestScreen>();
   auto* leave = modal.add<Button>("RzBitBtn2");
   leave->OnClick = [&] { modal.Close(); };
   int behindClicks = 0;
@@ -54,8 +53,7 @@ TEST_F(FormTest, AModalScreenThatCannotOpenIsNotLeftInTheWay) {
     Failing() : TForm("EchecF") {}
     void FormShow() override { throw StoreError("La base de données est occupée."); }
   };
-  Failing* instance_ = nullptr;
-  Failing& failing = station.create(instance_);
+  Failing& failing = station.create<Failing>();
   EXPECT_THROW(failing.ShowModal(), StoreError);
   EXPECT_FALSE(failing.Visible());
   EXPECT_FALSE(failing.isVisible());
@@ -63,15 +61,16 @@ TEST_F(FormTest, AModalScreenThatCannotOpenIsNotLeftInTheWay) {
 
 TEST_F(FormTest, DockedScreensLieOneOverTheOther) {
   auto* panel = screen->add<QWidget>("RzPanel4");
-  TestScreen *below = nullptr, *above = nullptr;
-  station.create(below).setObjectName("ListeF");
-  station.create(above).setObjectName("SaisieF");
+  TestScreen *below = &station.create<TestScreen>(), *above = &station.create<TestScreen>();
   auto* text = below->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
+  below->add<Edit>("RzEdit1");
+  auto* edit = below->add<Edit>("RzEdit2");
   below->BindControls();
   open();
   for (TestScreen* form : {below, above}) {
     form->Dock(panel);
     form->Show();
+    if (form == below) edit->SetFocus();
     station.settle();
   }
   EXPECT_TRUE(below->Visible());
@@ -91,6 +90,7 @@ TEST_F(FormTest, DockedScreensLieOneOverTheOther) {
   EXPECT_TRUE(below->isVisible());
   EXPECT_EQ(below->geometry(), panel->contentsRect());
   EXPECT_EQ(text->text(), "Terrasse");
+  EXPECT_TRUE(edit->hasFocus());  // where it was
   EXPECT_EQ(below->shows, 1);
 
   above->Dock(panel);
@@ -119,8 +119,7 @@ TEST_F(FormTest, ScreensAreReachedByNameAndAnAbsentOneIsNone) {
 TEST(FormBinding, ScreensMadeBeforeTheDataModuleAreBoundByItsCreation) {
   Workstation station;
   station.sql("insert into TVA (tva, utilisation) values (19, 'OUI')");
-  TestScreen* screen = nullptr;
-  auto* text = station.create(screen).add<DBText>("DBText1", "DataSourceTVA", "utilisation");
+  auto* text = station.create<TestScreen>().add<DBText>("DBText1", "DataSourceTVA", "utilisation");
   EXPECT_EQ(text->Caption(), "");
   station.start();
   EXPECT_EQ(text->Caption(), "OUI");
