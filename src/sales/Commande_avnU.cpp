@@ -1,7 +1,6 @@
 #include "sales/Commande_avnU.h"
 
 #include <QtGui/QFont>
-#include <QtWidgets/QVBoxLayout>
 
 #include "data/DMU.h"
 #include "data/value/Regional.h"
@@ -18,6 +17,7 @@ namespace tavoline {
 namespace {
 
 constexpr int TileWidth = 140, TileHeight = 130;  // pixels
+constexpr int PriceHeight = 30, PriceEdge = 10;
 
 }  // namespace
 
@@ -71,28 +71,22 @@ void TCommande_avnF::addTile(int counter) {
   panel->Caption(designation);
   panel->OnClick = [this, designation] { ArticleClick(designation); };
 
-  auto* image = new ShapeButton;
+  auto* image = new ShapeButton(panel);
   image->setObjectName(QStringLiteral("ig%1").arg(counter));
   image->Picture(DM->Article["IMAGE"].get().toBytes());
   image->Caption(designation);
   image->captionX = 20;
   image->OnClick = [this, designation] { ArticleClick(designation); };
-  QFont bold = image->font();
-  bold.setBold(true);
-  image->setFont(bold);
+  image->setGeometry(panel->rect());
+  image->reservedBelow = PriceHeight;
 
-  auto* price = new Label;
+  auto* price = new Label(panel);
   price->setObjectName(QStringLiteral("l2%1").arg(counter));
   price->Caption(DM->Article["prix_vente"].text());
   price->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   price->setFont(QFont(QStringLiteral("Arial Black"), 11, QFont::Bold));
-  price->setProperty("kind", "wrong");  // red
-
-  auto* column = new QVBoxLayout(panel);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(0);
-  column->addWidget(image, 1);
-  column->addWidget(price);
+  price->setProperty("kind", "price");
+  price->setGeometry(PriceEdge, TileHeight - PriceHeight, TileWidth - 2 * PriceEdge, PriceHeight);
   RzFlowPanel1->add(panel);
 }
 

@@ -1,5 +1,6 @@
 #include "tools/screens/Scenes.h"
 
+#include <QtGui/QAction>
 #include <QtWidgets/QApplication>
 
 #include "data/DMU.h"
@@ -69,8 +70,27 @@ std::vector<Scene> scenes() {
          tapArticles({0, 1, 1});
          stage.settle();
        }},
-      {"map-closed", [](Stage& stage) { closeTable(stage); }},
+      {"quantity", [](Stage& stage) { stage.tap("Commande_avnF.Qte"); }},
+      {"",
+       [](Stage& stage) {
+         stage.tap("qteF.Enregistrer");
+         Stage::whenModal([&stage](QWidget&) {
+           stage.type("champsF.DBEdit1", "10");
+           stage.keep("discount");
+           stage.tap("champsF.Enregistrer");
+         });
+         stage.tap("Commande_avnF.Remisse");
+       }},
+      {"", [](Stage& stage) { closeTable(stage); }},
       {"history", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton1"); }},
+      {"",
+       [](Stage& stage) {
+         Stage::whenModal([&stage](QWidget&) {
+           stage.keep("client-invoice");
+           stage.tap("fac_clF.Fermer");
+         });
+         stage.control<QAction>("liste_commandeF.FacturesClient").trigger();
+       }},
       {"articles", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton9"); }},
       {"article", [](Stage& stage) { stage.tap("Liste_produitF.Modifier"); }},
       {"tables",

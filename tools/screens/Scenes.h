@@ -9,7 +9,7 @@ namespace tavoline {
 class Stage;
 
 /// A picture of the documentation: its file without the ending, and the steps that lead to it from the scene
-/// before.
+/// before. Without a file the steps keep their own pictures, of dialogs on their way.
 struct Scene {
   std::string file;
   std::function<void(Stage&)> play;

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     for (const Scene& scene : scenes()) {
       scene.play(stage);
       if (!box.empty()) throw std::runtime_error(scene.file + ": " + box);
-      stage.keep(scene.file);
+      if (!scene.file.empty()) stage.keep(scene.file);
     }
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());

@@ -3,14 +3,13 @@
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QTimer>
 #include <QtGui/QKeyEvent>
-#include <QtGui/QPainter>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
 
 #include "toolkit/controls/Focus.h"
+#include "toolkit/controls/GridCells.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
 
@@ -18,9 +17,8 @@ namespace tavoline {
 
 namespace {
 
-constexpr int rowPixels = 44;    // pixels: a finger's width
-constexpr int cellPadding = 14;  // pixels on either side of a cell's text
-constexpr int widestFit = 420;   // pixels that fitting gives a column at most
+constexpr int rowPixels = 48;   // pixels: a finger's width
+constexpr int widestFit = 420;  // pixels that fitting gives a column at most
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
 
@@ -28,8 +26,9 @@ struct Column {
   std::string field;
   QString title;
   bool rightAligned = false, writable = false;
-  int width = 0;   // 0: as wide as what it shows
-  int index = -1;  // in the dataset as it is open now
+  bool wide = false;  // takes what width is left
+  int width = 0;      // 0: as wide as what it shows
+  int index = -1;     // in the dataset as it is open now
   FieldType type = FieldType::Text;
 };
 
@@ -44,6 +43,8 @@ Column parseColumn(const QString& line) {
       column.rightAligned = true;
     else if (option.trimmed() == QLatin1String("rw"))
       column.writable = true;
+    else if (option.trimmed() == QLatin1String("wide"))
+      column.wide = true;
     else
       column.width = option.trimmed().toInt();
   }
@@ -91,8 +92,9 @@ class DBGrid::Model : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title.trimmed();
-    if (role == Qt::TextAlignmentRole) return int(alignment(columns_[std::size_t(section)]));
-    return {};
+    if (role != Qt::TextAlignmentRole) return {};
+    const int aligned = int(alignment(columns_[std::size_t(section)]));
+    return grid_.wordWrap() ? aligned | Qt::TextWordWrap : aligned;
   }
 
   QVariant data(const QModelIndex& index, int role) const override {
@@ -175,42 +177,13 @@ class DBGrid::Model : public QAbstractTableModel {
   int current_ = -1;
 };
 
-namespace {
-
-/// Draws a cell: a colour of its own goes before the selection, so that a mark stays seen on the current row.
-class Cells : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    const QVariant own = index.data(Qt::BackgroundRole);
-    const QColor colour = own.isValid() ? own.value<QColor>() : QColor();
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
-    if (colour.isValid())
-      painter->fillRect(option.rect, colour);
-    else if (selected)
-      painter->fillRect(option.rect, option.palette.highlight());
-
-    const bool dark = colour.isValid() && colour.lightness() < 140;
-    const QPalette::ColorRole ink = selected ? QPalette::HighlightedText : QPalette::Text;
-    painter->setPen(dark ? QColor(Qt::white) : option.palette.color(ink));
-    const QRect room = option.rect.adjusted(cellPadding, 0, -cellPadding, 0);
-    const QString text = index.data().toString();
-    painter->setFont(option.font);
-    painter->drawText(room, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
-                      option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
-  }
-};
-
-}  // namespace
-
 DBGrid::DBGrid(QWidget* parent)
     : QTableView(parent),
       Binding(this),
       model_(new Model(*this)),
       fingers_(viewport(), FingerScroll::ByTouch) {
   setModel(model_);
-  setItemDelegate(new Cells(this));
+  setItemDelegate(new GridCells(this));
   setAlternatingRowColors(true);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::SingleSelection);
@@ -242,6 +215,13 @@ DBGrid::~DBGrid() = default;
 void DBGrid::setColumns(const QStringList& columns) {
   columns_ = columns;
   model_->setColumns(columns);
+  bool someWide = false;
+  for (int column = 0; column < columns.size(); ++column) {
+    const bool wide = model_->shownColumns()[std::size_t(column)].wide;
+    horizontalHeader()->setSectionResizeMode(column, wide ? QHeaderView::Stretch : QHeaderView::Interactive);
+    someWide = someWide || wide;
+  }
+  horizontalHeader()->setStretchLastSection(!someWide);
   rowsStale_ = true;
   markStale();
 }
@@ -263,8 +243,9 @@ void DBGrid::pull() {
     const int top = verticalScrollBar()->value();
     model_->reread();
     verticalScrollBar()->setValue(top);
-    fitColumns();
+    fittedWidth_ = -1;
   }
+  if (viewport()->width() != fittedWidth_) fitColumns();
   showCurrentRow();
   viewport()->update();
 }
@@ -326,37 +307,71 @@ void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hin
   markStale();
 }
 
-// As wide as the titles and the rows in sight; where that is too much, the widest texts are cut first.
+namespace {
+
+/// What a text asks of its column, in pixels; one more than measured, as letters begin and end within pixels.
+struct Needed {
+  int whole, longestWord;
+
+  static Needed by(const QString& text, const QFont& font, int padding) {
+    const QFontMetrics metrics(font);
+    Needed needed{metrics.horizontalAdvance(text) + 2 * padding + 1, 0};
+    for (const QString& word : text.split(QLatin1Char(' ')))
+      needed.longestWord = std::max(needed.longestWord, metrics.horizontalAdvance(word) + 2 * padding + 1);
+    return needed;
+  }
+  void widen(const Needed& other) {
+    whole = std::max(whole, other.whole);
+    longestWord = std::max(longestWord, other.longestWord);
+  }
+};
+
+// The widest of those that can be cut goes first, by a quarter at most each time.
+void cutDown(std::vector<int>& widths, const std::vector<int>& least, int excess) {
+  while (excess > 0) {
+    std::size_t widest = widths.size();
+    for (std::size_t i = 0; i < widths.size(); ++i)
+      if (widths[i] > least[i] && (widest == widths.size() || widths[i] > widths[widest])) widest = i;
+    if (widest == widths.size()) return;
+    const int floor = std::max(least[widest], widths[widest] * 3 / 4);
+    const int cut = std::min(excess, widths[widest] - floor);
+    widths[widest] -= cut;
+    excess -= cut;
+  }
+}
+
+}  // namespace
+
+// As wide as the titles and the rows in sight. Where that is too much, the widest texts are cut first, or
+// with `wordWrap` broken between their words.
 void DBGrid::fitColumns() {
-  const QFontMetrics metrics = fontMetrics();
-  const int rows = std::min(model_->rowCount(), viewport()->height() / rowPixels + 1);
+  fittedWidth_ = viewport()->width();
+  const int padding = gridPadding(*this);
+  QFont bold = font();
+  bold.setBold(true);
   const int first = std::max(0, rowAt(0));
+  const int end = std::min(model_->rowCount(), first + viewport()->height() / rowPixels + 1);
   std::vector<int> widths, least;
   for (const Column& shown : model_->shownColumns()) {
     const int column = int(widths.size());
-    int width = horizontalHeader()->sectionSizeHint(column);
-    least.push_back(shown.width > 0 ? shown.width : width);
-    for (int row = first; row < std::min(first + rows, model_->rowCount()); ++row) {
-      const QString text = model_->index(row, column).data().toString();
-      width = std::max(width, metrics.horizontalAdvance(text) + 2 * cellPadding);
-    }
-    widths.push_back(shown.width > 0 ? shown.width : std::min(width, widestFit));
+    Needed needed = Needed::by(shown.title.trimmed(), bold, padding);
+    needed.whole = std::max(needed.whole, horizontalHeader()->sectionSizeHint(column));
+    const int title = needed.whole;
+    for (int row = first; row < end; ++row)
+      needed.widen(Needed::by(model_->index(row, column).data().toString(), font(), padding));
+    const int floor = shown.width > 0 ? shown.width : wordWrap() ? needed.longestWord : title;
+    least.push_back(floor);
+    widths.push_back(shown.width > 0 || shown.wide ? floor : std::min(needed.whole, widestFit));
   }
-  int excess = std::accumulate(widths.begin(), widths.end(), 0) - viewport()->width();
-  while (excess > 0) {
-    const auto widest = std::max_element(widths.begin(), widths.end());
-    const int floor = least[std::size_t(widest - widths.begin())];
-    const int cut = std::min(excess, *widest - std::max(floor, *widest * 3 / 4));
-    if (cut <= 0) break;
-    *widest -= cut;
-    excess -= cut;
-  }
+  cutDown(widths, least, std::accumulate(widths.begin(), widths.end(), 0) - fittedWidth_);
   for (std::size_t column = 0; column < widths.size(); ++column) setColumnWidth(int(column), widths[column]);
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
-  if (isVisible() && !rowsStale_) scrollTo(currentIndex());
+  if (!isVisible() || rowsStale_) return;
+  scrollTo(currentIndex());
+  markStale();  // the columns fit another width
 }
 
 }  // namespace tavoline

@@ -14,9 +14,9 @@ namespace tavoline {
 /// too. Only a visible grid asks its dataset for anything, and only for the rows in sight.
 ///
 /// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
-/// (numbers are right-aligned anyway), "rw" (can be edited in place unless the grid is read only) and a width
-/// in pixels, with commas between: "prix=Prix|rw,120". What is typed in a cell is posted when its row is
-/// left.
+/// (numbers are right-aligned anyway), "wide" (takes what width is left), "rw" (can be edited in place unless
+/// the grid is read only) and a width in pixels, with commas between: "prix=Prix|rw,120". What is typed in a
+/// cell is posted when its row is left. With `wordWrap` a text too long for its cell goes on below.
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -53,6 +53,7 @@ class DBGrid : public QTableView, public Binding {
 
   QStringList columns_;
   bool readOnly_ = true, rowsStale_ = true;
+  int fittedWidth_ = -1;  // of the viewport when the columns were fitted
   Model* model_;
   FingerScroll fingers_;
 };

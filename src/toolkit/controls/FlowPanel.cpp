@@ -11,8 +11,6 @@ namespace tavoline {
 
 namespace {
 
-constexpr int gap = 10;  // pixels between tiles, and around them
-
 std::vector<RunningClick*>& running() {
   static std::vector<RunningClick*> clicks;
   return clicks;
@@ -59,6 +57,11 @@ FlowPanel::~FlowPanel() {
 
 void FlowPanel::setFlowStyle(FlowStyle style) {
   style_ = style;
+  scheduleArrange();
+}
+
+void FlowPanel::setGap(int pixels) {
+  gap_ = pixels;
   scheduleArrange();
 }
 
@@ -128,21 +131,21 @@ void FlowPanel::arrange() {
 QSize FlowPanel::layOut(const QSize& room) {
   const bool rows = style_ == LeftRightTopBottom;
   const int length = rows ? room.width() : room.height();
-  int along = gap, across = gap, thickest = 0;
+  int along = gap_, across = gap_, thickest = 0;
   QSize used(0, 0);
   for (QWidget* tile : order_) {
     const QSize size = tile->size();
     const int step = rows ? size.width() : size.height();
-    if (along > gap && along + step + gap > length) {
-      across += thickest + gap;
-      along = gap;
+    if (along > gap_ && along + step + gap_ > length) {
+      across += thickest + gap_;
+      along = gap_;
       thickest = 0;
     }
     const QPoint place = rows ? QPoint(along, across) : QPoint(across, along);
     tile->move(place);
     tile->show();
-    used = used.expandedTo(QSize(place.x() + size.width() + gap, place.y() + size.height() + gap));
-    along += step + gap;
+    used = used.expandedTo(QSize(place.x() + size.width() + gap_, place.y() + size.height() + gap_));
+    along += step + gap_;
     thickest = std::max(thickest, rows ? size.height() : size.width());
   }
   return used;

@@ -14,6 +14,7 @@ namespace tavoline {
 class FlowPanel : public QFrame {
   Q_OBJECT
   Q_PROPERTY(FlowStyle flowStyle READ flowStyle WRITE setFlowStyle)
+  Q_PROPERTY(int gap READ gap WRITE setGap)
 
  public:
   enum FlowStyle { LeftRightTopBottom, TopBottomLeftRight };
@@ -23,6 +24,8 @@ class FlowPanel : public QFrame {
 
   FlowStyle flowStyle() const { return style_; }
   void setFlowStyle(FlowStyle style);
+  int gap() const { return gap_; }
+  void setGap(int pixels);  ///< Between tiles, and around them.
 
   /// The panel becomes its parent; the tile keeps its own size. Its place is given when the event loop comes
   /// round, or when `tiles` is asked.
@@ -53,6 +56,7 @@ class FlowPanel : public QFrame {
   void scheduleArrange();
 
   FlowStyle style_ = LeftRightTopBottom;
+  int gap_ = 10;
   std::vector<QWidget*> order_;
   QScrollArea* scroll_;
   QWidget* canvas_;

@@ -74,14 +74,14 @@ void ShapeButton::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), palette().color(QPalette::Base));
 
   const QRect room = rect().adjusted(0, 0, 0, -reservedBelow);
-  Lines caption = captionLines(room);
+  const FittedText caption = captionLines(room);
   QRect captionRoom = captionPlaceIn(room, caption);
   if (!picture_.isNull()) drawPicture(painter, room, captionRoom);
   painter.setFont(caption.font);
   painter.setPen(palette().color(QPalette::ButtonText));
   for (const QString& line : caption.lines) {
     painter.drawText(captionRoom.left(), captionRoom.top() + QFontMetrics(caption.font).ascent(), line);
-    captionRoom.setTop(captionRoom.top() + caption.height);
+    captionRoom.setTop(captionRoom.top() + caption.lineHeight);
   }
 
   if (isDown()) painter.fillRect(rect(), QColor(0, 0, 0, 40));
@@ -115,37 +115,14 @@ void ShapeButton::drawPicture(QPainter& painter, const QRect& tile, const QRect&
   painter.drawPixmap(place.topLeft(), scaled_);
 }
 
-// Broken into lines between words. The letters are made smaller for a word that is too long for a line, and
-// what does not fit in the lines that there is room for is cut short.
-ShapeButton::Lines ShapeButton::captionLines(const QRect& room) const {
-  const int length = room.width() - captionX - captionRight;
-  const QStringList words = text().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-  Lines result{{}, font(), 0};
-  result.font.setPixelSize(QFontInfo(font()).pixelSize());  // whatever unit it was given in
-  const auto tooLong = [&](const QString& word) {
-    return QFontMetrics(result.font).horizontalAdvance(word) > length;
-  };
-  while (result.font.pixelSize() > smallestLetters && std::any_of(words.begin(), words.end(), tooLong)) {
-    result.font.setPixelSize(result.font.pixelSize() - 1);
-  }
-  const QFontMetrics metrics(result.font);
-  result.height = metrics.lineSpacing();
-  const int most = std::max(1, (picture_.isNull() ? room.height() - 8 : room.height() / 2) / result.height);
-  for (const QString& word : words) {
-    QString& line = result.lines.isEmpty() ? result.lines.emplaceBack() : result.lines.back();
-    const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
-    if (line.isEmpty() || metrics.horizontalAdvance(longer) <= length || result.lines.size() == most)
-      line = longer;
-    else
-      result.lines << word;
-  }
-  for (QString& line : result.lines) line = metrics.elidedText(line, Qt::ElideRight, length);
-  return result;
+FittedText ShapeButton::captionLines(const QRect& room) const {
+  const int height = picture_.isNull() ? room.height() - 8 : room.height() / 2;
+  return fitText(text(), font(), QSize(room.width() - captionX - captionRight, height), smallestLetters);
 }
 
-QRect ShapeButton::captionPlaceIn(const QRect& room, const Lines& caption) const {
+QRect ShapeButton::captionPlaceIn(const QRect& room, const FittedText& caption) const {
   QRect place(captionX, 6, room.width() - captionX - captionRight,
-              caption.height * int(caption.lines.size()));
+              caption.lineHeight * int(caption.lines.size()));
   if (picture_.isNull() || captionPlace == Qt::AlignVCenter)
     place.moveTop((room.height() - place.height()) / 2);
   else if (captionPlace == Qt::AlignBottom)

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "data/value/Value.h"
+#include "toolkit/controls/FittedText.h"
 #include "toolkit/controls/FlowPanel.h"
 #include "toolkit/controls/Pictures.h"
 
@@ -38,13 +39,8 @@ class ShapeButton : public QAbstractButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  struct Lines {
-    QStringList lines;
-    QFont font;
-    int height;  // of a line, in pixels
-  };
-  Lines captionLines(const QRect& room) const;
-  QRect captionPlaceIn(const QRect& room, const Lines& caption) const;
+  FittedText captionLines(const QRect& room) const;
+  QRect captionPlaceIn(const QRect& room, const FittedText& caption) const;
   void drawPicture(QPainter& painter, const QRect& tile, const QRect& caption);
 
   QPixmap picture_;

@@ -31,14 +31,15 @@ inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or ri
 ///
 /// What a .ui can ask for by dynamic properties:
 /// - `kind` of a button: "primary" (the one step on), "danger" (deletes), "line" and "lineDanger" (narrow,
-/// several in a row), "menu" (left-aligned, in a column of
-///   commands), "tool" (a square with a picture), "link" (a clickable text), "key" and "keyWord" (of a
-///   keypad, with a sign and with a word);
+///   several in a row), "menu" (left-aligned, in a column of commands), "tool" (a square with a picture),
+///   "link" (a clickable text), "key" and "keyWord" (of a keypad, with a sign and with a word);
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
-///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "wrong";
+///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
+///   (on a tile), "wrong";
+/// - `kind` of an input: "amount" (large figures);
 /// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
-/// "bar"
-///   (a strip in the accent colour), "plain" (no look).
+///   "bar" (a strip in the accent colour), "plain" (no look);
+/// - `dense` of a list or grid: less air at the sides of its texts.
 void applyTheme(QApplication& application);
 
 }  // namespace tavoline

@@ -168,7 +168,7 @@ TEST_F(GridTest, ColumnsAreTitledAlignedColouredAndTouchable) {
   };
   EXPECT_FALSE(rightAligned(1));
   EXPECT_TRUE(rightAligned(2));
-  EXPECT_GE(grid->rowHeight(0), 40);
+  EXPECT_GE(grid->rowHeight(0), 48);
   EXPECT_GE(grid->horizontalHeader()->height(), 40);
   int width = 0;
   for (int column = 0; column < 4; ++column) width += grid->columnWidth(column);
@@ -182,6 +182,22 @@ TEST_F(GridTest, ColumnsAreTitledAlignedColouredAndTouchable) {
   EXPECT_EQ(paint(1, 2), red);
   EXPECT_NE(paint(1, 1), red);
   EXPECT_NE(paint(4, 2), red);
+}
+
+TEST_F(GridTest, WrappedTextsKeepAllColumnsInSight) {
+  grid->setColumns({"qte_stock=QTE", "designation_article=Designation de cet Article|wide", "prix_vente=Prix",
+                    "desto=Destockage"});
+  grid->setWordWrap(true);
+  open();
+  for (const int width : {420, 340, 900}) {
+    grid->resize(width, 300);
+    station.settle();
+    EXPECT_FALSE(grid->horizontalScrollBar()->isVisible()) << width;
+    int total = 0;
+    for (int column = 0; column < 4; ++column) total += grid->columnWidth(column);
+    EXPECT_EQ(total, grid->viewport()->width()) << width;
+    EXPECT_GE(grid->columnWidth(2), grid->fontMetrics().horizontalAdvance("10,5")) << width;
+  }
 }
 
 TEST_F(GridTest, AStoreThatFailsIsToldOnceAndEmptiesTheGrid) {

@@ -1,0 +1,53 @@
+#include "toolkit/controls/GridCells.h"
+
+#include <QtGui/QPainter>
+#include <QtWidgets/QTableView>
+
+#include "toolkit/controls/FittedText.h"
+
+namespace tavoline {
+
+namespace {
+
+constexpr int smallestLetters = 13;  // pixels
+
+FittedText cellText(const QString& text, const QStyleOptionViewItem& option, QSize room, bool wrapped) {
+  const QFontMetrics& metrics = option.fontMetrics;
+  if (metrics.horizontalAdvance(text) <= room.width()) return {{text}, option.font, metrics.height()};
+  if (wrapped) return fitText(text, option.font, room, smallestLetters);
+  return {{metrics.elidedText(text, Qt::ElideRight, room.width())}, option.font, metrics.height()};
+}
+
+}  // namespace
+
+int gridPadding(const QWidget& grid) {
+  return grid.property("dense").toBool() ? 7 : 14;
+}
+
+void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const QVariant own = index.data(Qt::BackgroundRole);
+  const QColor colour = own.isValid() ? own.value<QColor>() : QColor();
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  if (colour.isValid())
+    painter->fillRect(option.rect, colour);
+  else if (selected)
+    painter->fillRect(option.rect, option.palette.highlight());
+
+  const bool dark = colour.isValid() && colour.lightness() < 140;
+  const QPalette::ColorRole ink = selected ? QPalette::HighlightedText : QPalette::Text;
+  painter->setPen(dark ? QColor(Qt::white) : option.palette.color(ink));
+  const auto* grid = static_cast<const QTableView*>(option.widget);
+  const int padding = gridPadding(*grid);
+  const QRect room = option.rect.adjusted(padding, 0, -padding, 0);
+  const FittedText fitted = cellText(index.data().toString(), option, room.size(), grid->wordWrap());
+  painter->setFont(fitted.font);
+  QRect line(room.left(), room.center().y() - int(fitted.lines.size()) * fitted.lineHeight / 2 + 1,
+             room.width(), fitted.lineHeight);
+  const int alignment = index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine;
+  for (const QString& text : fitted.lines) {
+    painter->drawText(line, alignment, text);
+    line.translate(0, fitted.lineHeight);
+  }
+}
+
+}  // namespace tavoline

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtWidgets/QStyledItemDelegate>
+
+namespace tavoline {
+
+/// Pixels on either side of a cell's text, in a grid that may be `dense`.
+int gridPadding(const QWidget& grid);
+
+/// Draws the cells of a grid. A colour of their own goes before the selection, so that a mark stays seen on
+/// the current row. In a grid with `wordWrap`, a text too long for its cell goes on below, in smaller letters
+/// where it must.
+class GridCells : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
+
+}  // namespace tavoline
