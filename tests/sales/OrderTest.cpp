@@ -219,17 +219,5 @@ TEST_F(OrderTest, AnotherWorkstationIsSeenAtTheNextReopeningOnly) {
   EXPECT_EQ(Commande_avnF->DBText2->Caption(), "440");
 }
 
-TEST_F(OrderTest, ALockedStoreStopsTheTapWhereItStands) {
-  acceptWrites(1);  // the line goes through, the stock does not
-  tapArticle("Café");
-  EXPECT_EQ(said().size(), 1u);
-  EXPECT_THAT(writes(), ElementsAre(InsertLine));
-  EXPECT_EQ(stockOf("Café"), "10");
-  EXPECT_EQ(row("select etat from Table_ where ID_table=1"), "OFF");
-  acceptWrites();
-  tapArticle("Café");
-  EXPECT_EQ(lines(), "2 Café 100 200");
-}
-
 }  // namespace
 }  // namespace tavoline

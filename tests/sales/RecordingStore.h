@@ -1,51 +1,53 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/store/Store.h"
-#include "data/value/Errors.h"
 
 namespace tavoline {
 
-/// Passes everything on to a store, keeps the writes that reached it in order ("update commande J,M,A"), and
-/// refuses those after a given number, as a full disk would.
+/// Passes everything on to a store, and keeps the writes that it accepted, in order ("update commande
+/// J,M,A").
 class RecordingStore : public Store {
  public:
   explicit RecordingStore(std::shared_ptr<Store> inner) : inner_(std::move(inner)) {}
 
   std::vector<std::string> writes;
-  int accepted = -1;  ///< Writes that may still pass; below zero for all.
+  std::function<void()> beforeWrite, afterWrite;  ///< After one that was accepted.
 
   const Catalog& catalog() const override { return inner_->catalog(); }
   std::shared_ptr<const Snapshot> snapshot() override { return inner_->snapshot(); }
   RowId insert(const std::string& table, const FieldValues& fields) override {
-    admit();
+    if (beforeWrite) beforeWrite();
     const RowId row = inner_->insert(table, fields);
-    writes.push_back("insert " + table + " " + names(fields));
+    accepted("insert " + table + " " + names(fields));
     return row;
   }
   void update(const std::string& table, RowId row, const FieldValues& fields) override {
-    admit();
+    if (beforeWrite) beforeWrite();
     inner_->update(table, row, fields);
-    writes.push_back("update " + table + " " + names(fields));
+    accepted("update " + table + " " + names(fields));
   }
   void erase(const std::string& table, RowId row) override {
-    admit();
+    if (beforeWrite) beforeWrite();
     inner_->erase(table, row);
-    writes.push_back("erase " + table);
+    accepted("erase " + table);
   }
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override {
-    admit();
+    if (beforeWrite) beforeWrite();
     inner_->execute(resolved, parameters);
-    writes.push_back("execute");
+    accepted("execute");
   }
   void idle() override { inner_->idle(); }
 
  private:
-  void admit() {
-    if (accepted == 0) throw StoreError("Le disque est plein. Libérez de la place, puis recommencez.");
-    if (accepted > 0) --accepted;
+  void accepted(std::string write) {
+    writes.push_back(std::move(write));
+    if (afterWrite) afterWrite();
   }
   static std::string names(const FieldValues& fields) {
     std::string all;

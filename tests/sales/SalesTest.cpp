@@ -39,9 +39,11 @@ void SalesTest::SetUp() {
     asked_.push_back(title + ": " + text);
     return answer_;
   };
-  workstation_.sql("begin");
-  for (const char* statement : Cafeteria) workstation_.sql(statement);
-  workstation_.sql("commit");
+  if (!guest_) {
+    workstation_.sql("begin");
+    for (const char* statement : Cafeteria) workstation_.sql(statement);
+    workstation_.sql("commit");
+  }
   recording_ = std::make_shared<RecordingStore>(Store::open(TDM::ConnectionString));
 
   workstation_.create(MenuF);

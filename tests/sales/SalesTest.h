@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QtTest/QTest>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -31,6 +32,9 @@ namespace tavoline {
 /// the store is read beside them, through a connection of its own.
 class SalesTest : public ::testing::Test {
  protected:
+  SalesTest() = default;
+  /// Another workstation, at the store of one that stands in `folder`.
+  explicit SalesTest(const std::filesystem::path& folder) : workstation_(folder), guest_(true) {}
   void SetUp() override;
   void TearDown() override;
 
@@ -40,8 +44,7 @@ class SalesTest : public ::testing::Test {
   std::string stockOf(const std::string& article);
   const std::vector<std::string>& writes() const { return recording_->writes; }
   void forgetWrites() { recording_->writes.clear(); }
-  /// How many more writes the store accepts; below zero for all.
-  void acceptWrites(int count = -1) { recording_->accepted = count; }
+  RecordingStore& recording() { return *recording_; }
 
   // What the user is told and asked. Each answers since the last time it was called.
   std::vector<std::string> said() { return std::exchange(said_, {}); }
@@ -85,6 +88,7 @@ class SalesTest : public ::testing::Test {
   std::shared_ptr<RecordingStore> recording_;
   std::vector<std::string> said_, asked_;
   bool answer_ = false;
+  bool guest_ = false;
 };
 
 }  // namespace tavoline

@@ -17,6 +17,8 @@ class StoreVfs {
   void failWrites(int code, int writes = 0);
   void failSyncs(int code);
   void heal();
+  /// From now on, waiting for another process takes no time, and its patience is at an end at once.
+  void skipWaiting();
   /// Calls `then`, once, when SQLite first waits for another process.
   void whenWaiting(std::function<void()> then);
   int refused() const;  ///< How many calls have failed so far.

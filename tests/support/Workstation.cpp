@@ -18,8 +18,19 @@ Workstation::Workstation() : before_(std::filesystem::current_path()) {
   std::string name = (std::filesystem::temp_directory_path() / "tavoline-XXXXXX").string();
   if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
   folder_ = name;
+  ownFolder_ = true;
   std::filesystem::current_path(folder_);
   tool::createStore("BDD.mdb");
+  settleIn();
+}
+
+Workstation::Workstation(const std::filesystem::path& folder)
+    : folder_(folder), before_(std::filesystem::current_path()) {
+  std::filesystem::current_path(folder_);
+  settleIn();
+}
+
+void Workstation::settleIn() {
   sqlite3* door = nullptr;
   if (sqlite3_open("BDD.mdb", &door) != SQLITE_OK) ADD_FAILURE() << "the store cannot be opened on the side";
   door_.reset(door);
@@ -47,7 +58,7 @@ Workstation::~Workstation() {
   Messages::current() = Messages::real();
   door_.reset();
   std::filesystem::current_path(before_);
-  std::filesystem::remove_all(folder_);
+  if (ownFolder_) std::filesystem::remove_all(folder_);
 }
 
 void Workstation::start() {

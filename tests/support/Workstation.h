@@ -26,6 +26,8 @@ class Workstation {
  public:
   /// Makes the store. Rows that are to be there at the start are put in by `sql`; then `start`.
   Workstation();
+  /// Another one, at a store that stands in `folder` and stays there.
+  explicit Workstation(const std::filesystem::path& folder);
   ~Workstation();
   Workstation(const Workstation&) = delete;
   Workstation& operator=(const Workstation&) = delete;
@@ -95,8 +97,10 @@ class Workstation {
   QWidget* find(std::string_view formAndControl);
   std::string answer(const std::string& text);
   bool reachable(QWidget* control, QPoint place);
+  void settleIn();
 
   std::filesystem::path folder_, before_;
+  bool ownFolder_ = false;
   std::unique_ptr<sqlite3, int (*)(sqlite3*)> door_{nullptr, sqlite3_close};
   std::vector<std::function<void()>> forget_;
   std::deque<Answer> expected_;

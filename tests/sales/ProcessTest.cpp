@@ -1,0 +1,198 @@
+// Workstations as processes: one that is killed, and two on one store. Each process makes an application of
+// its own, as an application with its threads does not survive a fork.
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QtWidgets/QApplication>
+#include <fstream>
+
+#include "sales/Life.h"
+#include "support/StoreFile.h"
+#include "support/StoreProcess.h"
+#include "toolkit/theme/Theme.h"
+#include "tools/store/Sqlite.h"
+
+namespace tavoline {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using Turns = test::StoreProcess::Turns;
+
+const char Held[] = "cette table est reserver par un autre utilisateur , merci de pationter";
+
+/// Where the workstations of a test make their folder.
+class Home {
+ public:
+  Home() { ::setenv("TMPDIR", folder_.path().c_str(), 1); }
+  ~Home() {
+    fs::current_path(before_);
+    ::setenv("TMPDIR", temporary_.c_str(), 1);
+  }
+  Home(const Home&) = delete;
+  Home& operator=(const Home&) = delete;
+  /// The folder of the only workstation that made a store.
+  fs::path store() const {
+    for (const auto& entry : fs::directory_iterator(folder_.path()))
+      if (fs::exists(entry.path() / "BDD.mdb")) return entry.path();
+    throw std::runtime_error("no store");
+  }
+
+ private:
+  std::string temporary_ = fs::temp_directory_path();
+  fs::path before_ = fs::current_path();
+  test::TemporaryFolder folder_;
+};
+
+class Application {
+ public:
+  Application() {
+    application_.setQuitOnLastWindowClosed(false);
+    applyTheme(application_);
+  }
+
+ private:
+  int argc_ = 1;
+  char name_[12] = "workstation";
+  char* argv_[2] = {name_, nullptr};
+  QApplication application_{argc_, argv_};
+};
+
+/// In another process: its failures end it, so that the test is told.
+void endTurn() {
+  if (::testing::Test::HasFailure()) throw std::runtime_error("an expectation failed");
+}
+void endTurn(Turns& turns) {
+  endTurn();
+  turns.next();
+}
+
+/// The store before the gesture, and after each of its writes.
+std::vector<std::string> statesOf(const Gesture& gesture) {
+  test::TemporaryFolder folder;
+  const fs::path file = folder.path() / "states";
+  const int status = test::runElsewhere([&] {
+    const Application application;
+    Life life;
+    (life.*gesture.before)();
+    std::ofstream states(file);
+    states << life.contents() << std::endl;
+    life.afterWrite([&] { states << life.contents() << std::endl; });
+    if (gesture.run == &Life::closeTable)
+      life.closeOrder();
+    else
+      (life.*gesture.run)();
+    endTurn();
+  });
+  EXPECT_EQ(status, 0);
+  std::vector<std::string> states;
+  std::ifstream lines(file);
+  for (std::string line; std::getline(lines, line);) states.push_back(line);
+  return states;
+}
+
+TEST(ProcessTest, AKilledProgramLeavesExactlyItsEarlierWrites) {
+  for (const Gesture& gesture : Gestures) {
+    const std::vector<std::string> states = statesOf(gesture);
+    ASSERT_EQ(states.size(), std::size_t(gesture.writes) + 1);
+    for (int n = 1; n <= gesture.writes; ++n)
+      for (const bool before : {true, false}) {
+        SCOPED_TRACE(std::string(gesture.name) + (before ? ", before write " : ", after write ") +
+                     std::to_string(n));
+        const Home home;
+        const int status = test::runElsewhere([&] {
+          const auto die = [] { ::kill(::getpid(), SIGKILL); };
+          const Application application;
+          Life life;
+          (life.*gesture.before)();
+          if (before)
+            life.atWrite(n, die);
+          else
+            life.afterWrite([die, left = n]() mutable {
+              if (--left == 0) die();
+            });
+          (life.*gesture.run)();
+        });
+        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
+        fs::current_path(home.store());
+        const TDM reopened(Store::open(TDM::ConnectionString));
+        const tool::Database side("BDD.mdb", tool::Database::Mode::Observe);
+        EXPECT_EQ(side.text("pragma integrity_check"), "ok");
+        EXPECT_EQ(side.text(Contents), states[std::size_t(before ? n - 1 : n)]);
+      }
+  }
+}
+
+bool sees(int order) {
+  return DM->commande.Locate("n_commande", order);
+}
+
+void firstWorkstation(Turns& turns) {
+  const Application application;
+  Life life;
+  life.beforeSecond();
+  endTurn(turns);
+
+  EXPECT_FALSE(sees(2)) << "not before it is read again";
+  EXPECT_TRUE(sees(1));
+  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "9");
+  life.tapCafe();
+  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "7") << "a tap reads the article again";
+  EXPECT_FALSE(sees(2)) << "and its own orders alone";
+  life.press(Commande_avnF->Enregistrer);
+  endTurn(turns);
+
+  life.tap("T1");
+  EXPECT_THAT(life.said(), ElementsAre(Held));
+  EXPECT_TRUE(sees(2)) << "a tap on the map reads all again";
+  endTurn(turns);
+
+  life.tap("T1");
+  EXPECT_EQ(life.lines(), "2 Café 100 200; 1 Thé 80 80");
+  endTurn();
+}
+
+void secondWorkstation(const Home& home, Turns& turns) {
+  const Application application;
+  Life life(home.store());
+  life.beforeTable();
+  life.tap("T1");
+  EXPECT_THAT(life.said(), ElementsAre(Held));
+  life.tap("T2");
+  life.tapArticle("Café");
+  EXPECT_EQ(Commande_avnF->DBText3->Caption(), "2") << "the number after the other's";
+  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "8") << "the stock less what both took";
+  life.press(Commande_avnF->Enregistrer);
+  endTurn(turns);
+
+  life.tap("T1");
+  EXPECT_EQ(life.lines(), "2 Café 100 200") << "the other's order, left on its table";
+  life.tapArticle("Thé");
+  endTurn(turns);
+
+  life.press(Commande_avnF->Enregistrer);
+  endTurn();
+}
+
+TEST(ProcessTest, TwoWorkstationsShareOneStore) {
+  const Home home;
+  test::StoreProcess first(firstWorkstation);
+  test::StoreProcess second([&](Turns& turns) { secondWorkstation(home, turns); });
+  first.turn();
+  second.turn();
+  first.turn();
+  second.turn();
+  first.turn();
+}
+
+}  // namespace
+}  // namespace tavoline
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}
