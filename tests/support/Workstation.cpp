@@ -5,6 +5,8 @@
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <iterator>
+#include <sstream>
 
 #include "tools/store/Creation.h"
 
@@ -12,6 +14,11 @@ namespace tavoline {
 
 namespace {
 constexpr int patience = 10000;  // ms that a condition may take on a busy machine
+}
+
+std::vector<std::string> words(const std::string& list) {
+  std::istringstream in(list);
+  return {std::istream_iterator<std::string>(in), {}};
 }
 
 Workstation::Workstation() : before_(std::filesystem::current_path()) {
@@ -97,10 +104,10 @@ std::string Workstation::value(const std::string& statement) {
 
 QWidget* Workstation::find(std::string_view formAndControl) {
   const auto dot = formAndControl.find('.');
-  TForm* form = Forms::find(formAndControl.substr(0, dot));
-  QWidget* found = form;
-  if (form && dot != std::string_view::npos) {
-    found = form->findChild<QWidget*>(QString::fromStdString(std::string(formAndControl.substr(dot + 1))));
+  const std::string_view form = formAndControl.substr(0, dot);
+  QWidget* found = Forms::find(form);
+  if (dot != std::string_view::npos) {
+    found = Forms::control(form, std::string(formAndControl.substr(dot + 1)).c_str());
   }
   if (!found) ADD_FAILURE() << formAndControl << " does not exist";
   return found;

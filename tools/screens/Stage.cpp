@@ -15,10 +15,10 @@ namespace tavoline {
 
 QObject& Stage::find(std::string_view formAndControl) {
   const auto dot = formAndControl.find('.');
-  TForm* form = Forms::find(formAndControl.substr(0, dot));
-  QObject* found = form;
-  if (form && dot != std::string_view::npos) {
-    found = form->findChild<QObject*>(QString::fromStdString(std::string(formAndControl.substr(dot + 1))));
+  const std::string_view form = formAndControl.substr(0, dot);
+  QObject* found = Forms::find(form);
+  if (dot != std::string_view::npos) {
+    found = Forms::control<QObject>(form, std::string(formAndControl.substr(dot + 1)).c_str());
   }
   if (!found) throw std::runtime_error("no " + std::string(formAndControl));
   return *found;

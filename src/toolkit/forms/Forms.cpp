@@ -32,6 +32,13 @@ const std::vector<TForm*>& Forms::all() {
   return forms();
 }
 
+const TForm* Forms::screenOf(const QObject* control) {
+  for (const QObject* at = control; at; at = at->parent()) {
+    if (const auto* form = qobject_cast<const TForm*>(at)) return form;
+  }
+  return nullptr;
+}
+
 void Forms::Show(std::string_view instanceName) {
   if (TForm* form = find(instanceName)) form->Show();
 }

@@ -21,12 +21,20 @@ class Forms {
   static void Close(std::string_view instanceName);
   static void BindControls();  ///< Every screen made before DM.
 
-  /// A named control of a screen; null if either is absent.
+  /// A named control of a screen itself, and not of another one that is docked in it; null if either is
+  /// absent.
   template <class T = QWidget>
   static T* control(std::string_view instanceName, const char* objectName) {
     TForm* form = find(instanceName);
-    return form ? form->findChild<T*>(QString::fromUtf8(objectName)) : nullptr;
+    if (!form) return nullptr;
+    for (T* found : form->findChildren<T*>(QString::fromUtf8(objectName))) {
+      if (screenOf(found) == form) return found;
+    }
+    return nullptr;
   }
+
+ private:
+  static const TForm* screenOf(const QObject* control);
 };
 
 }  // namespace tavoline

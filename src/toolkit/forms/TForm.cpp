@@ -61,7 +61,7 @@ void TForm::showWindow() {
     windowHandle()->setTransientParent(first->window()->windowHandle());
   }
   raise();
-  activateWindow();
+  if (!windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) activateWindow();
 }
 
 void TForm::ShowModal() {

@@ -7,6 +7,11 @@
 
 namespace tavoline {
 
+/// What the frame of a window that is not freely sized offers: its close command, or nothing at all.
+inline constexpr Qt::WindowFlags kNoFrameButton = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+inline constexpr Qt::WindowFlags kSystemButtonOnly =
+    kNoFrameButton | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+
 /// A screen: created once at start, hidden and shown until the process ends, keeping what its controls hold.
 /// Its objectName is its instance name ("LoginF"). Shown as a window of its own, modally, or docked in a
 /// panel.

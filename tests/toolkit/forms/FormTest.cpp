@@ -108,6 +108,17 @@ TEST_F(FormTest, ScreensAreReachedByNameAndAnAbsentOneIsNone) {
   EXPECT_EQ(Forms::control<Edit>("EssaiF", "RzEdit1"), edit);
   EXPECT_EQ(Forms::control<Button>("EssaiF", "RzEdit1"), nullptr);
   EXPECT_EQ(Forms::control("LuneF", "RzEdit1"), nullptr);
+
+  // A docked screen keeps its names to itself.
+  struct Docked : TForm {
+    Docked() : TForm("PoseeF") {}
+  };
+  auto& docked = station.create<Docked>();
+  auto* itsEdit = new Edit(&docked);
+  itsEdit->setObjectName("RzEdit2");
+  docked.Dock(screen);
+  EXPECT_EQ(Forms::control("EssaiF", "RzEdit2"), nullptr);
+  EXPECT_EQ(Forms::control("PoseeF", "RzEdit2"), itsEdit);
   Forms::Show("EssaiF");
   EXPECT_TRUE(screen->Visible());
   Forms::Close("EssaiF");
