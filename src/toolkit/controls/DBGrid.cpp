@@ -6,8 +6,8 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
-#include <numeric>
 
+#include "toolkit/controls/ColumnFit.h"
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/GridCells.h"
 #include "toolkit/forms/Guard.h"
@@ -17,8 +17,11 @@ namespace tavoline {
 
 namespace {
 
-constexpr int rowPixels = 48;   // pixels: a finger's width
-constexpr int widestFit = 420;  // pixels that fitting gives a column at most
+constexpr int rowPixels = 48;    // pixels: a finger's width
+constexpr int titlePixels = 44;  // of one line
+constexpr int titleAir = 14;     // above and below titles of more lines
+constexpr int widestFit = 420;   // pixels that fitting gives a column at most
+constexpr int shortText = 100;   // pixels of a text that is not worth cutting
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
 
@@ -27,7 +30,7 @@ struct Column {
   QString title;
   bool rightAligned = false, writable = false;
   bool wide = false;  // takes what width is left
-  int width = 0;      // 0: as wide as what it shows
+  int width = 0;      // pixels that it has at least where there is room
   int index = -1;     // in the dataset as it is open now
   FieldType type = FieldType::Text;
 };
@@ -93,8 +96,7 @@ class DBGrid::Model : public QAbstractTableModel {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title.trimmed();
     if (role != Qt::TextAlignmentRole) return {};
-    const int aligned = int(alignment(columns_[std::size_t(section)]));
-    return grid_.wordWrap() ? aligned | Qt::TextWordWrap : aligned;
+    return int(alignment(columns_[std::size_t(section)])) | Qt::TextWordWrap;
   }
 
   QVariant data(const QModelIndex& index, int role) const override {
@@ -215,13 +217,6 @@ DBGrid::~DBGrid() = default;
 void DBGrid::setColumns(const QStringList& columns) {
   columns_ = columns;
   model_->setColumns(columns);
-  bool someWide = false;
-  for (int column = 0; column < columns.size(); ++column) {
-    const bool wide = model_->shownColumns()[std::size_t(column)].wide;
-    horizontalHeader()->setSectionResizeMode(column, wide ? QHeaderView::Stretch : QHeaderView::Interactive);
-    someWide = someWide || wide;
-  }
-  horizontalHeader()->setStretchLastSection(!someWide);
   rowsStale_ = true;
   markStale();
 }
@@ -309,62 +304,67 @@ void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hin
 
 namespace {
 
-/// What a text asks of its column, in pixels; one more than measured, as letters begin and end within pixels.
-struct Needed {
-  int whole, longestWord;
+// The width of a title on two lines, in pixels.
+int narrowestTitle(const QString& title, const QFontMetrics& metrics) {
+  int narrowest = metrics.horizontalAdvance(title);
+  for (qsizetype gap = title.indexOf(QLatin1Char(' ')); gap >= 0;
+       gap = title.indexOf(QLatin1Char(' '), gap + 1)) {
+    const int first = metrics.horizontalAdvance(title.left(gap));
+    narrowest = std::min(narrowest, std::max(first, metrics.horizontalAdvance(title.mid(gap + 1))));
+  }
+  return narrowest;
+}
 
-  static Needed by(const QString& text, const QFont& font, int padding) {
-    const QFontMetrics metrics(font);
-    Needed needed{metrics.horizontalAdvance(text) + 2 * padding + 1, 0};
-    for (const QString& word : text.split(QLatin1Char(' ')))
-      needed.longestWord = std::max(needed.longestWord, metrics.horizontalAdvance(word) + 2 * padding + 1);
-    return needed;
-  }
-  void widen(const Needed& other) {
-    whole = std::max(whole, other.whole);
-    longestWord = std::max(longestWord, other.longestWord);
-  }
-};
-
-// The widest of those that can be cut goes first, by a quarter at most each time.
-void cutDown(std::vector<int>& widths, const std::vector<int>& least, int excess) {
-  while (excess > 0) {
-    std::size_t widest = widths.size();
-    for (std::size_t i = 0; i < widths.size(); ++i)
-      if (widths[i] > least[i] && (widest == widths.size() || widths[i] > widths[widest])) widest = i;
-    if (widest == widths.size()) return;
-    const int floor = std::max(least[widest], widths[widest] * 3 / 4);
-    const int cut = std::min(excess, widths[widest] - floor);
-    widths[widest] -= cut;
-    excess -= cut;
-  }
+int longestWord(const QString& text, const QFontMetrics& metrics) {
+  int longest = 0;
+  for (const QString& word : text.split(QLatin1Char(' ')))
+    longest = std::max(longest, metrics.horizontalAdvance(word));
+  return longest;
 }
 
 }  // namespace
 
-// As wide as the titles and the rows in sight. Where that is too much, the widest texts are cut first, or
-// with `wordWrap` broken between their words.
+// As wide as the titles and the rows in sight. Where that is too much, titles take two lines, then the widest
+// texts are cut, or with `wordWrap` broken between their words.
 void DBGrid::fitColumns() {
   fittedWidth_ = viewport()->width();
-  const int padding = gridPadding(*this);
+  const int air = 2 * gridPadding(*this) + 1;  // letters begin and end within pixels
   QFont bold = font();
   bold.setBold(true);
+  const QFontMetrics titles(bold), texts(font());
   const int first = std::max(0, rowAt(0));
   const int end = std::min(model_->rowCount(), first + viewport()->height() / rowPixels + 1);
-  std::vector<int> widths, least;
+  std::vector<ColumnWish> wishes;
+  std::size_t rest = model_->shownColumns().size() - 1;
   for (const Column& shown : model_->shownColumns()) {
-    const int column = int(widths.size());
-    Needed needed = Needed::by(shown.title.trimmed(), bold, padding);
-    needed.whole = std::max(needed.whole, horizontalHeader()->sectionSizeHint(column));
-    const int title = needed.whole;
-    for (int row = first; row < end; ++row)
-      needed.widen(Needed::by(model_->index(row, column).data().toString(), font(), padding));
-    const int floor = shown.width > 0 ? shown.width : wordWrap() ? needed.longestWord : title;
-    least.push_back(floor);
-    widths.push_back(shown.width > 0 || shown.wide ? floor : std::min(needed.whole, widestFit));
+    const int column = int(wishes.size());
+    if (shown.wide) rest = wishes.size();
+    int whole = 0, cut = 0;
+    for (int row = first; row < end; ++row) {
+      const QString text = model_->index(row, column).data().toString();
+      const int width = texts.horizontalAdvance(text);
+      whole = std::max(whole, width);
+      if (wordWrap()) {
+        cut = std::max(cut, longestWord(text, texts));
+      } else {
+        cut = std::max(cut, shown.type == FieldType::Text ? std::min(width, shortText) : width);
+      }
+    }
+    const QString title = shown.title.trimmed();
+    const int onOneLine = horizontalHeader()->sectionSizeHint(column);
+    const int broken = wordWrap() ? longestWord(title, titles) : narrowestTitle(title, titles);
+    whole = std::min(std::max(whole, narrowestTitle(title, titles)) + air, std::max(widestFit, cut + air));
+    wishes.push_back({std::max({shown.width, onOneLine, whole}), whole, std::max(cut, broken) + air});
   }
-  cutDown(widths, least, std::accumulate(widths.begin(), widths.end(), 0) - fittedWidth_);
-  for (std::size_t column = 0; column < widths.size(); ++column) setColumnWidth(int(column), widths[column]);
+  const std::vector<int> widths = tavoline::fitColumns(wishes, rest, fittedWidth_);
+  int tallest = 0;
+  for (std::size_t column = 0; column < widths.size(); ++column) {
+    setColumnWidth(int(column), widths[column]);
+    const QRect room(0, 0, widths[column] - air + 1, viewport()->height());
+    const QString title = model_->shownColumns()[column].title.trimmed();
+    tallest = std::max(tallest, titles.boundingRect(room, Qt::TextWordWrap, title).height());
+  }
+  horizontalHeader()->setFixedHeight(std::max(titlePixels, tallest + titleAir));
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {

@@ -14,9 +14,12 @@ namespace tavoline {
 /// too. Only a visible grid asks its dataset for anything, and only for the rows in sight.
 ///
 /// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
-/// (numbers are right-aligned anyway), "wide" (takes what width is left), "rw" (can be edited in place unless
-/// the grid is read only) and a width in pixels, with commas between: "prix=Prix|rw,120". What is typed in a
-/// cell is posted when its row is left. With `wordWrap` a text too long for its cell goes on below.
+/// (numbers are right-aligned anyway), "wide" (takes what width is left; otherwise the last one does), "rw"
+/// (can be edited in place unless the grid is read only) and a width in pixels, with commas between:
+/// "prix=Prix|rw,120". Columns are as wide as their titles and the rows in sight, and have at least that
+/// width where there is room. Where there is too little, titles take two lines, then texts are cut; with
+/// `wordWrap` a text too long for its cell goes on below. What is typed in a cell is posted when its row is
+/// left.
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)

@@ -21,7 +21,7 @@ FittedText cellText(const QString& text, const QStyleOptionViewItem& option, QSi
 }  // namespace
 
 int gridPadding(const QWidget& grid) {
-  return grid.property("dense").toBool() ? 7 : 14;
+  return grid.property("dense").toBool() ? 7 : 12;
 }
 
 void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -189,7 +189,7 @@ TEST_F(GridTest, WrappedTextsKeepAllColumnsInSight) {
                     "desto=Destockage"});
   grid->setWordWrap(true);
   open();
-  for (const int width : {420, 340, 900}) {
+  for (const int width : {420, 370, 900}) {
     grid->resize(width, 300);
     station.settle();
     EXPECT_FALSE(grid->horizontalScrollBar()->isVisible()) << width;

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace tavoline {
+
+/// What a column of a grid asks for, in pixels.
+struct ColumnWish {
+  int wanted;  ///< Shows its title on one line and its texts whole.
+  int whole;   ///< Shows its texts whole under a title of two lines.
+  int least;   ///< Below that it could not be read: not even a title of two lines, or an amount cut.
+};
+
+/// The widths of the columns in `room` pixels. What is left over goes to the column `rest`. Where there is
+/// too little, the widest columns give way first: first their titles are broken, then their texts are cut,
+/// none below its least. They may then still be too wide together.
+std::vector<int> fitColumns(const std::vector<ColumnWish>& wishes, std::size_t rest, int room);
+
+}  // namespace tavoline
