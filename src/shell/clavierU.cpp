@@ -6,6 +6,7 @@ TclavierF* clavierF = nullptr;
 
 TclavierF::TclavierF() : TForm("clavierF") {
   setupUi(this);
+  setWindowFlags(Qt::Window | Qt::WindowDoesNotAcceptFocus);  // its keys type where the focus is
   Ready();
 }
 

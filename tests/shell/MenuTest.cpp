@@ -246,62 +246,14 @@ TEST_F(MenuTest, ActualiserUnlocksEnablesAndReopens) {
 // reopened.
 TEST_F(MenuTest, ActualiserReopensInOrderAndStopsAtAFailure) {
   openAs();
-  const char* const order[] = {"Article",
-                               "type_produit",
-                               "Fournisseur",
-                               "Client",
-                               "A",
-                               "TVA",
-                               "utilisateur",
-                               "Endroit",
-                               "Table_",
-                               "T",
-                               "E",
-                               "commande",
-                               "C",
-                               "relation_commande",
-                               "relation_commande1",
-                               "sum_commande",
-                               "imp_commande",
-                               "imp_facture_vente",
-                               "facture_achat",
-                               "F",
-                               "Achat",
-                               "counting",
-                               "imp_fac_achat",
-                               "Caise",
-                               "CS",
-                               "min",
-                               "last",
-                               "xx1",
-                               "null4",
-                               "xxx1",
-                               "sum_x",
-                               "x1",
-                               "x2",
-                               "Caisse",
-                               "acce_caisse",
-                               "CSS",
-                               "Count_accee",
-                               "xx2",
-                               "Null44",
-                               "xxx3",
-                               "sum_x2",
-                               "x22",
-                               "x33",
-                               "lastt",
-                               "D",
-                               "Depence",
-                               "stat_caisse",
-                               "S_01",
-                               "D_01",
-                               "Calcul_dep",
-                               "best1",
-                               "best2",
-                               "sum_recette",
-                               "sum_depense"};
+  const std::vector<std::string> order = words(
+      "Article type_produit Fournisseur Client A TVA utilisateur Endroit Table_ T E commande C "
+      "relation_commande relation_commande1 sum_commande imp_commande imp_facture_vente "
+      "facture_achat F Achat counting imp_fac_achat Caise CS min last xx1 null4 xxx1 sum_x x1 x2 "
+      "Caisse acce_caisse CSS Count_accee xx2 Null44 xxx3 sum_x2 x22 x33 lastt D Depence "
+      "stat_caisse S_01 D_01 Calcul_dep best1 best2 sum_recette sum_depense");
   std::vector<std::string> before;
-  for (const char* name : order) {
+  for (const std::string& name : order) {
     for (Dataset* dataset : DM->Datasets()) dataset->Close();
     Dataset* failing = DM->Find(name);
     ASSERT_TRUE(failing) << name;
@@ -310,7 +262,7 @@ TEST_F(MenuTest, ActualiserReopensInOrderAndStopsAtAFailure) {
     at.answers({{testing::HasSubstr("nowhere")}});
     MenuF->Actualiser1->trigger();
     std::vector<std::string> reopened;
-    for (const char* other : order) {
+    for (const std::string& other : order) {
       if (DM->Find(other)->Active()) reopened.push_back(other);
     }
     EXPECT_EQ(reopened, before) << name;

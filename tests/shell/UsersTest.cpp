@@ -97,19 +97,6 @@ TEST_F(UsersTest, AnyWayOutReloadsTheList) {
   EXPECT_EQ(at.value("select count(*) from utilisateur where login='lina'"), "0");
 }
 
-TEST_F(UsersTest, TheStoreRefusesALoginThatExists) {
-  at.tap(Configuration_utlisateurF->Ajouter);
-  fill("omar", "Autre", "Omar");
-  at.answers({{testing::Not(testing::IsEmpty())}});
-  at.tap(utilisateurFF->Enregistrer);
-  EXPECT_TRUE(utilisateurFF->isVisible());
-  EXPECT_EQ(utilisateurFF->RzDBEdit1->Text(), "Autre") << "the entry stays open with what was typed";
-  utilisateurFF->RzDBEdit9->Text("oma2");
-  at.tap(utilisateurFF->Enregistrer);
-  EXPECT_EQ(logins(), "boss kara omar oma2");
-  EXPECT_TRUE(menuUsable());
-}
-
 TEST_F(UsersTest, ADeletionIsAskedForAndTestsNothing) {
   at.sql("insert into acce_caisse (id_caisse, login, general) values ('C001', 'boss', 'NON')");
   DM->utilisateur.First();

@@ -1,5 +1,7 @@
 #include "toolkit/controls/DBImage.h"
 
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 
 #include "toolkit/controls/Pictures.h"
@@ -18,6 +20,7 @@ void DBImage::LoadFromFile(const std::string& path) {
     dataset()->SetFieldValue(dataField().toStdString(), Value(bytes));
   }
   picture_ = decodedPicture(bytes);
+  QGuiApplication::clipboard()->setPixmap(picture_);
   update();
 }
 

@@ -4,6 +4,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QStyle>
 
 namespace tavoline {
 
@@ -59,19 +60,28 @@ Keypad::Keypad(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::NoFocus);
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->setSpacing(6);
   for (const Key& key : keys) {
     auto* button = new QPushButton(QString::fromUtf8(key.caption), this);
     button->setObjectName(QStringLiteral("key") + QString::fromUtf8(key.caption));
-    button->setProperty("kind",
-                        button->text().size() == 1 ? QStringLiteral("key") : QStringLiteral("keyWord"));
     button->setFocusPolicy(Qt::NoFocus);
-    button->setMinimumSize(52, 48);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     button->setAutoRepeat(key.code == Qt::Key_Backspace);
     connect(button, &QPushButton::clicked, this,
             [code = key.code, text = textOf(key)] { press(code, text); });
     grid->addWidget(button, key.row, key.column, key.rows, key.columns);
+  }
+  setCompact(false);
+}
+
+void Keypad::setCompact(bool compact) {
+  compact_ = compact;
+  layout()->setSpacing(compact ? 0 : 6);
+  for (auto* button : findChildren<QPushButton*>()) {
+    const QString kind = compact ? QStringLiteral("keySmall") : QStringLiteral("key");
+    button->setProperty("kind", button->text().size() == 1 ? kind : QString(kind % QLatin1String("Word")));
+    button->setMinimumSize(compact ? QSize(1, 1) : QSize(52, 48));
+    button->style()->unpolish(button);
+    button->style()->polish(button);
   }
 }
 

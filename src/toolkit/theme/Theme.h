@@ -32,7 +32,8 @@ inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or ri
 /// What a .ui can ask for by dynamic properties:
 /// - `kind` of a button: "primary" (the one step on), "danger" (deletes), "line" and "lineDanger" (narrow,
 ///   several in a row), "menu" (left-aligned, in a column of commands), "tool" (a square with a picture),
-///   "link" (a clickable text), "key" and "keyWord" (of a keypad, with a sign and with a word);
+///   "link" (a clickable text), "key" and "keyWord" (of a keypad, with a sign and with a word),
+///   "keySmall" and "keySmallWord" (of a compact one);
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
 ///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
 ///   (on a tile), "wrong";
