@@ -10,6 +10,7 @@ TAff_caisseF* Aff_caisseF = nullptr;
 
 TAff_caisseF::TAff_caisseF() : TForm("Aff_caisseF") {
   setupUi(this);
+  setWindowFlags(kSystemButtonOnly);
   RzDBLookupComboBox1->OnChange = [this] { RzDBLookupComboBox1Click(); };
   RzDBLookupComboBox2->OnChange = [this] { RzDBLookupComboBox2Click(); };
   Enregistrer->OnClick = [this] { EnregistrerClick(); };

@@ -9,6 +9,7 @@ TC_caisseF* C_caisseF = nullptr;
 
 TC_caisseF::TC_caisseF() : TForm("C_caisseF") {
   setupUi(this);
+  setWindowFlags(kSystemButtonOnly);
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
   Fermer->OnClick = [this] { FermerClick(); };
   Ready();

@@ -9,6 +9,7 @@ Tacc_caisseF* acc_caisseF = nullptr;
 
 Tacc_caisseF::Tacc_caisseF() : TForm("acc_caisseF") {
   setupUi(this);
+  setWindowFlags(kNoFrameButton);
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
   Ready();
 }

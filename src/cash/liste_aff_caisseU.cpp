@@ -15,10 +15,7 @@ Tliste_aff_caisseF::Tliste_aff_caisseF() : TForm("liste_aff_caisseF") {
   RzShapeButton4->OnClick = [this] { RzShapeButton4Click(); };
   RzShapeButton5->OnClick = [this] { RzShapeButton5Click(); };
   AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
-  moves(Suivant, DM->acce_caisse, &Dataset::Next);
-  moves(Dernier, DM->acce_caisse, &Dataset::Last);
-  moves(Precedent, DM->acce_caisse, &Dataset::Prior);
-  moves(Premier, DM->acce_caisse, &Dataset::First);
+  navigates(DM->acce_caisse, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
 

@@ -16,10 +16,7 @@ Tliste_caisseF::Tliste_caisseF() : TForm("liste_caisseF") {
   AdvSmoothButton4->OnClick = [this] { AdvSmoothButton4Click(); };
   AdvSmoothButton9->OnClick = [this] { AdvSmoothButton9Click(); };
   AdvSmoothButton2->OnClick = [this] { AdvSmoothButton2Click(); };
-  moves(AdvSmoothButton8, DM->Caisse, &Dataset::First);
-  moves(AdvSmoothButton7, DM->Caisse, &Dataset::Prior);
-  moves(AdvSmoothButton5, DM->Caisse, &Dataset::Next);
-  moves(AdvSmoothButton6, DM->Caisse, &Dataset::Last);
+  navigates(DM->Caisse, AdvSmoothButton8, AdvSmoothButton7, AdvSmoothButton5, AdvSmoothButton6);
   Ready();
 }
 
@@ -47,10 +44,11 @@ void Tliste_caisseF::AdvSmoothButton4Click() {
 void Tliste_caisseF::AdvSmoothButton9Click() {
   DM->acce_caisse.Refresh();
   DM->acce_caisse.FilterBy("id_caisse='" + DM->Caisse["ID_caise"].text() + "'");
-  if (!DM->acce_caisse.Eof())
+  if (!DM->acce_caisse.Eof()) {
     ShowMessage("Vous devez d'abord supprimer l'affectation des caisses");
-  else
-    deleteOnConsent(DM->Caisse);
+  } else if (ConfirmDeletion()) {
+    DM->Caisse.Delete();
+  }
   DM->acce_caisse.Filtered(false);
 }
 

@@ -2,7 +2,6 @@
 
 #include "data/DMU.h"
 #include "shell/Entry.h"
-#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
@@ -12,7 +11,7 @@ TC_articleF::TC_articleF() : TForm("C_articleF") {
   setupUi(this);
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
   Fermer->OnClick = [this] { FermerClick(); };
-  InsertImage->OnClick = [this] { InsertImageClick(); };
+  InsertImage->OnClick = [this] { insertImage(*DBImage1); };
   wireKeyboardPath();
   Ready();
 }
@@ -42,11 +41,6 @@ void TC_articleF::FermerClick() {
   DM->Article.Cancel();
   paintRed({DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1}, false);
   endEntry(*this);
-}
-
-void TC_articleF::InsertImageClick() {
-  const std::string file = Messages::current().openPicture();
-  if (!file.empty()) DBImage1->LoadFromFile(file);
 }
 
 }  // namespace tavoline

@@ -13,7 +13,6 @@ class TC_articleF : public TForm, public Ui::C_articleF {
  private:
   void EnregistrerClick();
   void FermerClick();
-  void InsertImageClick();
   void wireKeyboardPath();
 };
 

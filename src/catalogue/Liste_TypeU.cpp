@@ -14,10 +14,7 @@ TListe_TypeF::TListe_TypeF() : TForm("Liste_TypeF") {
   Modifier->OnClick = [this] { ModifierClick(); };
   Supprimer->OnClick = [this] { SupprimerClick(); };
   Quitter->OnClick = [this] { QuitterClick(); };
-  moves(Premier, DM->type_produit, &Dataset::First);
-  moves(Precedent, DM->type_produit, &Dataset::Prior);
-  moves(Suivant, DM->type_produit, &Dataset::Next);
-  moves(Dernier, DM->type_produit, &Dataset::Last);
+  navigates(DM->type_produit, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
 

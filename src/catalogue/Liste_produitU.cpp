@@ -8,13 +8,15 @@
 #include "shell/Entry.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/report/Report.h"
 #include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
 TListe_produitF* Liste_produitF = nullptr;
 
-TListe_produitF::TListe_produitF() : TForm("Liste_produitF") {
+TListe_produitF::TListe_produitF()
+    : TForm("Liste_produitF"), frxReport1(std::make_unique<Report>("TListe_produitF", "frxReport1", this)) {
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
@@ -29,19 +31,17 @@ TListe_produitF::TListe_produitF() : TForm("Liste_produitF") {
   DBGridEh1->OnCellColour = [this](Dataset& rows, std::size_t record, const std::string& field) {
     return DBGridEh1CellColour(rows, record, field);
   };
-  moves(Premier, DM->Article, &Dataset::First);
-  moves(Precedent, DM->Article, &Dataset::Prior);
-  moves(Suivant, DM->Article, &Dataset::Next);
-  moves(Dernier, DM->Article, &Dataset::Last);
+  navigates(DM->Article, Premier, Precedent, Suivant, Dernier);
 
   auto* Annulerlesfiltres1 = new QAction(QStringLiteral("Annuler les filtres"), this);
   Annulerlesfiltres1->setObjectName(QStringLiteral("Annulerlesfiltres1"));
   Annulerlesfiltres1->setShortcut(Qt::Key_Escape);
-  Annulerlesfiltres1->setShortcutContext(Qt::WidgetWithChildrenShortcut);
   connect(Annulerlesfiltres1, &QAction::triggered, this, [this] { guarded([this] { InitialiserClick(); }); });
   addAction(Annulerlesfiltres1);
   Ready();
 }
+
+TListe_produitF::~TListe_produitF() = default;
 
 void TListe_produitF::showEntry(const char* mode) {
   C_articleF->Label5->Caption(mode);
@@ -74,7 +74,7 @@ void TListe_produitF::QuitterClick() {
   Close();
 }
 
-// The list is not printed from here; its document stands ready in frxReport1.
+// In the place of a print button, and without an action.
 void TListe_produitF::ImprimerClick() {}
 
 void TListe_produitF::FiltrerClick() {

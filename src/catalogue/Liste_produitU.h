@@ -1,9 +1,13 @@
 #pragma once
 
+#include <memory>
+
 #include "toolkit/forms/TForm.h"
 #include "ui_Liste_produitU.h"
 
 namespace tavoline {
+
+class Report;
 
 /// The catalogue: all articles, searched by code, designation and category, the low stocks marked. From the
 /// first time that the purchase entry makes RzRapidFireButton1 visible, a double click picks instead of
@@ -11,6 +15,9 @@ namespace tavoline {
 class TListe_produitF : public TForm, public Ui::Liste_produitF {
  public:
   TListe_produitF();
+  ~TListe_produitF() override;
+
+  std::unique_ptr<Report> frxReport1;  ///< The list of products, ready as a template. Nothing launches it.
 
  protected:
   void FormClose() override;

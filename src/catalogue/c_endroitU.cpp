@@ -22,6 +22,7 @@ void Tc_endroitF::EnregistrerClick() {
 
 void Tc_endroitF::FermerClick() {
   DM->Endroit.Cancel();
+  paintRed({RzDBEdit2}, false);
   endEntry(*this);
 }
 

@@ -14,10 +14,7 @@ Tliste_endroitF::Tliste_endroitF() : TForm("liste_endroitF") {
   Modifier->OnClick = [this] { ModifierClick(); };
   Supprimer->OnClick = [this] { SupprimerClick(); };
   Quitter->OnClick = [this] { QuitterClick(); };
-  moves(Premier, DM->Endroit, &Dataset::First);
-  moves(Precedent, DM->Endroit, &Dataset::Prior);
-  moves(Suivant, DM->Endroit, &Dataset::Next);
-  moves(Dernier, DM->Endroit, &Dataset::Last);
+  navigates(DM->Endroit, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
 

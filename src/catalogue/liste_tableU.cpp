@@ -18,11 +18,9 @@ Tliste_tableF::Tliste_tableF() : TForm("liste_tableF") {
   Quitter->OnClick = [this] { QuitterClick(); };
   Filtrer->OnClick = [this] { FiltrerClick(); };
   Initialiser->OnClick = [this] { InitialiserClick(); };
+  navigates(DM->Table_, Premier, Precedent, Suivant, Dernier);
   // The button in the place of "first" goes one row back here, unlike on the list of places.
   moves(Premier, DM->Table_, &Dataset::Prior);
-  moves(Precedent, DM->Table_, &Dataset::Prior);
-  moves(Suivant, DM->Table_, &Dataset::Next);
-  moves(Dernier, DM->Table_, &Dataset::Last);
   Ready();
 }
 

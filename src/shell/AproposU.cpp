@@ -6,7 +6,7 @@ TAproposF* AproposF = nullptr;
 
 TAproposF::TAproposF() : TForm("AproposF") {
   setupUi(this);
-  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+  setWindowFlags(kSystemButtonOnly);
   Ready();
 }
 

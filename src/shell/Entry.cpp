@@ -4,6 +4,7 @@
 
 #include "data/dataset/Dataset.h"
 #include "shell/MenuU.h"
+#include "toolkit/controls/DBImage.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
@@ -41,6 +42,18 @@ void deleteOnConsent(Dataset& rows) {
 
 void moves(Button* button, Dataset& rows, void (Dataset::*step)()) {
   button->OnClick = [&rows, step] { (rows.*step)(); };
+}
+
+void navigates(Dataset& rows, Button* first, Button* prior, Button* next, Button* last) {
+  moves(first, rows, &Dataset::First);
+  moves(prior, rows, &Dataset::Prior);
+  moves(next, rows, &Dataset::Next);
+  moves(last, rows, &Dataset::Last);
+}
+
+void insertImage(DBImage& image) {
+  const std::string file = Messages::current().openPicture();
+  if (!file.empty()) image.LoadFromFile(file);
 }
 
 }  // namespace tavoline

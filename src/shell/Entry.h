@@ -12,6 +12,7 @@
 namespace tavoline {
 
 class Dataset;
+class DBImage;
 
 /// The gesture "list and entry": the list starts an Insert or an Edit and opens the entry screen, the menu's
 /// column of buttons is disabled meanwhile, and the entry screen saves or cancels. What every such pair
@@ -51,7 +52,13 @@ bool mandatory(const EntryInputs& inputs,
 /// Deletes the current row once the user has agreed; asks nothing and does nothing at Eof.
 void deleteOnConsent(Dataset& rows);
 
-/// Makes a button move the current row: moves(AdvSmoothButton8, DM->Caisse, &Dataset::First).
+/// Makes a button move the current row: moves(Premier, DM->Table_, &Dataset::Prior).
 void moves(Button* button, Dataset& rows, void (Dataset::*step)());
+/// Makes the four buttons move to the first, previous, next and last row.
+void navigates(Dataset& rows, Button* first, Button* prior, Button* next, Button* last);
+
+/// "Insert Image": asks for a picture file and puts it into the control's field, by way of the clipboard,
+/// whose earlier content is lost. A broken file is refused with a sentence and changes nothing.
+void insertImage(DBImage& image);
 
 }  // namespace tavoline

@@ -2,7 +2,6 @@
 
 #include "data/DMU.h"
 #include "shell/Entry.h"
-#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
@@ -12,7 +11,7 @@ TutilisateurFF::TutilisateurFF() : TForm("utilisateurFF") {
   setupUi(this);
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
   Fermer->OnClick = [this] { FermerClick(); };
-  InsertImage->OnClick = [this] { InsertImageClick(); };
+  InsertImage->OnClick = [this] { insertImage(*DBImage1); };
   Ready();
 }
 
@@ -30,11 +29,6 @@ void TutilisateurFF::EnregistrerClick() {
 void TutilisateurFF::FermerClick() {
   DM->utilisateur.Cancel();
   endEntry(*this);
-}
-
-void TutilisateurFF::InsertImageClick() {
-  const std::string file = Messages::current().openPicture();
-  if (!file.empty()) DBImage1->LoadFromFile(file);
 }
 
 }  // namespace tavoline

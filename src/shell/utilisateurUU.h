@@ -17,7 +17,6 @@ class TutilisateurFF : public TForm, public Ui::utilisateurFF {
  private:
   void EnregistrerClick();
   void FermerClick();
-  void InsertImageClick();
 };
 
 extern TutilisateurFF* utilisateurFF;

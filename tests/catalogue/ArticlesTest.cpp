@@ -1,8 +1,11 @@
 #include <QtCore/QFile>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 
 #include "catalogue/CatalogueFixture.h"
-#include "toolkit/theme/Theme.h"
+#include "toolkit/report/Document.h"
+#include "toolkit/report/Report.h"
 
 namespace tavoline {
 namespace {
@@ -37,7 +40,7 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
   ws.answers({{kMandatory}, {testing::HasSubstr("existe déjà")}});
   ws.tap("C_articleF.Enregistrer");  // neither category nor stock mode
   for (const char* input : {"DBEdit1", "DBEdit2", "RzDBComboBox1", "RzDBLookupComboBox1"})
-    EXPECT_TRUE(ws.control(std::string("C_articleF.") + input)->property("red").toBool()) << input;
+    EXPECT_TRUE(red(std::string("C_articleF.") + input)) << input;
   C_articleF->RzDBLookupComboBox1->Choose(1);
   C_articleF->RzDBComboBox1->Text("OUI");
   ws.tap("C_articleF.Enregistrer");
@@ -46,7 +49,7 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
   ws.tap("C_articleF.Fermer");
   EXPECT_EQ(ws.value("select count(*) from article"), "4");
   for (const char* input : {"DBEdit1", "DBEdit2", "RzDBComboBox1", "RzDBLookupComboBox1"})
-    EXPECT_FALSE(ws.control(std::string("C_articleF.") + input)->property("red").toBool()) << input;
+    EXPECT_FALSE(red(std::string("C_articleF.") + input)) << input;
 }
 
 TEST_F(Articles, AnArticleIsEnteredAndItsCodesSortAsText) {
@@ -180,19 +183,22 @@ TEST_F(Articles, APictureIsTakenWholeAndABrokenOneRefused) {
   const QImage kept = QImage::fromData(stored->data(), static_cast<int>(stored->size()));
   EXPECT_LE(std::max(kept.width(), kept.height()), 1024);
   EXPECT_NEAR(kept.width() * 2.0 / kept.height(), 3.0, 0.05);
+  EXPECT_EQ(QGuiApplication::clipboard()->image().size(), kept.size());
 }
 
-TEST_F(Articles, ChangingAnEmptyListAsksForWhatIsMandatory) {
+TEST_F(Articles, TheFirstOfAnEmptyListIsNumberOne) {
   ws.sql("delete from article");
   DM->Article.Reopen();
-  ws.tap("Liste_produitF.Modifier");
-  EXPECT_EQ(DM->Article.State(), DatasetState::Insert);
-  ws.answers({{kMandatory}});
-  ws.tap("C_articleF.Enregistrer");
-  ws.tap("C_articleF.Fermer");
   ws.tap("Liste_produitF.x7");  // no row, no question
   ws.tap("Liste_produitF.Ajouter");
   EXPECT_EQ(ws.text("C_articleF.DBEdit1"), "1");
+}
+
+TEST_F(Articles, TheListOwnsADocumentThatNothingLaunches) {
+  ws.tap("Liste_produitF.Imprimer");
+  EXPECT_FALSE(Liste_produitF->frxReport1->pages());
+  Liste_produitF->frxReport1->PrepareReport();
+  EXPECT_THAT(Liste_produitF->frxReport1->pages()->dump(), testing::HasSubstr("Liste des Produits"));
 }
 
 }  // namespace

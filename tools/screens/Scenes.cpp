@@ -3,10 +3,14 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QApplication>
 
+#include "cash/acc_caisseU.h"
 #include "data/DMU.h"
 #include "sales/Commande_avnU.h"
 #include "sales/RenduU.h"
 #include "sales/commandeU.h"
+#include "shell/AproposU.h"
+#include "shell/clavierU.h"
+#include "toolkit/controls/Lookup.h"
 #include "tools/screens/Stage.h"
 
 namespace tavoline {
@@ -42,6 +46,15 @@ void closeTable(Stage& stage) {
     stage.tap("RenduF.Enregistrer");
   });
   stage.tap("Commande_avnF.Cloturer");
+}
+
+// A button that opens an entry as a modal screen, which is kept and left again.
+void tapModal(Stage& stage, const char* button, const char* file, const char* leave) {
+  Stage::whenModal([=, &stage](QWidget&) {
+    stage.keep(file);
+    stage.tap(leave);
+  });
+  stage.tap(button);
 }
 
 }  // namespace
@@ -91,14 +104,47 @@ std::vector<Scene> scenes() {
          });
          stage.control<QAction>("liste_commandeF.FacturesClient").trigger();
        }},
-      {"articles", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton9"); }},
+      {"articles",
+       [](Stage& stage) {
+         stage.tap("MenuF.AdvSmoothButton9");
+         stage.tap("Liste_produitF.Initialiser");  // the sale leaves its own filter
+         for (int row = 0; row < 21; ++row) stage.tap("Liste_produitF.Suivant");
+       }},
       {"article", [](Stage& stage) { stage.tap("Liste_produitF.Modifier"); }},
-      {"tables",
+      {"places",
        [](Stage& stage) {
          stage.tap("C_articleF.Fermer");
+         stage.choose("Endroit1");
+       }},
+      {"place", [](Stage& stage) { stage.tap("liste_endroitF.Modifier"); }},
+      {"tables",
+       [](Stage& stage) {
+         stage.tap("c_endroitF.Fermer");
          stage.choose("ListedesTable1");
        }},
-      {"desks", [](Stage& stage) { stage.choose("CreationnouveauCaisse1"); }},
+      {"table", [](Stage& stage) { stage.tap("liste_tableF.Modifier"); }},
+      {"categories",
+       [](Stage& stage) {
+         stage.tap("C_tableF.Fermer");
+         stage.choose("ypedeProduit1");
+       }},
+      {"category", [](Stage& stage) { stage.tap("Liste_TypeF.Modifier"); }},
+      {"vat",
+       [](Stage& stage) {
+         stage.tap("Type_produitF.Fermer");
+         stage.choose("ModifierTVA1");
+       }},
+      {"desks",
+       [](Stage& stage) {
+         stage.tap("TVAF.Enregistrer");
+         stage.choose("CreationnouveauCaisse1");
+         tapModal(stage, "liste_caisseF.AdvSmoothButton4", "desk", "C_caisseF.Fermer");
+       }},
+      {"assignments",
+       [](Stage& stage) {
+         stage.choose("AffctaiondeCaisse1");
+         tapModal(stage, "liste_aff_caisseF.RzShapeButton4", "assignment", "Aff_caisseF.Fermer");
+       }},
       {"utilisateurs", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton2"); }},
       {"utilisateur", [](Stage& stage) { stage.tap("Configuration_utlisateurF.Modifier"); }},
       {"a-propos",
@@ -106,6 +152,25 @@ std::vector<Scene> scenes() {
          stage.tap("utilisateurFF.Fermer");
          stage.tap("Configuration_utlisateurF.Quitter");
          stage.choose("N2");
+       }},
+      {"keypad",
+       [](Stage&) {
+         AproposF->Close();
+         clavierF->Show();
+       }},
+      {"",
+       [](Stage& stage) {
+         clavierF->Close();
+         stage.choose("ChangerUtilisateur1");
+         stage.type("LoginF.RzEdit2", "32");
+         stage.type("LoginF.RzEdit1", "3232");
+         stage.tap("LoginF.RzBitBtn2");
+         Stage::whenModal([&stage](QWidget&) {
+           stage.keep("desk-of-the-day");
+           acc_caisseF->RzDBLookupComboBox1->Choose("C002");
+           stage.tap("acc_caisseF.Enregistrer");
+         });
+         stage.tap("MenuF.AdvSmoothButton6");
        }},
   };
 }
