@@ -86,9 +86,18 @@ TEST_F(HistoryTest, FourCombinationsFilterAndTheOthersChangeNothing) {
   }
 }
 
-TEST_F(HistoryTest, EnterInAFilterFilters) {
+TEST_F(HistoryTest, EnterInAnyFilterFilters) {
   type(history().RzEdit1, "4\n");
   EXPECT_EQ(shown(), "4");
+  press(history().Initialiser);
+  type(history().RzDateTimeEdit1, "14/07/2024\n");
+  EXPECT_EQ(shown(), "1 3");
+  type(history().RzDateTimeEdit2, "31/07/2024\n");
+  EXPECT_EQ(shown(), "1 3");
+  history().RzDBLookupComboBox1->Text("Encours");
+  history().RzDBLookupComboBox1->setFocus();
+  pressKey(Qt::Key_Return);
+  EXPECT_EQ(shown(), "3");
 }
 
 TEST_F(HistoryTest, ANumberThatIsNoneIsRefusedByTheData) {
@@ -182,6 +191,18 @@ TEST_F(HistoryTest, AnOrderIsTiedToAClientByCodeOrByName) {
     press(fac_clF->Enregistrer);
   });
   EXPECT_EQ(invoiced(), "inconnu||ab12");
+}
+
+TEST_F(HistoryTest, TheGridDeletesARowAloneAndAsksBefore) {
+  standOn(3);
+  history().DBGrid1->SetFocus();
+  for (const bool yes : {false, true}) {
+    answer(yes);
+    pressKey(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_THAT(asked(), ElementsAre("confirmation: voulez-vous vraiment supprimer"));
+    EXPECT_EQ(shown(), yes ? "1 2 4 5" : "1 2 3 4 5");
+  }
+  EXPECT_EQ(row("select count(*) from commande") + row("select count(*) from relation_commande"), "45");
 }
 
 TEST_F(HistoryTest, DeletingAnOrderGivesNothingBack) {

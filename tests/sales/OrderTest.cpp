@@ -29,6 +29,20 @@ TEST_F(OrderTest, TilesStandByArticleCodeWithPictureNameAndPrice) {
     EXPECT_EQ(tile->size(), QSize(140, 130));
 }
 
+TEST_F(OrderTest, OnlyAPictureThatCanBeDecodedIsShown) {
+  const auto looks = [this](const char* picture) {
+    store("update article set IMAGE=" + std::string(picture) + " where code_barre='1'");
+    DM->Article.Reopen();
+    chooseCategory(1);
+    return articleTile("Café")->grab().toImage();
+  };
+  const QImage captionAlone = looks("null");
+  EXPECT_EQ(looks("x'424d0102'"), captionAlone);
+  EXPECT_NE(looks("x'424D3A0000000000000036000000280000000100000001000000010018000000000004000000"
+                  "000000000000000000000000000000000000FF00'"),
+            captionAlone);
+}
+
 TEST_F(OrderTest, TheFirstTapAddsTheLineTakesTheStockAndMarksTheTable) {
   EXPECT_FALSE(Commande_avnF->RzPanel10->isVisible());
   tapArticle("Café");

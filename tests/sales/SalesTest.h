@@ -64,7 +64,7 @@ class SalesTest : public ::testing::Test {
   Panel* articleTile(const std::string& designation);  ///< In sight, ready for a finger; null if absent.
   void tapArticle(const std::string& designation, int category = 1);
   void clickLine(int line);
-  void pressKey(Qt::Key key) { workstation_.press(key); }
+  void pressKey(Qt::Key key, Qt::KeyboardModifiers with = {}) { workstation_.press(key, with); }
   /// Steps on the modal screen that an action, or a button, opens.
   void during(const std::function<void()>& action, const std::function<void()>& steps) {
     workstation_.during(action, steps);

@@ -10,6 +10,7 @@
 #include "toolkit/controls/ColumnFit.h"
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/GridCells.h"
+#include "toolkit/controls/GridMenu.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
 
@@ -210,6 +211,7 @@ DBGrid::DBGrid(QWidget* parent)
     });
   });
   connect(this, &QTableView::doubleClicked, this, [this] { guarded(OnDblClick); });
+  new GridMenu(*this, [this](const QModelIndex& index) { guarded([&] { standOn(index); }); });
 }
 
 DBGrid::~DBGrid() = default;
@@ -261,7 +263,17 @@ void DBGrid::standOn(const QModelIndex& index) {
   if (dataset()->RecordNumber() != index.row()) dataset()->MoveTo(std::size_t(index.row()));
 }
 
+void DBGrid::deleteCurrentRow() {
+  if (!dataset() || dataset()->Eof() || !ConfirmDeletion()) return;
+  dataset()->Delete();
+  sync();
+}
+
 void DBGrid::keyPressEvent(QKeyEvent* event) {
+  if (!readOnly_ && event->key() == Qt::Key_Delete && event->modifiers() == Qt::ControlModifier) {
+    guarded([this] { deleteCurrentRow(); });
+    return event->accept();
+  }
   const int rows = model_->rowCount();
   const int page = std::max(1, viewport()->height() / rowPixels - 1);
   const int from = model_->current();

@@ -19,7 +19,8 @@ namespace tavoline {
 /// "prix=Prix|rw,120". Columns are as wide as their titles and the rows in sight, and have at least that
 /// width where there is room. Where there is too little, titles take two lines, then texts are cut; with
 /// `wordWrap` a text too long for its cell goes on below. What is typed in a cell is posted when its row is
-/// left.
+/// left; Ctrl+Delete deletes the current row of a grid that is not read only, once confirmed. The actions of
+/// a grid are its menu (see GridMenu).
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -52,6 +53,7 @@ class DBGrid : public QTableView, public Binding {
   class Model;
   void standOn(const QModelIndex& index);
   void showCurrentRow();
+  void deleteCurrentRow();
   void fitColumns();
 
   QStringList columns_;

@@ -3,8 +3,13 @@
 #include "toolkit/ToolkitFixture.h"
 #include "toolkit/controls/DBGrid.h"
 
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QPointingDevice>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 
 namespace tavoline {
@@ -197,6 +202,38 @@ TEST_F(GridTest, WrappedTextsKeepAllColumnsInSight) {
     for (int column = 0; column < 4; ++column) total += grid->columnWidth(column);
     EXPECT_EQ(total, grid->viewport()->width()) << width;
     EXPECT_GE(grid->columnWidth(2), grid->fontMetrics().horizontalAdvance("10,5")) << width;
+  }
+}
+
+TEST_F(GridTest, TheMenuIsForTheRowUnderTheFinger) {
+  QAction reprint(QStringLiteral("Réimprimer"), grid);
+  std::string chosen;
+  QObject::connect(&reprint, &QAction::triggered, grid, [&] { chosen = current(); });
+  grid->addAction(&reprint);
+  open();
+  const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+  const std::function<void(QPoint)> opens[] = {
+      [&](QPoint at) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, grid->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(grid->viewport(), &event);
+      },
+      [&](QPoint at) {
+        const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+        QTest::touchEvent(grid, finger.get()).press(0, grid->viewport()->mapTo(grid, at), grid);
+        station.waitUntil([&] { return menu() != nullptr; });
+        QTest::touchEvent(grid, finger.get()).release(0, grid->viewport()->mapTo(grid, at), grid);
+      },
+  };
+  int row = 2;
+  for (const auto& open : opens) {
+    chosen.clear();
+    open(place(++row, 1));
+    ASSERT_TRUE(menu());
+    EXPECT_EQ(menu()->actions(), QList<QAction*>{&reprint});
+    reprint.trigger();
+    EXPECT_EQ(chosen, "0000" + std::to_string(row + 1));
+    menu()->close();
+    station.settle();
   }
 }
 
