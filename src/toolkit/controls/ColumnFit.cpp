@@ -36,4 +36,12 @@ std::vector<int> fitColumns(const std::vector<ColumnWish>& wishes, std::size_t r
   return widths;
 }
 
+void narrowBroken(std::vector<int>& widths, const std::vector<ColumnWish>& wishes, std::size_t rest) {
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    if (i == rest || widths[i] >= wishes[i].whole || widths[i] <= wishes[i].least) continue;
+    widths[rest] += widths[i] - wishes[i].least;
+    widths[i] = wishes[i].least;
+  }
+}
+
 }  // namespace tavoline

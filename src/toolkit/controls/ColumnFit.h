@@ -17,4 +17,8 @@ struct ColumnWish {
 /// none below its least. They may then still be too wide together.
 std::vector<int> fitColumns(const std::vector<ColumnWish>& wishes, std::size_t rest, int room);
 
+/// Where texts go on below: a column that is too narrow for them on one line needs no more than its least,
+/// and leaves what it has above that to the column `rest`.
+void narrowBroken(std::vector<int>& widths, const std::vector<ColumnWish>& wishes, std::size_t rest);
+
 }  // namespace tavoline

@@ -368,7 +368,8 @@ void DBGrid::fitColumns() {
     whole = std::min(std::max(whole, narrowestTitle(title, titles)) + air, std::max(widestFit, cut + air));
     wishes.push_back({std::max({shown.width, onOneLine, whole}), whole, std::max(cut, broken) + air});
   }
-  const std::vector<int> widths = tavoline::fitColumns(wishes, rest, fittedWidth_);
+  std::vector<int> widths = tavoline::fitColumns(wishes, rest, fittedWidth_);
+  if (wordWrap()) narrowBroken(widths, wishes, rest);
   int tallest = 0;
   for (std::size_t column = 0; column < widths.size(); ++column) {
     setColumnWidth(int(column), widths[column]);

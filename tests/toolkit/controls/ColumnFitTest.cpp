@@ -25,6 +25,10 @@ TEST(ColumnFit, SharesTheRoom) {
   };
   for (const auto& c : cases) EXPECT_EQ(fitColumns(wishes, c.rest, c.room), c.expected) << c.what;
   EXPECT_TRUE(fitColumns({}, 0, 100).empty());
+
+  Widths widths = {70, 150, 120};
+  narrowBroken(widths, wishes, 2);
+  EXPECT_EQ(widths, (Widths{60, 150, 130})) << "only what is broken gives way";
 }
 
 }  // namespace
