@@ -23,6 +23,7 @@ constexpr int titlePixels = 44;  // of one line
 constexpr int titleAir = 14;     // above and below titles of more lines
 constexpr int widestFit = 420;   // pixels that fitting gives a column at most
 constexpr int shortText = 100;   // pixels of a text that is not worth cutting
+constexpr int shortWord = 75;    // the same of a word, whose letters can be made smaller
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
 
@@ -356,11 +357,9 @@ void DBGrid::fitColumns() {
       const QString text = model_->index(row, column).data().toString();
       const int width = texts.horizontalAdvance(text);
       whole = std::max(whole, width);
-      if (wordWrap()) {
-        cut = std::max(cut, longestWord(text, texts));
-      } else {
-        cut = std::max(cut, shown.type == FieldType::Text ? std::min(width, shortText) : width);
-      }
+      const int unbroken = wordWrap() ? longestWord(text, texts) : width;
+      const int enough = wordWrap() ? shortWord : shortText;
+      cut = std::max(cut, shown.type == FieldType::Text ? std::min(unbroken, enough) : unbroken);
     }
     const QString title = shown.title.trimmed();
     const int onOneLine = horizontalHeader()->sectionSizeHint(column);
