@@ -34,6 +34,11 @@ TEST_F(ClosingTest, TheClosingWritesTotalsThenDeskThenTable) {
   EXPECT_EQ(row("select solde from caisse where ID_caise='C000'"), "5000.0");
   EXPECT_EQ(row("select etat, control, n_commande from Table_ where ID_table=1"), "OFF|open|0");
   EXPECT_EQ(stockOf("Plat"), "7") << "a closing moves no stock";
+
+  tap("T1");
+  EXPECT_EQ(Commande_avnF->DBText3->Caption(), "2") << "the table takes the next order";
+  EXPECT_EQ(lines(), "");
+  EXPECT_EQ(Commande_avnF->DBText2->Caption(), "");
 }
 
 TEST_F(ClosingTest, WithoutUseOfTheTaxTheTotalIsNetOfTheDiscountOnly) {
@@ -120,16 +125,6 @@ TEST_F(ClosingTest, TheTicketsShowTheOrder) {
               HasSubstr("T1"));
   during(Commande_avnF->Cloturer,
          [this] { EXPECT_THAT(finish(), AllOf(HasSubstr("Café"), HasSubstr("214,2 DA"))); });
-}
-
-TEST_F(ClosingTest, AClosedOrderFreesItsTableForTheNext) {
-  tapArticle("Café");
-  closeOrder();
-  tap("T1");
-  EXPECT_EQ(Commande_avnF->DBText3->Caption(), "2");
-  EXPECT_EQ(Commande_avnF->Label4->Caption(), "insert");
-  EXPECT_EQ(lines(), "");
-  EXPECT_EQ(Commande_avnF->DBText2->Caption(), "");
 }
 
 TEST_F(ClosingTest, TwoWorkstationsLoseNoOrderButMayLoseACredit) {

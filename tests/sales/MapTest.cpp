@@ -5,6 +5,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 class MapTest : public SalesTest {};
 
@@ -107,20 +108,15 @@ TEST_F(MapTest, AHeldTableIsRefusedAndTheMenuStaysShut) {
   EXPECT_EQ(MenuF->Label2->Caption(), "Active");
   EXPECT_FALSE(DM->Table_.Filtered());
   EXPECT_THAT(tableTiles(), ElementsAre("btn0 T1", "btn1 T2", "btn2 L'angle", "btn3 Bizarre"));
+  store("delete from Table_ where ID_table=5");
+  tap("Bizarre");
+  EXPECT_THAT(said(), SizeIs(1)) << "a table deleted elsewhere is refused the same";
+  EXPECT_THAT(writes(), IsEmpty());
 
   tap("T2");
   press(Commande_avnF->Fermer);
   EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled()) << "leaving another order is the way back";
   EXPECT_EQ(MenuF->Label2->Caption(), "");
-}
-
-TEST_F(MapTest, ATableDeletedElsewhereIsRefusedLikeAHeldOne) {
-  openMap();
-  choosePlace(1);
-  store("delete from Table_ where ID_table=2");
-  tap("T2");
-  EXPECT_THAT(said(), ElementsAre("cette table est reserver par un autre utilisateur , merci de pationter"));
-  EXPECT_THAT(writes(), IsEmpty());
 }
 
 TEST_F(MapTest, AnApostropheInATableNameEndsInTheFiltersError) {
