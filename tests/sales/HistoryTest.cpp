@@ -5,7 +5,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 class HistoryTest : public SalesTest {
  protected:
@@ -127,7 +126,7 @@ TEST_F(HistoryTest, TheReprintIsGuardedByTheLinesOfTheOrderEntry) {
   EXPECT_THAT(said(), ElementsAre("Opétation incomplet"))
       << "the order entry was opened before there were lines";
   DM->relation_commande1.Reopen();
-  EXPECT_THAT(printed([this] { history().Reimprimer->trigger(); }, *history().frxReport1), HasSubstr("Café"));
+  EXPECT_THAT(printed([] { history().Reimprimer->trigger(); }, *history().frxReport1), HasSubstr("Café"));
   EXPECT_EQ(DM->imp_commande["n_commande"], Value(4));
 }
 
@@ -136,7 +135,7 @@ TEST_F(HistoryTest, AnInvoiceNeedsAClient) {
   history().ImprimerFactureClient->trigger();
   EXPECT_THAT(said(), ElementsAre("Facture incomplet"));
   store("update commande set code_client='K3', client='Zidi' where n_commande=4");
-  EXPECT_THAT(printed([this] { history().ImprimerFactureClient->trigger(); }, *history().frxReport2),
+  EXPECT_THAT(printed([] { history().ImprimerFactureClient->trigger(); }, *history().frxReport2),
               HasSubstr("Zidi"));
   EXPECT_FALSE(DM->imp_facture_vente.Filtered());
 }
@@ -158,7 +157,7 @@ TEST_F(HistoryTest, AnOrderIsTiedToAClientByCodeOrByName) {
   press(history().Initialiser);
   const auto tie = [this](const std::function<void()>& steps) {
     standOn(4);
-    during([this] { history().FacturesClient->trigger(); }, steps);
+    during([] { history().FacturesClient->trigger(); }, steps);
     EXPECT_FALSE(DM->commande.Filtered());
   };
 

@@ -39,7 +39,7 @@ class Life : public SalesTest {
   std::string contents() { return row(Contents); }
   /// Runs `strike` when the n-th write from now on is asked for.
   void atWrite(int n, const std::function<void()>& strike) {
-    recording().beforeWrite = [this, n, strike, count = 0]() mutable {
+    recording().beforeWrite = [n, strike, count = 0]() mutable {
       if (++count == n) strike();
     };
   }

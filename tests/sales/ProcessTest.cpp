@@ -1,11 +1,11 @@
 // Workstations as processes: one that is killed, and two on one store. Each process makes an application of
 // its own, as an application with its threads does not survive a fork.
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QtWidgets/QApplication>
+#include <csignal>
 #include <fstream>
 
 #include "sales/Life.h"
@@ -19,7 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using Turns = test::StoreProcess::Turns;
 
 const char Held[] = "cette table est reserver par un autre utilisateur , merci de pationter";

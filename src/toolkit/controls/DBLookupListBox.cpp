@@ -1,16 +1,44 @@
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
+#include <QtWidgets/QStyledItemDelegate>
 
 #include "data/value/Errors.h"
+#include "toolkit/controls/FittedText.h"
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/Lookup.h"
 #include "toolkit/forms/Guard.h"
 
 namespace tavoline {
 
+namespace {
+
+constexpr int smallestLetters = 12;                  // pixels
+constexpr int airAtSides = 18, denseAirAtSides = 9;  // pixels of an entry without letters, on either side
+
+/// Where entries take two lines: makes the letters smaller where a word is still longer than the list is
+/// wide.
+class Entries : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto* list = static_cast<const QListWidget*>(option->widget);
+    if (!list->wordWrap()) return;
+    const int air = list->property("dense").toBool() ? denseAirAtSides : airAtSides;
+    const QSize room(list->viewport()->width() - 2 * air, 2 * option->fontMetrics.height());
+    option->font = fitText(option->text, option->font, room, smallestLetters).font;
+    option->fontMetrics = QFontMetrics(option->font);
+  }
+};
+
+}  // namespace
+
 DBLookupListBox::DBLookupListBox(QWidget* parent)
     : QListWidget(parent), Binding(this), fingers_(viewport(), FingerScroll::ByPointer) {
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setItemDelegate(new Entries(this));
   connect(this, &QListWidget::itemClicked, this,
           [this](QListWidgetItem* item) { guarded([&] { chosen(std::size_t(row(item))); }); });
 }
