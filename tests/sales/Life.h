@@ -25,6 +25,7 @@ class Life : public SalesTest {
   ~Life() override { SalesTest::TearDown(); }
   void TestBody() override {}
 
+  using SalesTest::answer;
   using SalesTest::closeOrder;
   using SalesTest::lines;
   using SalesTest::press;
@@ -73,6 +74,36 @@ class Life : public SalesTest {
     EXPECT_EQ(lines(), "3 Café 100 300");
   }
 
+  void beforeQuantity() {
+    beforeSecond();
+    press(Commande_avnF->Qte);
+    type(qteF->RzDBSpinEdit1, "3");
+  }
+  void saveQuantity() { press(qteF->Enregistrer); }
+  void quantityAgain(int) {
+    saveQuantity();
+    EXPECT_EQ(lines(), "3 Café 100 300");
+  }
+
+  void removeLine() {
+    answer(true);
+    press(Commande_avnF->Supp);
+  }
+  void removeAgain(int) {
+    removeLine();
+    EXPECT_EQ(lines(), "");
+  }
+
+  void beforeLeaving() {
+    beforeSecond();
+    store("update commande set login='zz'");  // what does not change a row would not reach the disk
+  }
+  void leaveTable() { press(Commande_avnF->Enregistrer); }
+  void leaveAgain(int) {
+    leaveTable();
+    EXPECT_EQ(row("select etat, control, n_commande from Table_ where ID_table=1"), "ON|open|1");
+  }
+
   void closeTable() { press(Commande_avnF->Cloturer); }
   void closeAgain(int failed) {
     closeOrder();
@@ -95,6 +126,9 @@ inline const Gesture Gestures[] = {
     {"taking a table", 3, &Life::beforeTable, &Life::takeTable, &Life::tableAgain},
     {"the first tap", 3, &Life::beforeFirst, &Life::tapCafe, &Life::firstAgain},
     {"the second tap", 2, &Life::beforeSecond, &Life::tapCafe, &Life::secondAgain},
+    {"saving a quantity", 2, &Life::beforeQuantity, &Life::saveQuantity, &Life::quantityAgain},
+    {"removing a line", 2, &Life::beforeSecond, &Life::removeLine, &Life::removeAgain},
+    {"leaving the table", 2, &Life::beforeLeaving, &Life::leaveTable, &Life::leaveAgain},
     {"closing the table", 7, &Life::beforeSecond, &Life::closeTable, &Life::closeAgain},
 };
 

@@ -1,3 +1,5 @@
+#include <QtWidgets/QScrollBar>
+
 #include "sales/SalesTest.h"
 
 namespace tavoline {
@@ -27,6 +29,26 @@ TEST_F(OrderTest, TilesStandByArticleCodeWithPictureNameAndPrice) {
   EXPECT_THAT(articleTiles(), ElementsAre("pl0 Plat 400"));
   for (const auto* tile : Commande_avnF->RzFlowPanel1->findChildren<Panel*>())
     EXPECT_EQ(tile->size(), QSize(140, 130));
+}
+
+TEST_F(OrderTest, AllIsInSightOnTheSmallestDisplay) {
+  store("update article set designation_article='PAIN AU CHOCOLAT MAISON' where code_barre='2'");
+  store("update type set Type_Produit='Rafraîchissements' where code=1");
+  DM->Article.Reopen();
+  DM->type_produit.Reopen();
+  chooseCategory(1);
+  for (const char* article : {"Café", "Eau", "PAIN AU CHOCOLAT MAISON"}) tapArticle(article);
+  const auto tiles = Commande_avnF->RzFlowPanel1->tiles<Panel>();
+  EXPECT_EQ(tiles[0]->y(), tiles[1]->y());
+  EXPECT_FALSE(tiles[1]->visibleRegion().isEmpty());
+  for (const QAbstractScrollArea* area : Commande_avnF->findChildren<QAbstractScrollArea*>())
+    EXPECT_FALSE(area->horizontalScrollBar()->isVisible()) << area->objectName().toStdString();
+  for (const QLabel* value : Commande_avnF->RzPanel10->findChildren<QLabel*>())
+    EXPECT_LE(value->minimumSizeHint().width(), value->width()) << value->text().toStdString();
+  for (const QLabel* label : Commande_avnF->findChildren<QLabel*>())
+    EXPECT_TRUE(label == Commande_avnF->DBText2 ||
+                label->fontInfo().pixelSize() < Commande_avnF->DBText2->fontInfo().pixelSize())
+        << label->objectName().toStdString();
 }
 
 TEST_F(OrderTest, OnlyAPictureThatCanBeDecodedIsShown) {
