@@ -39,8 +39,6 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
   EXPECT_EQ(ws.text("C_articleF.DBEdit2"), "CAFÉ CRÈME");
   ws.answers({{kMandatory}, {testing::HasSubstr("existe déjà")}});
   ws.tap("C_articleF.Enregistrer");  // neither category nor stock mode
-  for (const char* input : {"DBEdit1", "DBEdit2", "RzDBComboBox1", "RzDBLookupComboBox1"})
-    EXPECT_TRUE(red(std::string("C_articleF.") + input)) << input;
   C_articleF->RzDBLookupComboBox1->Choose(1);
   C_articleF->RzDBComboBox1->Text("OUI");
   ws.tap("C_articleF.Enregistrer");
@@ -48,8 +46,6 @@ TEST_F(Articles, TheNextCodeIsTheCountPlusOneEvenIfItExists) {
   EXPECT_EQ(ws.text("C_articleF.DBEdit2"), "CAFÉ CRÈME");
   ws.tap("C_articleF.Fermer");
   EXPECT_EQ(ws.value("select count(*) from article"), "4");
-  for (const char* input : {"DBEdit1", "DBEdit2", "RzDBComboBox1", "RzDBLookupComboBox1"})
-    EXPECT_FALSE(red(std::string("C_articleF.") + input)) << input;
 }
 
 TEST_F(Articles, AnArticleIsEnteredAndItsCodesSortAsText) {
@@ -98,6 +94,7 @@ TEST_F(Articles, TheSearchHasSevenCasesOfExactEquality) {
   DM->Article.FilterBy("code_barre='3'");
   ws.tap("Liste_produitF.Filtrer");
   EXPECT_EQ(codes(), "3");
+  MenuF->AdvSmoothButton9->setFocus();  // from anywhere in the window
   ws.press(Qt::Key_Escape);
   EXPECT_EQ(codes(), "12345");
   DM->Article.FilterBy("code_barre='3'");

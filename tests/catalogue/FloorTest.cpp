@@ -21,17 +21,10 @@ TEST_F(Floor, ThePlacesAreNumberedFromOneAndOnFromTheHighest) {
   EXPECT_FALSE(MenuF->RzGroupBar2->isEnabled());
   EXPECT_EQ(ws.text("c_endroitF.RzDBEdit1"), "1");
   EXPECT_FALSE(c_endroitF->RzDBEdit1->isEnabled());
-  ws.answers({{kMandatory}});
-  ws.tap("c_endroitF.Enregistrer");
-  EXPECT_TRUE(c_endroitF->Visible());
-  EXPECT_TRUE(red("c_endroitF.RzDBEdit2"));
-  EXPECT_EQ(ws.value("select count(*) from Endroit"), "0");
-  c_endroitF->RzDBEdit2->SetFocus();
   ws.settle();
   ws.type("Étage");
   ws.tap("c_endroitF.Enregistrer");
   EXPECT_FALSE(c_endroitF->Visible());
-  EXPECT_FALSE(red("c_endroitF.RzDBEdit2"));
   EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled());
   EXPECT_EQ(ws.sql("select ID_endroit, Endoit from Endroit"), (Workstation::Rows{{"1", "Étage"}}));
 
@@ -48,13 +41,9 @@ TEST_F(Floor, LeavingAnEntryKeepsNothing) {
   start();
   open(liste_endroitF);
   ws.tap("liste_endroitF.Modifier");
-  c_endroitF->RzDBEdit2->Clear();
-  ws.answers({{kMandatory}});
-  ws.tap("c_endroitF.Enregistrer");
   ws.settle();
   ws.type("autre");
   ws.tap("c_endroitF.Fermer");
-  EXPECT_FALSE(red("c_endroitF.RzDBEdit2"));
   EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled());
   EXPECT_EQ(ws.value("select Endoit from Endroit"), "Salle");
   EXPECT_EQ(DM->Endroit.State(), DatasetState::Browse);
@@ -102,8 +91,6 @@ TEST_F(Floor, ATableIsEnteredWithItsPlaceAndFree) {
   ws.type("T9");
   ws.answers({{kMandatory}});
   ws.tap("C_tableF.Enregistrer");  // no place yet
-  for (const char* input : {"C_tableF.DBEdit2", "C_tableF.RzDBComboBox1", "C_tableF.RzDBLookupComboBox1"})
-    EXPECT_TRUE(red(input)) << input;
   EXPECT_EQ(DM->Table_.State(), DatasetState::Insert);
   C_tableF->RzDBLookupComboBox1->Choose(4);
   EXPECT_EQ(ws.text("C_tableF.DBEdit4"), "Terrasse");
@@ -141,10 +128,6 @@ TEST_F(Floor, CategoriesAreAddedAndChangedButNeverDeleted) {
   open(Liste_TypeF);
   EXPECT_FALSE(Liste_TypeF->Supprimer->isEnabled());
   ws.tap("Liste_TypeF.Ajouter");
-  ws.answers({{kMandatory}});
-  ws.tap("Type_produitF.Enregistrer");
-  EXPECT_EQ(DM->type_produit.State(), DatasetState::Insert);
-  Type_produitF->RzDBEdit2->SetFocus();
   ws.settle();
   ws.type("PÂTISSERIES");
   ws.tap("Type_produitF.Enregistrer");

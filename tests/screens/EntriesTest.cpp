@@ -21,6 +21,8 @@ struct Pair {
   const char* entry;
   bool modal;
   const char* typed;           // the input that holds a free text
+  const char* required;        // the inputs that must be filled
+  bool redStays;               // they stay red when the entry is left by "Fermer"
   std::function<void()> fill;  // gives all that is mandatory
   const char* table;           // where it goes
   const char* taken;           // a row that another workstation saves under the same key
@@ -29,20 +31,20 @@ struct Pair {
 
 const Pair kPairs[] = {
     {"liste_endroitF", "Ajouter", "Modifier", "Premier", "Precedent", "Suivant", "Dernier", "c_endroitF",
-     false, "RzDBEdit2", [] { c_endroitF->RzDBEdit2->Text("Jardin"); }, "Endroit",
+     false, "RzDBEdit2", "RzDBEdit2", false, [] { c_endroitF->RzDBEdit2->Text("Jardin"); }, "Endroit",
      "insert into Endroit(ID_endroit, Endoit) values (2, 'autre')"},
     {"liste_tableF", "Ajouter", "Modifier", "Premier", "Precedent", "Suivant", "Dernier", "C_tableF", false,
-     "DBEdit2",
+     "DBEdit2", "DBEdit2 RzDBComboBox1 RzDBLookupComboBox1", false,
      [] {
        C_tableF->DBEdit2->Text("T9");
        C_tableF->RzDBLookupComboBox1->Choose(1);
      },
      "Table_", "insert into Table_(ID_table) values (1)"},
     {"Liste_TypeF", "Ajouter", "Modifier", "Premier", "Precedent", "Suivant", "Dernier", "Type_produitF",
-     false, "RzDBEdit2", [] { Type_produitF->RzDBEdit2->Text("Glaces"); }, "type",
+     false, "RzDBEdit2", "RzDBEdit2", true, [] { Type_produitF->RzDBEdit2->Text("Glaces"); }, "type",
      "insert into type(code) values (2)"},
     {"Liste_produitF", "Ajouter", "Modifier", "Premier", "Precedent", "Suivant", "Dernier", "C_articleF",
-     false, "DBEdit2",
+     false, "DBEdit2", "DBEdit1 DBEdit2 RzDBComboBox1 RzDBLookupComboBox1", false,
      [] {
        C_articleF->DBEdit2->Text("JUS");
        C_articleF->RzDBLookupComboBox1->Choose(1);
@@ -50,7 +52,7 @@ const Pair kPairs[] = {
      },
      "article", "insert into article(code_barre) values ('1')"},
     {"Configuration_utlisateurF", "Ajouter", "Modifier", nullptr, nullptr, nullptr, nullptr, "utilisateurFF",
-     false, "RzDBEdit1",
+     false, "RzDBEdit1", "RzDBEdit9 RzDBEdit1 RzDBEdit2", true,
      [] {
        utilisateurFF->RzDBEdit9->Text("32");
        utilisateurFF->RzDBEdit1->Text("Cherif");
@@ -58,10 +60,10 @@ const Pair kPairs[] = {
      },
      "utilisateur", "insert into utilisateur(login) values ('32')", "veuillez saisir les champs obligatoire"},
     {"liste_caisseF", "AdvSmoothButton1", "AdvSmoothButton4", "AdvSmoothButton8", "AdvSmoothButton7",
-     "AdvSmoothButton5", "AdvSmoothButton6", "C_caisseF", true, "DBEdit2",
+     "AdvSmoothButton5", "AdvSmoothButton6", "C_caisseF", true, "DBEdit2", "DBEdit2", true,
      [] { C_caisseF->DBEdit2->Text("Comptoir"); }, "caisse", "insert into caisse(ID_caise) values ('C002')"},
     {"liste_aff_caisseF", "RzShapeButton3", "RzShapeButton4", "Premier", "Precedent", "Suivant", "Dernier",
-     "Aff_caisseF", true, "DBEdit4",
+     "Aff_caisseF", true, "DBEdit4", "RzDBLookupComboBox1 RzDBLookupComboBox2", false,
      [] {
        Aff_caisseF->RzDBLookupComboBox1->Choose("C001");
        Aff_caisseF->RzDBLookupComboBox2->Choose("31");
@@ -83,6 +85,13 @@ class EntriesTest : public AllScreens {
   void tapEntry(const Pair& pair, const char* button) { at.tap(std::string(pair.entry) + "." + button); }
   static Dataset& rows(const Pair& pair) {
     return *Forms::control<DBEdit>(pair.entry, pair.typed)->dataset();
+  }
+  static std::vector<std::string> redInputs(const Pair& pair) {
+    std::vector<std::string> names;
+    for (const QWidget* input : Forms::find(pair.entry)->findChildren<QWidget*>()) {
+      if (input->property("red").toBool()) names.push_back(input->objectName().toStdString());
+    }
+    return names;
   }
   std::string count(const Pair& pair) { return at.value(std::string("select count(*) from ") + pair.table); }
 };
@@ -136,6 +145,7 @@ TEST_F(EntriesTest, WhatTheStoreRefusesStaysOpen) {
 }
 
 // "Modifier" on an empty list starts a row, which is refused as long as it is empty and goes with "Fermer".
+// What is mandatory is red meanwhile.
 TEST_F(EntriesTest, AnEmptyListStartsARowThatIsNotKept) {
   start();
   for (const Pair& pair : kPairs) {
@@ -150,8 +160,10 @@ TEST_F(EntriesTest, AnEmptyListStartsARowThatIsNotKept) {
       at.answers({{pair.missing}});
       tapEntry(pair, "Enregistrer");
       EXPECT_TRUE(Forms::find(pair.entry)->Visible());
+      EXPECT_THAT(redInputs(pair), testing::UnorderedElementsAreArray(words(pair.required)));
       tapEntry(pair, "Fermer");
     });
+    EXPECT_EQ(!redInputs(pair).empty(), pair.redStays);
     EXPECT_EQ(rows(pair).State(), DatasetState::Browse);
     EXPECT_EQ(count(pair), "0");
     EXPECT_TRUE(MenuF->RzGroupBar2->isEnabled());

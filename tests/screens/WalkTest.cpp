@@ -87,7 +87,7 @@ TEST_F(WalkTest, TheTabKeyGoesRound) {
       if (takesTab(control)) wanted.insert(control);
     }
     const auto inWindow = form->window()->findChildren<QWidget*>();
-    form->activateWindow();
+    if (!wanted.isEmpty()) form->activateWindow();
     at.settle();
     for (auto step = std::count_if(inWindow.begin(), inWindow.end(), takesTab); step >= 0; --step) {
       at.press(Qt::Key_Tab);

@@ -23,7 +23,6 @@ class BackOfficeTest : public testing::Test {
     list->Show();
     ws.settle();
   }
-  bool red(const std::string& input) { return ws.control(input)->property("red").toBool(); }
 
   Workstation ws;
 };
