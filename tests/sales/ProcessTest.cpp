@@ -97,31 +97,27 @@ TEST(ProcessTest, AKilledProgramLeavesExactlyItsEarlierWrites) {
   for (const Gesture& gesture : Gestures) {
     const std::vector<std::string> states = statesOf(gesture);
     ASSERT_EQ(states.size(), std::size_t(gesture.writes) + 1);
-    for (int n = 1; n <= gesture.writes; ++n)
-      for (const bool before : {true, false}) {
-        SCOPED_TRACE(std::string(gesture.name) + (before ? ", before write " : ", after write ") +
-                     std::to_string(n));
-        const Home home;
-        const int status = test::runElsewhere([&] {
-          const auto die = [] { ::kill(::getpid(), SIGKILL); };
-          const Application application;
-          Life life;
-          (life.*gesture.before)();
-          if (before)
-            life.atWrite(n, die);
-          else
-            life.afterWrite([die, left = n]() mutable {
-              if (--left == 0) die();
-            });
-          (life.*gesture.run)();
+    for (int n = 0; n <= gesture.writes; ++n) {
+      SCOPED_TRACE(std::string(gesture.name) + ", killed after " + std::to_string(n) + " writes");
+      const Home home;
+      const int status = test::runElsewhere([&] {
+        const auto die = [] { ::kill(::getpid(), SIGKILL); };
+        const Application application;
+        Life life;
+        (life.*gesture.before)();
+        if (n == 0) life.atWrite(1, die);
+        life.afterWrite([die, left = n]() mutable {
+          if (--left == 0) die();
         });
-        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
-        fs::current_path(home.store());
-        const TDM reopened(Store::open(TDM::ConnectionString));
-        const tool::Database side("BDD.mdb", tool::Database::Mode::Observe);
-        EXPECT_EQ(side.text("pragma integrity_check"), "ok");
-        EXPECT_EQ(side.text(Contents), states[std::size_t(before ? n - 1 : n)]);
-      }
+        (life.*gesture.run)();
+      });
+      ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
+      fs::current_path(home.store());
+      const TDM reopened(Store::open(TDM::ConnectionString));
+      const tool::Database side("BDD.mdb", tool::Database::Mode::Observe);
+      EXPECT_EQ(side.text("pragma integrity_check"), "ok");
+      EXPECT_EQ(side.text(Contents), states[std::size_t(n)]);
+    }
   }
 }
 
