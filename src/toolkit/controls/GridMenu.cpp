@@ -7,13 +7,13 @@
 namespace tavoline {
 
 GridMenu::GridMenu(QTableView& grid, std::function<void(const QModelIndex&)> standOn)
-    : QObject(&grid), grid_(grid), standOn_(std::move(standOn)) {
+    : QObject(&grid), grid_(grid), viewport_(grid.viewport()), standOn_(std::move(standOn)) {
   grid.installEventFilter(this);
-  grid.viewport()->installEventFilter(this);
+  viewport_->installEventFilter(this);
 }
 
 void GridMenu::open(QPoint global) {
-  const QModelIndex index = grid_.indexAt(grid_.viewport()->mapFromGlobal(global));
+  const QModelIndex index = grid_.indexAt(viewport_->mapFromGlobal(global));
   if (!index.isValid()) return;
   standOn_(index);
   auto* menu = new QMenu(&grid_);
@@ -22,10 +22,13 @@ void GridMenu::open(QPoint global) {
   menu->popup(global);
 }
 
+// The grid and its viewport send events to their very end: they are asked for more only in those that a
+// living one gets.
 bool GridMenu::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ActionAdded) grid_.viewport()->grabGesture(Qt::TapAndHoldGesture);
-  if (watched != grid_.viewport() || grid_.actions().isEmpty()) return false;
+  if (event->type() == QEvent::ActionAdded) viewport_->grabGesture(Qt::TapAndHoldGesture);
+  if (watched != viewport_) return false;
   if (event->type() == QEvent::ContextMenu) {
+    if (grid_.actions().isEmpty()) return false;
     open(static_cast<QContextMenuEvent*>(event)->globalPos());
     return true;
   }

@@ -21,6 +21,7 @@ class GridMenu : public QObject {
   void open(QPoint global);
 
   QTableView& grid_;
+  QWidget* viewport_;
   std::function<void(const QModelIndex&)> standOn_;
 };
 
