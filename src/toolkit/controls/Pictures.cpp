@@ -42,7 +42,7 @@ QPixmap decodedPicture(const SharedBytes& bytes) {
   if (const Decoded* known = cache.object(key); known && (known->bytes == bytes || *known->bytes == *bytes)) {
     return known->picture;
   }
-  const QPixmap picture = decode(*bytes);
+  QPixmap picture = decode(*bytes);
   const int kilobytes = 1 + picture.width() * picture.height() / 256 + int(bytes->size() / 1024);
   cache.insert(key, new Decoded{bytes, picture}, kilobytes);
   return picture;

@@ -20,8 +20,8 @@ QString qt(std::string_view text) {
   return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-// The handler may free the tile: nothing of it is touched afterwards.
-void runClick(QWidget* tile, std::function<void()> handler) {
+// The handler may free the tile: it is a copy, and nothing of the tile is touched afterwards.
+void runClick(QWidget* tile, std::function<void()>&& handler) {
   const RunningClick running(tile);
   if (handler) handler();
 }
@@ -39,7 +39,7 @@ ShapeButton::ShapeButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 void ShapeButton::Click() {
-  runClick(this, OnClick);
+  runClick(this, std::function(OnClick));
 }
 
 std::string ShapeButton::Caption() const {
@@ -133,7 +133,7 @@ QRect ShapeButton::captionPlaceIn(const QRect& room, const FittedText& caption) 
 Panel::Panel(QWidget* parent) : QFrame(parent) {}
 
 void Panel::Click() {
-  runClick(this, OnClick);
+  runClick(this, std::function(OnClick));
 }
 
 std::string Panel::Caption() const {

@@ -71,7 +71,7 @@ QSize PageView::pageSize() const {
 
 QRectF PageView::pageRect(std::size_t page) const {
   const QSize size = pageSize();
-  const double left = std::max<double>(kGap, (viewport()->width() - size.width()) / 2);
+  const double left = std::max<double>(kGap, std::floor((viewport()->width() - size.width()) / 2.0));
   return {left, kGap + static_cast<double>(page) * (size.height() + kGap), static_cast<double>(size.width()),
           static_cast<double>(size.height())};
 }

@@ -29,7 +29,7 @@ void PreviewPanel::load() {
 }
 
 QString PreviewPanel::askPath(const QString& title, const QString& filter, const QString& suffix) {
-  const QString path =
+  QString path =
       QString::fromStdString(Messages::current().saveFile(title.toStdString(), filter.toStdString()));
   if (path.isEmpty() || path.endsWith("." + suffix, Qt::CaseInsensitive)) return path;
   return path + "." + suffix;

@@ -53,10 +53,8 @@ class TouchStyle : public QProxyStyle {
     switch (hint) {
       case SH_LineEdit_PasswordCharacter:
         return '*';
-      case SH_ComboBox_Popup:
-        return 0;  // a list below the box, scrolled by finger, and not a menu over it
+      case SH_ComboBox_Popup:  // no: a list below the box, scrolled by finger, and not a menu over it
       case SH_DialogButtonBox_ButtonsHaveIcons:
-        return 0;
       case SH_EtchDisabledText:
         return 0;
       default:
