@@ -48,7 +48,7 @@ format:  ## Format every source in place
 	@scripts/install-packages lint
 	@clang-format -i $(SOURCES)
 
-torture:  ## Kill a workstation a thousand times (RUNS=...) and look for lost writes
+torture:  ## Kill a workstation a thousand times (RUNS=...), on a sound disk and a failing one; look for lost writes
 	@scripts/install-packages build
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET) --target torture_test

@@ -5,12 +5,17 @@
 #include <charconv>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
+
+#include "data/value/Errors.h"
 
 namespace tavoline::test {
 namespace {
 
 // Records are lines of fields between two characters that no text of a restaurant holds.
 constexpr char kField = '\x1f', kLine = '\n';
+// How they begin.
+constexpr const char *kAsked = "?", *kDone = "!", *kRefused = "-";
 
 std::string literal(const Value& value) {
   if (value.isNull()) return "NULL";
@@ -71,33 +76,46 @@ Write Journal::written(Write::Kind kind, const std::string& table, RowId row,
 }
 
 void Journal::asked(const Write& write) {
-  std::string line = std::string("?") + kField + nameOf(write.kind) + kField + write.table + kField +
+  std::string line = kAsked + std::string(1, kField) + nameOf(write.kind) + kField + write.table + kField +
                      std::to_string(write.row);
   for (const auto& [column, value] : write.fields) line += kField + column + kField + value;
   send(pipe_, line + kLine);
 }
 
-void Journal::acknowledged(RowId row) {
-  send(pipe_, std::string("!") + kField + std::to_string(row) + kLine);
+void Journal::answered(const char* how, RowId row) {
+  send(pipe_, how + (kField + std::to_string(row)) + kLine);
 }
 
-RowId Journal::insert(const std::string& table, const FieldValues& fields) {
-  asked(written(Write::Kind::Insert, table, 0, fields));
-  const RowId row = inner_->insert(table, fields);
-  acknowledged(row);
+template <class Action>
+RowId Journal::told(const Write& write, const Action& action) {
+  asked(write);
+  RowId row = 0;
+  try {
+    row = action();
+  } catch (const StoreError&) {
+    answered(kRefused, write.row);
+    throw;
+  }
+  answered(kDone, row);
   return row;
 }
 
+RowId Journal::insert(const std::string& table, const FieldValues& fields) {
+  return told(written(Write::Kind::Insert, table, 0, fields), [&] { return inner_->insert(table, fields); });
+}
+
 void Journal::update(const std::string& table, RowId row, const FieldValues& fields) {
-  asked(written(Write::Kind::Update, table, row, fields));
-  inner_->update(table, row, fields);
-  acknowledged(row);
+  told(written(Write::Kind::Update, table, row, fields), [&] {
+    inner_->update(table, row, fields);
+    return row;
+  });
 }
 
 void Journal::erase(const std::string& table, RowId row) {
-  asked(written(Write::Kind::Erase, table, row, {}));
-  inner_->erase(table, row);
-  acknowledged(row);
+  told(written(Write::Kind::Erase, table, row, {}), [&] {
+    inner_->erase(table, row);
+    return row;
+  });
 }
 
 void Journal::execute(const sql::Update&, const sql::Parameters&) {
@@ -114,11 +132,17 @@ void JournalReader::take(std::string_view bytes) {
 
 void JournalReader::line(const std::string& text) {
   const std::vector<std::string> parts = split(text);
-  if (parts.at(0) == "!") {
-    if (!underWay) throw std::runtime_error("acknowledged, and never asked for");
+  if (parts.at(0) != kAsked && !underWay) throw std::runtime_error("answered, and never asked for");
+  if (parts.at(0) == kRefused) {
+    ++refused;
+    lastRefused_ = true;
+    return;
+  }
+  if (parts.at(0) == kDone) {
     underWay->row = std::stoll(parts.at(1));
     acknowledged.push_back(*underWay);
     underWay.reset();
+    if (std::exchange(lastRefused_, false)) ++afterwards;
     return;
   }
   Write write{kindOf(parts.at(1)), parts.at(2), std::stoll(parts.at(3)), {}};

@@ -18,7 +18,7 @@ struct Write {
   std::vector<std::pair<std::string, std::string>> fields;
 };
 
-/// A store that tells a pipe of every write: before it is asked for, and once it is acknowledged.
+/// A store that tells a pipe of every write: before it is asked for, and once it is acknowledged or refused.
 class Journal : public Store {
  public:
   Journal(std::shared_ptr<Store> inner, int pipe) : inner_(std::move(inner)), pipe_(pipe) {}
@@ -33,14 +33,18 @@ class Journal : public Store {
 
  private:
   void asked(const Write& write);
-  void acknowledged(RowId row);
+  void answered(const char* how, RowId row);
+  template <class Action>
+  RowId told(const Write& write, const Action& action);
   Write written(Write::Kind kind, const std::string& table, RowId row, const FieldValues& fields) const;
 
   std::shared_ptr<Store> inner_;
   int pipe_;
 };
 
-/// The other end: what was acknowledged, in order, and what was asked for and may or may not have been done.
+/// The other end: what was acknowledged, in order, and what was asked for last and may or may not have been
+/// done. A refused write is of that kind too: what a disk has taken of it may come back after a death, and
+/// only the next write goes over it.
 class JournalReader {
  public:
   /// Takes bytes as they came from the pipe; a line cut short by the writer's death counts for nothing.
@@ -48,10 +52,13 @@ class JournalReader {
 
   std::vector<Write> acknowledged;
   std::optional<Write> underWay;
+  std::size_t refused = 0;     ///< Writes that the store did not do.
+  std::size_t afterwards = 0;  ///< Acknowledged ones that came straight behind a refused one.
 
  private:
   void line(const std::string& text);
   std::string rest_;
+  bool lastRefused_ = false;
 };
 
 }  // namespace tavoline::test

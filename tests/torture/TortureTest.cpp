@@ -1,8 +1,10 @@
-// A workstation is killed at a random moment of random gestures, again and again on the same store. `make
-// torture` does it a thousand times; TAVOLINE_TORTURE_RUNS and TAVOLINE_TORTURE_SEED say otherwise.
+// A workstation is killed at a random moment of random gestures, again and again on the same store; on a disk
+// that holds, and on one that fills up and fails. `make torture` does it a thousand times;
+// TAVOLINE_TORTURE_RUNS and TAVOLINE_TORTURE_SEED say otherwise.
 
 #include <gmock/gmock.h>
 #include <poll.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,7 +13,9 @@
 #include <filesystem>
 #include <random>
 
+#include "data/value/Errors.h"
 #include "gestures/Waiter.h"
+#include "support/StoreVfs.h"
 #include "tools/store/Check.h"
 #include "tools/store/demo/Demo.h"
 #include "torture/Journal.h"
@@ -73,18 +77,58 @@ void serveSomebody(Waiter& waiter, const Menu& menu, Chance& chance) {
   upTo(chance, 2) == 0 ? waiter.save() : waiter.closeTable();
 }
 
-/// A workstation's life, until it is killed. Tables that its dead predecessor held are opened first.
+/// Sets free what was held by a dead predecessor, or by a gesture that failed: "Actualiser".
+void openTables(TDM& dm) {
+  for (dm.Table_.Reopen(), dm.Table_.First(); !dm.Table_.Eof(); dm.Table_.Next()) {
+    if (dm.Table_["control"].text() == "open") continue;
+    dm.Table_.Edit();
+    dm.Table_["control"] = "open";
+    dm.Table_.Post();
+  }
+}
+
+/// A workstation's life, until it is killed.
 [[noreturn]] void work(int pipe, unsigned seed) {
   Chance chance(seed);
-  const std::shared_ptr<Store> store = Store::open(TDM::ConnectionString);
-  TDM(store).XXX.ExecSQL();
-  TDM dm(std::make_shared<Journal>(store, pipe));
+  TDM dm(std::make_shared<Journal>(Store::open(TDM::ConnectionString), pipe));
+  openTables(dm);
   const Menu menu = Menu::of(dm);
   Waiter waiter(dm, menu);
   waiter.logIn();
   for (;;) {
     serveSomebody(waiter, menu, chance);
     if (upTo(chance, 2) == 0) dm.Idle();
+  }
+}
+
+/// What may happen to a disk: it is full, or it fails, at once or after some writes more, or when it is to
+/// keep.
+void spoil(StoreVfs& disk, Chance& chance) {
+  const int kind = upTo(chance, 2);
+  if (kind == 2) return disk.failSyncs(SQLITE_IOERR_FSYNC);
+  disk.failWrites(kind == 0 ? SQLITE_FULL : SQLITE_IOERR_WRITE, upTo(chance, 12));
+}
+
+/// The same on a disk that fails now and then, for one gesture or for several, and gets well again.
+[[noreturn]] void workOnABadDisk(int pipe, unsigned seed) {
+  Chance chance(seed);
+  StoreVfs disk;
+  TDM dm(std::make_shared<Journal>(Store::open(TDM::ConnectionString), pipe));
+  openTables(dm);
+  const Menu menu = Menu::of(dm);
+  Waiter waiter(dm, menu);
+  for (;;) {
+    if (upTo(chance, 2) == 0) spoil(disk, chance);
+    try {
+      waiter.logIn();
+      serveSomebody(waiter, menu, chance);
+      if (upTo(chance, 2) == 0) dm.Idle();
+      continue;
+    } catch (const StoreError&) {
+      if (upTo(chance, 1) == 0) continue;
+    }
+    disk.heal();
+    openTables(dm);
   }
 }
 
@@ -104,7 +148,7 @@ void follow(int pipe, JournalReader& journal, std::size_t enough, Clock::time_po
 constexpr std::size_t kWithoutEnd = static_cast<std::size_t>(-1);
 
 /// Lets a workstation work for a random while and kills it. What it told before it died.
-JournalReader lifeAndDeath(Chance& chance) {
+JournalReader lifeAndDeath(void (*work)(int, unsigned), Chance& chance) {
   int ends[2];
   if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
   const auto seed = static_cast<unsigned>(chance());
@@ -144,24 +188,46 @@ std::vector<std::string> damage() {
   return findings;
 }
 
-TEST(Torture, AKilledWorkstationLosesNothingThatWasAcknowledged) {
+struct Sum {
+  int deaths = 0;
+  std::size_t inFlight = 0, acknowledged = 0, refused = 0, afterwards = 0;
+};
+
+Sum torture(void (*work)(int, unsigned)) {
   const Cafe cafe;
   const int runs = setting("TAVOLINE_TORTURE_RUNS", 25);
   const int seed = setting("TAVOLINE_TORTURE_SEED", 1);
   Chance chance(static_cast<unsigned>(seed));
-  std::size_t writes = 0, inFlight = 0;
-  for (int run = 0; run < runs; ++run) {
-    SCOPED_TRACE("run " + std::to_string(run) + " of seed " + std::to_string(seed));
+  Sum sum;
+  while (sum.deaths < runs && !testing::Test::HasFailure()) {
+    SCOPED_TRACE("run " + std::to_string(sum.deaths) + " of seed " + std::to_string(seed));
     const Counts before = Counts::of("BDD.mdb");
-    const JournalReader journal = lifeAndDeath(chance);
-    ASSERT_THAT(verdict("BDD.mdb", before, journal), IsEmpty());
-    ASSERT_THAT(damage(), IsEmpty());
-    writes += journal.acknowledged.size();
-    if (journal.underWay) ++inFlight;
+    const JournalReader journal = lifeAndDeath(work, chance);
+    EXPECT_THAT(verdict("BDD.mdb", before, journal), IsEmpty());
+    EXPECT_THAT(damage(), IsEmpty());
+    ++sum.deaths;
+    sum.acknowledged += journal.acknowledged.size();
+    sum.refused += journal.refused;
+    sum.afterwards += journal.afterwards;
+    if (journal.underWay) ++sum.inFlight;
   }
-  EXPECT_GT(writes, 0U);
-  std::printf("%d deaths, %zu of them in the middle of a write; %zu acknowledged writes found again\n", runs,
-              inFlight, writes);
+  return sum;
+}
+
+TEST(Torture, AKilledWorkstationLosesNothingThatWasAcknowledged) {
+  const Sum sum = torture(work);
+  EXPECT_GT(sum.acknowledged, 0U);
+  std::printf("%d deaths, %zu of them in the middle of a write; %zu acknowledged writes found again\n",
+              sum.deaths, sum.inFlight, sum.acknowledged);
+}
+
+TEST(Torture, AFailingDiskRefusesWholeWritesAndLosesNoneBefore) {
+  const Sum sum = torture(workOnABadDisk);
+  EXPECT_GT(sum.refused, 0U);
+  EXPECT_GT(sum.afterwards, 0U) << "nothing was written any more once the disk was well";
+  std::printf(
+      "%d deaths; %zu writes refused; %zu acknowledged ones found again, %zu of them straight behind\n",
+      sum.deaths, sum.refused, sum.acknowledged, sum.afterwards);
 }
 
 // The judge himself: what a lost, a halved or a foreign write looks like to him.
