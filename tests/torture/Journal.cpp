@@ -132,22 +132,24 @@ void JournalReader::take(std::string_view bytes) {
 
 void JournalReader::line(const std::string& text) {
   const std::vector<std::string> parts = split(text);
-  if (parts.at(0) != kAsked && !underWay) throw std::runtime_error("answered, and never asked for");
+  if (parts.at(0) != kAsked) return answer(parts);
+  Write write{kindOf(parts.at(1)), parts.at(2), std::stoll(parts.at(3)), {}};
+  for (std::size_t i = 4; i + 1 < parts.size(); i += 2) write.fields.emplace_back(parts[i], parts[i + 1]);
+  uncertain.push_back(write);
+  underWay_ = true;
+}
+
+void JournalReader::answer(const std::vector<std::string>& parts) {
+  if (!std::exchange(underWay_, false)) throw std::runtime_error("answered, and never asked for");
   if (parts.at(0) == kRefused) {
     ++refused;
     lastRefused_ = true;
     return;
   }
-  if (parts.at(0) == kDone) {
-    underWay->row = std::stoll(parts.at(1));
-    acknowledged.push_back(*underWay);
-    underWay.reset();
-    if (std::exchange(lastRefused_, false)) ++afterwards;
-    return;
-  }
-  Write write{kindOf(parts.at(1)), parts.at(2), std::stoll(parts.at(3)), {}};
-  for (std::size_t i = 4; i + 1 < parts.size(); i += 2) write.fields.emplace_back(parts[i], parts[i + 1]);
-  underWay = write;
+  uncertain.back().row = std::stoll(parts.at(1));
+  acknowledged.push_back(uncertain.back());
+  uncertain.clear();
+  if (std::exchange(lastRefused_, false)) ++afterwards;
 }
 
 }  // namespace tavoline::test

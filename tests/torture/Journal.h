@@ -1,8 +1,8 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "data/store/Store.h"
 
@@ -42,23 +42,25 @@ class Journal : public Store {
   int pipe_;
 };
 
-/// The other end: what was acknowledged, in order, and what was asked for last and may or may not have been
-/// done. A refused write is of that kind too: what a disk has taken of it may come back after a death, and
-/// only the next write goes over it.
+/// The other end: what was acknowledged, in order, and what was asked for since the last of those.
 class JournalReader {
  public:
   /// Takes bytes as they came from the pipe; a line cut short by the writer's death counts for nothing.
   void take(std::string_view bytes);
 
   std::vector<Write> acknowledged;
-  std::optional<Write> underWay;
+  /// One of these may have been done. A refused write is among them: a disk that could not keep it may hold
+  /// it all the same, and only the next write goes over it.
+  std::vector<Write> uncertain;
+  bool diedWriting() const { return underWay_; }
   std::size_t refused = 0;     ///< Writes that the store did not do.
   std::size_t afterwards = 0;  ///< Acknowledged ones that came straight behind a refused one.
 
  private:
   void line(const std::string& text);
+  void answer(const std::vector<std::string>& parts);
   std::string rest_;
-  bool lastRefused_ = false;
+  bool underWay_ = false, lastRefused_ = false;
 };
 
 }  // namespace tavoline::test

@@ -79,8 +79,11 @@ Counts Counts::of(const std::string& path) {
   return counts;
 }
 
-std::vector<std::string> verdict(const std::string& path, const Counts& before,
-                                 const JournalReader& journal) {
+namespace {
+
+/// The verdict if `open` is the write that may or may not have been done.
+std::vector<std::string> judge(const std::string& path, const Counts& before,
+                               const std::vector<Write>& acknowledged, const std::optional<Write>& open) {
   std::vector<std::string> wrong;
   const Database store(path, Database::Mode::Observe);
   Known known;
@@ -89,22 +92,35 @@ std::vector<std::string> verdict(const std::string& path, const Counts& before,
     if (write.kind == Write::Kind::Insert) ++grown[write.table];
     if (write.kind == Write::Kind::Erase) --grown[write.table];
   };
-  for (const Write& write : journal.acknowledged) {
+  for (const Write& write : acknowledged) {
     apply(known, write);
     count(write);
   }
-  std::optional<Place> open;
-  if (journal.underWay) {
-    open = {journal.underWay->table, journal.underWay->row};
-    if (done(store, *journal.underWay, known, before, wrong)) count(*journal.underWay);
+  std::optional<Place> openPlace;
+  if (open) {
+    openPlace = {open->table, open->row};
+    if (done(store, *open, known, before, wrong)) count(*open);
   }
   for (const auto& [place, fields] : known)
-    if (place != open && !stands(store, place, fields))
+    if (place != openPlace && !stands(store, place, fields))
       wrong.push_back(nameOf(place) + " lost an acknowledged write");
   const Counts after = Counts::of(path);
   for (std::size_t i = 0; i < after.tables.size(); ++i)
     if (after.tables[i].rows != before.tables[i].rows + grown[after.tables[i].name])
       wrong.push_back(after.tables[i].name + " has " + std::to_string(after.tables[i].rows) + " rows");
+  return wrong;
+}
+
+}  // namespace
+
+std::vector<std::string> verdict(const std::string& path, const Counts& before,
+                                 const JournalReader& journal) {
+  if (journal.uncertain.empty()) return judge(path, before, journal.acknowledged, {});
+  std::vector<std::string> wrong;
+  for (const Write& open : journal.uncertain) {
+    wrong = judge(path, before, journal.acknowledged, open);
+    if (wrong.empty()) break;
+  }
   return wrong;
 }
 

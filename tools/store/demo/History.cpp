@@ -9,7 +9,6 @@ namespace {
 constexpr double kFloat = 5000;  // DA left in a desk overnight.
 constexpr std::int64_t kSecond = 1000, kMinute = 60 * kSecond, kDay = 24 * (60 * kMinute);
 constexpr std::array kDiscounts = {5, 10, 10, 15, 20};  // Percent.
-constexpr int kFriday = 6;                              // The zero day was a Saturday.
 constexpr std::array kWeek = {120, 100, 95, 100, 105, 125, 70};
 constexpr std::string_view kManager = "20";
 
