@@ -42,6 +42,7 @@ check:  ## The quick part of lint: formatting, walls between folders, forms, siz
 	@scripts/check-house
 
 lint: check  ## All of lint: check, and clang-tidy over every source
+	@scripts/install-packages bench
 	@scripts/tidy
 
 format:  ## Format every source in place
