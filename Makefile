@@ -60,6 +60,7 @@ install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
 
 uninstall:  ## Remove what `make install` put there
 	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest.txt | xargs -r -d "\n" rm -fv
+	@rmdir -p --ignore-fail-on-non-empty $(DESTDIR)$(PREFIX)/share/tavoline/* $(DESTDIR)$(PREFIX)/share/doc/tavoline
 
 package:  ## Make the Debian package
 	@scripts/install-packages build run package

@@ -8,8 +8,8 @@ namespace {
 
 constexpr double kFloat = 5000;  // DA left in a desk overnight.
 constexpr std::int64_t kSecond = 1000, kMinute = 60 * kSecond, kDay = 24 * (60 * kMinute);
-constexpr std::array kDiscounts = {5, 10, 10, 15, 20};  // Percent.
-constexpr std::array kWeek = {120, 100, 95, 100, 105, 125, 70};
+constexpr std::array kDiscounts = {5, 10, 10, 15, 20};           // Percent.
+constexpr std::array kWeek = {120, 100, 95, 100, 105, 125, 70};  // Percent, from Saturday on.
 constexpr std::string_view kManager = "20";
 
 DateTime at(DateTime day, int hour, int minute = 0) {
