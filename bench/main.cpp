@@ -3,21 +3,25 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QtWidgets/QApplication>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "bench/Figures.h"
+#include "bench/Glass.h"
 #include "bench/Memory.h"
 #include "bench/QtModels.h"
 #include "bench/Raw.h"
 #include "bench/Scene.h"
 #include "gestures/Waiter.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline::bench {
 namespace {
@@ -28,7 +32,7 @@ using test::Waiter;
 constexpr int kSmall = 1000, kLarge = 600000;
 constexpr int kDay = 300;  // orders
 constexpr int kLines = 8;  // of an order, before the next one is begun
-constexpr int kRounds = 5;
+constexpr int kRounds = 21;
 
 /// Times one gesture per iteration, and nothing of what lies between two; keeps its 50th and 99th percentile.
 class Stopwatch {
@@ -127,6 +131,39 @@ void takeAndClose(benchmark::State& state, bool closing) {
   }
 }
 
+/// The same first taps on the program's own screens: to the end of the tile's handler, or until it is
+/// painted.
+void tapOnScreen(benchmark::State& state, bool painted) {
+  Glass glass;
+  glass.logIn();
+  std::size_t tile = 0;
+  int repaints = 0;
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    if (tile == 0) glass.takeTable();
+    watch.time([&] {
+      glass.tap(tile);
+      if (painted) glass.paint();
+    });
+    if (!painted) glass.paint();
+    glass.rest();
+    repaints = std::max(repaints, glass.linePaints());
+    if (++tile < glass.tiles()) continue;
+    glass.saveOrder();
+    tile = 0;
+  }
+  state.counters["repaints"] = repaints;
+}
+
+/// From nothing to the login screen painted.
+void startProgram(benchmark::State& state) {
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    std::optional<Glass> glass;
+    watch.time([&] { glass.emplace(); });
+  }
+}
+
 using Body = std::function<void(benchmark::State&)>;
 
 void add(const Scene& scene, const std::string& what, int iterations, const Body& body) {
@@ -155,10 +192,13 @@ int measure(int count, char** arguments) {
   const Scene small(data, kSmall), large(data, kLarge);
   for (const Scene* scene : {&small, &large}) {
     const bool isLarge = scene == &large;
-    add(*scene, "three writes", 200, rawTap);
-    add(*scene, "tap", 200, tap);
+    add(*scene, "three writes", 64, rawTap);
+    add(*scene, "tap", 64, tap);
+    add(*scene, "tap on the screen", 24, [](auto& state) { tapOnScreen(state, false); });
+    add(*scene, "tap to paint", 24, [](auto& state) { tapOnScreen(state, true); });
     add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap);
     add(*scene, "start", 20, start);
+    add(*scene, "start of the program", 3, startProgram);
     add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
     add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
   }
@@ -179,6 +219,9 @@ int measure(int count, char** arguments) {
 }  // namespace tavoline::bench
 
 int main(int count, char** arguments) try {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(count, arguments);
+  tavoline::applyTheme(*qApp);
   return tavoline::bench::measure(count, arguments);
 } catch (const std::exception& failure) {
   std::fprintf(stderr, "%s\n", failure.what());

@@ -1,0 +1,118 @@
+#include "bench/Glass.h"
+
+#include <QtCore/QEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+#include "Screens.h"
+#include "data/DMU.h"
+#include "sales/Commande_avnU.h"
+#include "sales/commandeU.h"
+#include "shell/LoginU.h"
+#include "shell/MenuU.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline::bench {
+namespace {
+
+const QSize kDisplay(1024, 768);
+
+std::string& box() {  // what the program told; no measured gesture makes it tell anything
+  static std::string text;
+  return text;
+}
+
+void press(QWidget* control) {
+  QWidget* window = control->window();
+  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                    control->mapTo(window, control->rect().center()));
+}
+
+}  // namespace
+
+Paints::Paints() {
+  qApp->installEventFilter(this);
+}
+
+Paints::~Paints() {
+  qApp->removeEventFilter(this);
+}
+
+bool Paints::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Paint) ++counts_[watched];
+  return false;
+}
+
+Glass::Glass() {
+  Messages::current().show = [](const std::string& text) { box() = text; };
+  if (!startUp(screensInOrder())) throw std::runtime_error(box());
+  MenuF->setWindowState(Qt::WindowNoState);
+  MenuF->resize(kDisplay);
+  MenuF->Show();
+  while (paints_.of(LoginF->RzEdit2) == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+Glass::~Glass() {
+  shutDown();
+}
+
+void Glass::logIn() {
+  const std::string password = DM->utilisateur["mot_pase"].text();
+  LoginF->RzEdit2->Text(DM->utilisateur["login"].text());
+  LoginF->RzEdit1->Text(password);
+  press(LoginF->RzBitBtn2);
+  press(MenuF->AdvSmoothButton6);
+  commandeF->DBLookupListBox1->Choose(1);
+  rest();
+}
+
+void Glass::takeTable() {
+  for (DM->Table_.First(); !DM->Table_.Eof(); DM->Table_.Next()) {
+    if (DM->Table_["etat"] != "OFF") continue;
+    const std::string name = DM->Table_["table"].text();
+    for (ShapeButton* tile : commandeF->RzFlowPanel1->tiles<ShapeButton>()) {
+      if (tile->Caption() != name) continue;
+      tile->Click();
+      Commande_avnF->DBLookupListBox1->Choose(1);
+      return rest();
+    }
+  }
+  throw std::runtime_error("every table of the place is taken");
+}
+
+std::size_t Glass::tiles() {
+  const auto all = Commande_avnF->RzFlowPanel1->tiles<Panel>();
+  return static_cast<std::size_t>(std::count_if(all.begin(), all.end(), [](const Panel* tile) {
+    return tile->visibleRegion().contains(tile->rect().center());
+  }));
+}
+
+void Glass::saveOrder() {
+  press(Commande_avnF->Enregistrer);
+  rest();
+}
+
+void Glass::tap(std::size_t tile) {
+  QWidget* panel = Commande_avnF->RzFlowPanel1->tiles<Panel>().at(tile);
+  paints_.forget();
+  press(panel);
+}
+
+void Glass::paint() {
+  while (linePaints() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+int Glass::linePaints() const {
+  return paints_.of(Commande_avnF->RzDBGrid1->viewport());
+}
+
+void Glass::rest() {
+  QTest::qWait(20);  // the display paints what is left, and nothing of it is timed
+  DM->Idle();
+  if (!box().empty()) throw std::runtime_error(box());
+}
+
+}  // namespace tavoline::bench

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtWidgets/QWidget>
+#include <cstddef>
+#include <vector>
+
+namespace tavoline::bench {
+
+/// Counts what is painted, widget by widget.
+class Paints : public QObject {
+ public:
+  Paints();
+  ~Paints() override;
+  int of(const QWidget* widget) const { return counts_.value(widget, 0); }
+  void forget() { counts_.clear(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QHash<const QObject*, int> counts_;
+};
+
+/// The whole program on a display without glass: every screen made, as at its start, and played by mouse
+/// presses. Its store is the one of the working directory. One at a time.
+class Glass {
+ public:
+  /// Starts the program, up to the login screen painted. Throws std::runtime_error with its box if it
+  /// refuses.
+  Glass();
+  ~Glass();
+  Glass(const Glass&) = delete;
+  Glass& operator=(const Glass&) = delete;
+
+  void logIn();                ///< As the first account of the store.
+  void takeTable();            ///< The next free one; the order screen stands then, with a category's tiles.
+  void saveOrder();            ///< "Enregistrer": the order waits on its table, and the map is back.
+  std::size_t tiles();         ///< How many articles are in sight.
+  void tap(std::size_t tile);  ///< A press and its release, with everything that the handler does.
+  void paint();                ///< Until the ticket's lines are on the display.
+  void rest();                 ///< Until nothing is left to be painted. Throws if a box was shown.
+  int linePaints() const;      ///< How often the ticket's lines were painted since `tap`.
+
+ private:
+  Paints paints_;
+};
+
+}  // namespace tavoline::bench
