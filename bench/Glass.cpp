@@ -1,6 +1,7 @@
 #include "bench/Glass.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <algorithm>
@@ -25,10 +26,21 @@ std::string& box() {  // what the program told; no measured gesture makes it tel
   return text;
 }
 
-void press(QWidget* control) {
+// Without a turn of the event loop, so that what is painted is painted after the handler.
+void send(QEvent::Type type, QWidget* control) {
   QWidget* window = control->window();
-  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
-                    control->mapTo(window, control->rect().center()));
+  const QPoint there = control->mapTo(window, control->rect().center());
+  QWidget* target = window->childAt(there);
+  if (!target) throw std::runtime_error("nothing to press at " + control->objectName().toStdString());
+  const QPointF place = target->mapFrom(window, there), onDisplay = target->mapToGlobal(place);
+  const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+  QMouseEvent event(type, place, onDisplay, Qt::LeftButton, held, {});
+  QCoreApplication::sendEvent(target, &event);
+}
+
+void press(QWidget* control) {
+  send(QEvent::MouseButtonPress, control);
+  send(QEvent::MouseButtonRelease, control);
 }
 
 }  // namespace
@@ -95,10 +107,14 @@ void Glass::saveOrder() {
   rest();
 }
 
-void Glass::tap(std::size_t tile) {
-  QWidget* panel = Commande_avnF->RzFlowPanel1->tiles<Panel>().at(tile);
+void Glass::lower(std::size_t tile) {
+  under_ = Commande_avnF->RzFlowPanel1->tiles<Panel>().at(tile);
+  send(QEvent::MouseButtonPress, under_);
   paints_.forget();
-  press(panel);
+}
+
+void Glass::lift() {
+  send(QEvent::MouseButtonRelease, under_);
 }
 
 void Glass::paint() {

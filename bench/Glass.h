@@ -33,17 +33,19 @@ class Glass {
   Glass(const Glass&) = delete;
   Glass& operator=(const Glass&) = delete;
 
-  void logIn();                ///< As the first account of the store.
-  void takeTable();            ///< The next free one; the order screen stands then, with a category's tiles.
-  void saveOrder();            ///< "Enregistrer": the order waits on its table, and the map is back.
-  std::size_t tiles();         ///< How many articles are in sight.
-  void tap(std::size_t tile);  ///< A press and its release, with everything that the handler does.
-  void paint();                ///< Until the ticket's lines are on the display.
-  void rest();                 ///< Until nothing is left to be painted. Throws if a box was shown.
-  int linePaints() const;      ///< How often the ticket's lines were painted since `tap`.
+  void logIn();         ///< As the first account of the store.
+  void takeTable();     ///< The next free one; the order screen stands then, with a category's tiles.
+  void saveOrder();     ///< "Enregistrer": the order waits on its table, and the map is back.
+  std::size_t tiles();  ///< How many articles are in sight.
+  void lower(std::size_t tile);  ///< A finger goes down on a tile, which shows it.
+  void lift();                   ///< The finger goes up: the click, with everything that its handler does.
+  void paint();                  ///< Until the ticket's lines are on the display.
+  void rest();                   ///< Until nothing is left to be painted. Throws if a box was shown.
+  int linePaints() const;        ///< How often the ticket's lines were painted since `lower`.
 
  private:
   Paints paints_;
+  QWidget* under_ = nullptr;  // the finger
 };
 
 }  // namespace tavoline::bench

@@ -69,20 +69,29 @@ class DBGrid::Model : public QAbstractTableModel {
     endResetModel();
   }
 
-  // Counts the rows and finds the columns of the dataset as it is open now.
+  // Counts the rows and finds the columns of the dataset as it is open now. A reset would have the headings
+  // laid out and the grid painted twice more, so only the rows that came or went are told.
   void reread() {
-    beginResetModel();
-    rows_ = 0;
     Dataset* rows = grid_.dataset();
-    if (rows && rows->Active()) {
-      for (Column& column : columns_) {
-        column.index = rows->ColumnIndex(column.field);
-        if (column.index >= 0) column.type = rows->Columns()[std::size_t(column.index)].type;
-      }
-      rows_ = int(rows->RecordCount());
-      current_ = rows->RecordNumber();
+    const bool open = rows && rows->Active();
+    for (Column& column : columns_) {
+      column.index = open ? rows->ColumnIndex(column.field) : -1;
+      if (column.index >= 0) column.type = rows->Columns()[std::size_t(column.index)].type;
     }
-    endResetModel();
+    current_ = open ? rows->RecordNumber() : -1;
+    setRows(open ? int(rows->RecordCount()) : 0);
+  }
+
+  void setRows(int rows) {
+    if (rows > rows_) {
+      beginInsertRows({}, rows_, rows - 1);
+      rows_ = rows;
+      endInsertRows();
+    } else if (rows < rows_) {
+      beginRemoveRows({}, rows, rows_ - 1);
+      rows_ = rows;
+      endRemoveRows();
+    }
   }
 
   void setCurrent(int record) { current_ = record; }
@@ -166,9 +175,7 @@ class DBGrid::Model : public QAbstractTableModel {
       auto* self = const_cast<Model*>(this);
       QTimer::singleShot(0, self, [self, failure = std::string(error.what())] {
         if (self->rows_ == 0) return;
-        self->beginResetModel();
-        self->rows_ = 0;
-        self->endResetModel();
+        self->setRows(0);
         ShowMessage(failure);
       });
       return {};
@@ -239,6 +246,7 @@ void DBGrid::pull() {
     return;  // the cell being typed in stays as it is
   if (std::exchange(rowsStale_, false)) {
     const int top = verticalScrollBar()->value();
+    if (state() == QAbstractItemView::EditingState) reset();  // its row may be another now
     model_->reread();
     verticalScrollBar()->setValue(top);
     fittedWidth_ = -1;
@@ -371,7 +379,8 @@ void DBGrid::fitColumns() {
   if (wordWrap()) narrowBroken(widths, wishes, rest);
   int tallest = 0;
   for (std::size_t column = 0; column < widths.size(); ++column) {
-    setColumnWidth(int(column), widths[column]);
+    const bool takesRest = horizontalHeader()->sectionResizeMode(int(column)) == QHeaderView::Stretch;
+    if (!takesRest) setColumnWidth(int(column), widths[column]);  // else the headings are laid out once more
     const QRect room(0, 0, widths[column] - air + 1, viewport()->height());
     const QString title = model_->shownColumns()[column].title.trimmed();
     tallest = std::max(tallest, titles.boundingRect(room, Qt::TextWordWrap, title).height());
