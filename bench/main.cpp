@@ -32,7 +32,7 @@ using test::Waiter;
 constexpr int kSmall = 1000, kLarge = 600000;
 constexpr int kDay = 300;  // orders
 constexpr int kLines = 8;  // of an order, before the next one is begun
-constexpr int kRounds = 21;
+constexpr int kRounds = 21, kFewRounds = 3;
 
 /// Times one gesture per iteration, and nothing of what lies between two; keeps its 50th and 99th percentile.
 class Stopwatch {
@@ -167,7 +167,8 @@ void startProgram(benchmark::State& state) {
 
 using Body = std::function<void(benchmark::State&)>;
 
-void add(const Scene& scene, const std::string& what, int iterations, const Body& body) {
+void add(const Scene& scene, const std::string& what, int iterations, const Body& body,
+         int rounds = kRounds) {
   benchmark::RegisterBenchmark(sized(what, scene.orders()).c_str(),
                                [&scene, body](benchmark::State& state) {
                                  scene.enter();
@@ -176,7 +177,7 @@ void add(const Scene& scene, const std::string& what, int iterations, const Body
       ->UseManualTime()
       ->Unit(benchmark::kMillisecond)
       ->Iterations(iterations)
-      ->Repetitions(kRounds);
+      ->Repetitions(rounds);
 }
 
 int measure(int count, char** arguments) {
@@ -197,7 +198,7 @@ int measure(int count, char** arguments) {
     add(*scene, "tap", 64, tap);
     add(*scene, "tap on the screen", 24, [](auto& state) { tapOnScreen(state, false); });
     add(*scene, "tap to paint", 24, [](auto& state) { tapOnScreen(state, true); });
-    add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap);
+    add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap, kFewRounds);
     add(*scene, "start", 20, start);
     add(*scene, "start of the program", 3, startProgram);
     add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
