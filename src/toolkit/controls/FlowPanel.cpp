@@ -2,6 +2,8 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtGui/QPaintEvent>
+#include <QtGui/QPainter>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QVBoxLayout>
@@ -35,10 +37,26 @@ RunningClick* RunningClick::of(const QWidget* tile) {
   return found == clicks.end() ? nullptr : *found;
 }
 
+namespace {
+
+/// What the tiles lie on. It says that it covers all behind it, so that a tile under a finger is painted
+/// again without every frame around the panel.
+class Canvas : public QWidget {
+ public:
+  Canvas() { setAttribute(Qt::WA_OpaquePaintEvent); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QPainter(this).fillRect(event->rect(), palette().color(QPalette::Window));
+  }
+};
+
+}  // namespace
+
 FlowPanel::FlowPanel(QWidget* parent)
     : QFrame(parent),
       scroll_(new QScrollArea(this)),
-      canvas_(new QWidget),
+      canvas_(new Canvas),
       fingers_(scroll_->viewport(), FingerScroll::ByPointer, false) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -48,7 +66,6 @@ FlowPanel::FlowPanel(QWidget* parent)
   scroll_->setWidget(canvas_);
   scroll_->viewport()->installEventFilter(this);
   scroll_->viewport()->setAutoFillBackground(false);
-  canvas_->setAutoFillBackground(false);
 }
 
 FlowPanel::~FlowPanel() {
