@@ -117,7 +117,7 @@ TEST_F(ReportTest, anOrderWhoseUserIsGonePrintsAnEmptyTicket) {
 
 TEST_F(ReportTest, printsDirectlyWithoutADialogWhenTold) {
   int asked = 0;
-  report::PrintSystem::current() = {[] { return true; },
+  report::PrintSystem::current() = {[] { return QStringList("Caisse"); }, [] { return QString("Caisse"); },
                                     [&](QPrinter&, QWidget*) {
                                       ++asked;
                                       return false;
@@ -131,17 +131,21 @@ TEST_F(ReportTest, printsDirectlyWithoutADialogWhenTold) {
   ticket.PrintOptions.ShowDialog = false;
   try {
     ticket.Print();
+    ADD_FAILURE() << "that printer does not exist";
   } catch (const Error& error) {
-    EXPECT_THAT(error.what(), HasSubstr("imprimante"));
+    EXPECT_THAT(error.what(), HasSubstr("ne répond plus"));
   }
   EXPECT_EQ(asked, 1);
 }
 
 TEST_F(ReportTest, withoutAPrinterThePaperIsAPdfBesideTheStore) {
-  report::PrintSystem::current().hasPrinter = [] { return false; };
-  station_.answers({{HasSubstr("impressions/Ticket 2024-03-09 14h00m00.pdf")}});
+  report::PrintSystem::current() = {[] { return QStringList(); }, [] { return QString(); }, {}};
+  station_.answers({{HasSubstr("impressions/Ticket 2024-03-09 14h00m00.pdf")}, {HasSubstr("par défaut")}});
   Report ticket("TCommande_avnF", "frxReport1");
   ticket.PrepareReport(true);
+  ticket.Print();
+  report::PrintSystem::current().printers = [] { return QStringList("Cuisine"); };
+  ticket.PrintOptions.ShowDialog = false;
   ticket.Print();
   QProcess reader;
   reader.start("pdftotext", {"-layout", "impressions/Ticket 2024-03-09 14h00m00.pdf", "-"});

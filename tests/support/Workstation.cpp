@@ -50,8 +50,10 @@ void Workstation::settleIn() {
     return answer(text) == "Oui";
   };
   messages.openPicture = [this] { return answer("image"); };
-  messages.saveFile =
-      messages.openFile = [this](const std::string& title, const std::string&) { return answer(title); };
+  messages.openFile = [this](const std::string& title, const std::string&) { return answer(title); };
+  messages.saveFile = [this](const std::string& title, const std::string&, const std::string&) {
+    return answer(title);
+  };
 }
 
 Workstation::~Workstation() {

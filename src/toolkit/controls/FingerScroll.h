@@ -21,6 +21,10 @@ class FingerScroll {
   FingerScroll(const FingerScroll&) = delete;
   FingerScroll& operator=(const FingerScroll&) = delete;
 
+  /// Ends a movement that goes on after the finger has left.
+  void stop() {
+    if (QScroller::hasScroller(viewport_)) QScroller::scroller(viewport_)->stop();
+  }
   void set(bool on) {
     if (on == on_) return;
     on_ = on;

@@ -39,8 +39,14 @@ std::string askPicture() {
       .toStdString();
 }
 
-std::string askSave(const std::string& title, const std::string& filter) {
-  return QFileDialog::getSaveFileName(front(), qt(title), {}, qt(filter)).toStdString();
+// The suffix is the dialog's own business: only then it asks before it writes over a file.
+std::string askSave(const std::string& title, const std::string& filter, const std::string& name) {
+  QFileDialog box(front(), qt(title), {}, qt(filter));
+  box.setAcceptMode(QFileDialog::AcceptSave);
+  box.setDefaultSuffix(qt(filter).section(QStringLiteral("*."), 1).section(u')', 0, 0));
+  box.selectFile(qt(name));
+  if (box.exec() != QDialog::Accepted) return {};
+  return box.selectedFiles().value(0).toStdString();
 }
 
 std::string askOpen(const std::string& title, const std::string& filter) {

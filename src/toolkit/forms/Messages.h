@@ -13,8 +13,10 @@ struct Messages {
   std::function<bool(const std::string& text, const std::string& title)> confirm;
   /// A picture file's path in UTF-8; empty when the user gave up.
   std::function<std::string()> openPicture;
-  /// A path to write to or read from; empty when the user gave up. `filter` as Qt writes it: "PDF (*.pdf)".
-  std::function<std::string(const std::string& title, const std::string& filter)> saveFile;
+  /// A path to write to or read from; empty when the user gave up. `filter` as Qt writes it: "PDF (*.pdf)"; a
+  /// name typed without that suffix is given it. `name` is proposed.
+  std::function<std::string(const std::string& title, const std::string& filter, const std::string& name)>
+      saveFile;
   std::function<std::string(const std::string& title, const std::string& filter)> openFile;
 
   static Messages& current();  ///< Starts with real QMessageBox and QFileDialog windows.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,6 +11,9 @@
 #include "toolkit/report/Template.h"
 
 namespace tavoline::report {
+
+/// Told after each page of a long action; false to give up.
+using Progress = std::function<bool(std::size_t done, std::size_t total)>;
 
 /// A band on a page.
 struct PlacedBand {
@@ -36,6 +40,7 @@ class Page {
   const std::vector<PlacedBand>& bands() const { return bands_; }
   std::size_t textCount() const { return ends_.size(); }
   std::string_view text(std::size_t index) const;
+  std::string_view words() const { return words_; }  ///< All texts, one behind the other.
   void setText(std::size_t index, std::string_view text);
   void shrink();  ///< Gives back what was only needed while the page was filled.
 
@@ -95,21 +100,26 @@ struct Hit {
 /// Finds a text in memos, without regard to case, page by page.
 class Finder {
  public:
-  Finder(const Document& document, std::string_view text);
+  Finder(const Document& document, std::string_view text, Progress progress = {});
 
   /// The next hit after `from`, or the one before; goes round at the ends. False without a hit.
   bool next(Hit& from) const;
   bool previous(Hit& from) const;
   /// The first hit at or after the head of a page.
   bool first(std::size_t page, Hit& hit) const;
+  bool givenUp() const { return givenUp_; }  ///< The search without a hit did not go round.
 
  private:
+  bool turn(std::size_t looked) const;
+  bool mayHold(std::size_t page) const;
   bool matches(const Item& item) const;
   bool firstIn(std::size_t page, std::size_t fromWord, Hit& hit) const;
   bool lastIn(std::size_t page, std::size_t beforeWord, Hit& hit) const;
 
   const Document& document_;
   std::string folded_;
+  Progress progress_;
+  mutable bool givenUp_ = false;
 };
 
 }  // namespace tavoline::report

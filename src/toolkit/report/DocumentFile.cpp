@@ -61,7 +61,8 @@ void writePage(QXmlStreamWriter& xml, const Template& report, const Page& page) 
 
 class PagesReader {
  public:
-  PagesReader(QIODevice& device, const QString& path) : xml_(&device), path_(path) {}
+  PagesReader(QFile& file, const Progress& progress)
+      : file_(file), progress_(progress), xml_(&file), path_(file.fileName()) {}
 
   std::shared_ptr<Document> read() {
     if (!xml_.readNextStartElement() || xml_.name() != QLatin1String(kRoot)) {
@@ -71,7 +72,10 @@ class PagesReader {
     if (xml_.attributes().value("Version") != QLatin1String(kVersion)) {
       throw failure(path_, "vient d'une autre version du programme et ne peut pas être lu ici.");
     }
-    while (xml_.readNextStartElement()) readPart();
+    while (xml_.readNextStartElement()) {
+      readPart();
+      if (progress_ && !progress_(position(), size())) return nullptr;
+    }
     if (xml_.hasError()) damaged();
     if (!document_ || document_->empty()) damaged();
     return document_;
@@ -83,6 +87,8 @@ class PagesReader {
                              .arg(xml_.lineNumber())
                              .arg(xml_.columnNumber() + 1));
   }
+  std::size_t position() const { return static_cast<std::size_t>(file_.pos()); }
+  std::size_t size() const { return static_cast<std::size_t>(file_.size()) + 1; }  // there is an end to read
   void expect(bool good) {
     if (!good) damaged();
   }
@@ -141,6 +147,8 @@ class PagesReader {
     document_->add(std::move(page));
   }
 
+  QFile& file_;
+  const Progress& progress_;
   QXmlStreamReader xml_;
   QString path_;
   std::shared_ptr<const Template> report_;
@@ -172,11 +180,11 @@ bool savePages(const Document& document, const QString& path, const Progress& pr
   return true;
 }
 
-std::shared_ptr<Document> loadPages(const QString& path) {
+std::shared_ptr<Document> loadPages(const QString& path, const Progress& progress) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly))
     throw failure(path, "ne peut pas être lu : " + file.errorString() + ".");
-  return PagesReader(file, path).read();
+  return PagesReader(file, progress).read();
 }
 
 }  // namespace tavoline::report

@@ -17,8 +17,8 @@ constexpr char kPagesFilter[] = "Pages préparées (*.pages)";
 /// written.
 bool savePages(const Document& document, const QString& path, const Progress& progress = {});
 
-/// Reads and checks what savePages wrote. Throws Error, with a French sentence, for a file that cannot be
-/// read, that is something else, or that is damaged.
-std::shared_ptr<Document> loadPages(const QString& path);
+/// Reads and checks what savePages wrote; null when given up. Throws Error, with a French sentence, for a
+/// file that cannot be read, that is something else, or that is damaged.
+std::shared_ptr<Document> loadPages(const QString& path, const Progress& progress = {});
 
 }  // namespace tavoline::report

@@ -153,26 +153,33 @@ bool paintSheets(const Document& document, QPagedPaintDevice& device, std::size_
     pages.paint(painter, page, {0, 0}, scale);
     if (!tell(progress, page - from + 1, to - from + 1)) return false;
   }
-  return painter.end();
+  if (!painter.end())
+    throw Error("Le document n'a pas pu être mené à sa fin : l'imprimante ou le fichier ne répond plus.");
+  return true;
+}
+
+QString proposedName(const Document& document, const QString& suffix) {
+  const DateTime now = Clock::now();
+  const std::string& title = document.report().title;
+  return QString("%1 %2-%3-%4 %5h%6m%7.")
+             .arg(QString::fromStdString(title.empty() ? document.report().name : title))
+             .arg(now.year(), 4, 10, QLatin1Char('0'))
+             .arg(now.month(), 2, 10, QLatin1Char('0'))
+             .arg(now.day(), 2, 10, QLatin1Char('0'))
+             .arg(now.hour(), 2, 10, QLatin1Char('0'))
+             .arg(now.minute(), 2, 10, QLatin1Char('0'))
+             .arg(now.second(), 2, 10, QLatin1Char('0')) +
+         suffix;
 }
 
 QString quickExportPath(const Document& document, const char* suffix) {
-  const DateTime now = Clock::now();
-  const QString moment = QString("%1-%2-%3 %4h%5m%6")
-                             .arg(now.year(), 4, 10, QLatin1Char('0'))
-                             .arg(now.month(), 2, 10, QLatin1Char('0'))
-                             .arg(now.day(), 2, 10, QLatin1Char('0'))
-                             .arg(now.hour(), 2, 10, QLatin1Char('0'))
-                             .arg(now.minute(), 2, 10, QLatin1Char('0'))
-                             .arg(now.second(), 2, 10, QLatin1Char('0'));
   if (!QDir::current().mkpath(kFolder))
     fail(QDir::current().filePath(kFolder), "le dossier ne peut pas être créé");
-  const QString title = QString::fromStdString(document.report().title.empty() ? document.report().name
-                                                                               : document.report().title);
   const QDir folder(QDir::current().filePath(kFolder));
-  QString name = QString("%1 %2.%3").arg(title, moment, QLatin1String(suffix));
+  const QFileInfo first(proposedName(document, QLatin1String(suffix)));
+  QString name = first.fileName();
   for (int again = 2; folder.exists(name); ++again) {
-    name = QString("%1 %2 (%3).%4").arg(title, moment).arg(again).arg(QLatin1String(suffix));
+    name = QString("%1 (%2).%3").arg(first.completeBaseName()).arg(again).arg(first.suffix());
   }
   return folder.filePath(name);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtCore/QString>
-#include <functional>
 #include <vector>
 
 #include "toolkit/report/Document.h"
@@ -10,9 +9,6 @@ class QPagedPaintDevice;
 class QWidget;
 
 namespace tavoline::report {
-
-/// Told after each page of a long action; false to give up.
-using Progress = std::function<bool(std::size_t done, std::size_t total)>;
 
 struct ExportFormat {
   const char* suffix;  ///< "pdf", and the name by which exportDocument knows the format.
@@ -29,6 +25,9 @@ bool exportDocument(const Document& document, const QString& path, const Progres
 /// Paints pages `from` to `to` (counted from 0, both included) on a printer or into a file, a sheet each.
 bool paintSheets(const Document& document, QPagedPaintDevice& device, std::size_t from, std::size_t to,
                  const Progress& progress = {});
+
+/// A name for a file with the document, by document and moment: "Ticket 2024-03-09 14h00m00.pdf".
+QString proposedName(const Document& document, const QString& suffix);
 
 /// A file for an export without questions, in the folder `impressions` beside the store, named by document
 /// and moment; the folder is made if need be. Throws Error if it cannot be.

@@ -123,6 +123,9 @@ QByteArray htmlHead(const Document& document) {
          ".memo { display: flex; padding: 0 3px; line-height: 1.15; }\n"
          ".bars i { position: absolute; top: 0; bottom: 0; background: black; }\n"
          "@media print { body { background: none; } .page { margin: 0; } }\n"
+         "@page { margin: 0; size: " +
+         number(document.setup().width) + "mm " + number(document.setup().height) +
+         "mm; }\n"
          "</style>\n</head>\n<body>\n";
 }
 

@@ -3,15 +3,26 @@
 
 namespace tavoline::report {
 
-Finder::Finder(const Document& document, std::string_view text)
-    : document_(document), folded_(foldCase(text)) {}
+Finder::Finder(const Document& document, std::string_view text, Progress progress)
+    : document_(document), folded_(foldCase(text)), progress_(std::move(progress)) {}
+
+bool Finder::turn(std::size_t looked) const {
+  givenUp_ = progress_ && !progress_(looked, document_.pageCount());
+  return !givenUp_;
+}
 
 bool Finder::matches(const Item& item) const {
   if (!item.object->hasText() || item.object->kind == ObjectKind::BarCode) return false;
   return foldCase(item.text).find(folded_) != std::string::npos;
 }
 
+// Most pages hold no hit, and one look at all their words shows it.
+bool Finder::mayHold(std::size_t page) const {
+  return foldCase(document_.page(page).words()).find(folded_) != std::string::npos;
+}
+
 bool Finder::firstIn(std::size_t page, std::size_t fromWord, Hit& hit) const {
+  if (!mayHold(page)) return false;
   for (const Item& item : document_.items(page)) {
     if (item.word < fromWord || !matches(item)) continue;
     hit = {page, item.word};
@@ -21,6 +32,7 @@ bool Finder::firstIn(std::size_t page, std::size_t fromWord, Hit& hit) const {
 }
 
 bool Finder::lastIn(std::size_t page, std::size_t beforeWord, Hit& hit) const {
+  if (!mayHold(page)) return false;
   bool found = false;
   for (const Item& item : document_.items(page)) {
     if (item.word >= beforeWord || !matches(item)) continue;
@@ -34,6 +46,7 @@ bool Finder::first(std::size_t page, Hit& hit) const {
   const std::size_t count = document_.pageCount();
   for (std::size_t i = 0; i < count; ++i) {
     if (firstIn((page + i) % count, 0, hit)) return true;
+    if (!turn(i + 1)) return false;
   }
   return false;
 }
@@ -48,6 +61,7 @@ bool Finder::previous(Hit& from) const {
   const std::size_t count = document_.pageCount();
   for (std::size_t i = 1; i <= count; ++i) {
     if (lastIn((from.page + count - i) % count, static_cast<std::size_t>(-1), from)) return true;
+    if (!turn(i)) return false;
   }
   return false;
 }

@@ -3,7 +3,6 @@
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QScroller>
 #include <algorithm>
 #include <cmath>
 
@@ -24,18 +23,17 @@ constexpr QColor kDesk(0xBD, 0xB8, 0xAF), kEdge(0x8E, 0x88, 0x7E), kHit(0xFF, 0x
 PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent) {
   setFocusPolicy(Qt::StrongFocus);
   viewport()->grabGesture(Qt::PinchGesture);
-  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
   setTool(Tool::Hand);
 }
 
 PageView::~PageView() {
   dropEditor();
-  QScroller::ungrabGesture(viewport());
 }
 
 void PageView::setDocument(std::shared_ptr<report::Document> document) {
   dropEditor();
   document_ = std::move(document);
+  edited_ = {};
   painter_ = document_ ? std::make_unique<report::PagePainter>(*document_) : nullptr;
   hit_.reset();
   selection_ = {};
@@ -114,6 +112,7 @@ void PageView::setZoom(double zoom) {
 
 void PageView::zoomAt(double zoom, QPointF point) {
   dropEditor();
+  scroll_.stop();
   fit_ = Fit::None;
   const double wanted = std::clamp(zoom, kSmallest, kLargest);
   const QPointF before = deskPoint(point);
@@ -149,12 +148,15 @@ std::size_t PageView::currentPage() const {
 
 void PageView::goTo(std::size_t page) {
   if (pageCount() == 0) return;
+  scroll_.stop();
   verticalScrollBar()->setValue(static_cast<int>(pageRect(std::min(page, pageCount() - 1)).top()) - kGap);
 }
 
 void PageView::setTool(Tool tool) {
   dropEditor();
   tool_ = tool;
+  scroll_.stop();
+  scroll_.set(tool != Tool::Select);  // there a finger draws the selection
   if (tool != Tool::Select) selection_ = {};
   constexpr Qt::CursorShape kCursors[] = {Qt::OpenHandCursor, Qt::CrossCursor, Qt::IBeamCursor,
                                           Qt::PointingHandCursor};
@@ -173,14 +175,15 @@ void PageView::showHit(const report::Hit& hit) {
   hit_ = hit;
   for (const report::Item& item : document_->items(hit.page)) {
     if (item.word != hit.word || !item.object->hasText()) continue;
-    const QRectF rect = itemRect(hit.page, item);
-    const QRectF view(deskPoint({0, 0}), QSizeF(viewport()->size()));
-    if (!view.contains(rect)) {
-      verticalScrollBar()->setValue(static_cast<int>(rect.center().y() - viewport()->height() / 2.0));
-      horizontalScrollBar()->setValue(static_cast<int>(rect.center().x() - viewport()->width() / 2.0));
-    }
+    bringIntoView(itemRect(hit.page, item));
   }
   viewport()->update();
+}
+
+void PageView::bringIntoView(const QRectF& desk) {
+  if (QRectF(deskPoint({0, 0}), QSizeF(viewport()->size())).contains(desk)) return;
+  verticalScrollBar()->setValue(static_cast<int>(desk.center().y() - viewport()->height() / 2.0));
+  horizontalScrollBar()->setValue(static_cast<int>(desk.center().x() - viewport()->width() / 2.0));
 }
 
 void PageView::clearHit() {
@@ -190,6 +193,8 @@ void PageView::clearHit() {
 
 void PageView::select(const QRectF& desk) {
   selection_ = desk.normalized();
+  // A stroke straight down has no width, and touches texts all the same.
+  if (!desk.isNull()) selection_.setSize(selection_.size().expandedTo({1, 1}));
   viewport()->update();
 }
 

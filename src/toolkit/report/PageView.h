@@ -7,6 +7,7 @@
 #include <list>
 #include <optional>
 
+#include "toolkit/controls/FingerScroll.h"
 #include "toolkit/report/Document.h"
 #include "toolkit/report/Painter.h"
 
@@ -57,6 +58,9 @@ class PageView : public QAbstractScrollArea {
   void selectAll();
   /// Opens the text at a point of the viewport for correction; false if there is none.
   bool editAt(QPointF point);
+  /// Opens a text without pointing at it: the one corrected last on the page at hand, or the page's first;
+  /// with a step of 1 or -1 the next or the prior one of that last. False if there is none.
+  bool editBeside(int step);
 
   QRectF pageRect(std::size_t page) const;  ///< On the desk, in dots.
   QPointF deskPoint(QPointF viewportPoint) const;
@@ -69,7 +73,9 @@ class PageView : public QAbstractScrollArea {
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;
   void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   bool viewportEvent(QEvent* event) override;
@@ -92,19 +98,24 @@ class PageView : public QAbstractScrollArea {
   const QPixmap& picture(std::size_t page);
   void paintMarks(QPainter& painter, std::size_t page);
   QRectF itemRect(std::size_t page, const report::Item& item) const;
+  void bringIntoView(const QRectF& desk);
+  std::vector<report::Item> correctable(std::size_t page) const;
+  bool edit(std::size_t page, const report::Item& item);
   void commitEdit();
   void dropEditor();
 
   std::shared_ptr<report::Document> document_;
   std::unique_ptr<report::PagePainter> painter_;
   std::list<Picture> pictures_;  // the latest used first
+  FingerScroll scroll_{viewport(), FingerScroll::ByTouch};
   double zoom_ = 1;
   Fit fit_ = Fit::None;
   Tool tool_ = Tool::Hand;
   std::optional<report::Hit> hit_;
-  QRectF selection_;  // on the desk
-  QPointF pressed_;   // in the viewport; for dragging
+  QRectF selection_;      // on the desk
+  QPointF pressed_, at_;  // in the viewport; for dragging
   bool dragging_ = false;
+  double pinched_ = 1;  // the zoom when two fingers took hold
   QPointer<QPlainTextEdit> editor_;
   report::Hit edited_;
 };

@@ -25,12 +25,18 @@ void PreviewPanel::load() {
   const std::string path =
       Messages::current().openFile("Ouvrir des pages enregistrées", report::kPagesFilter);
   if (path.empty()) return;
-  open({report::loadPages(QString::fromStdString(path)), {}, {}, {}}, options_);
+  std::shared_ptr<report::Document> pages;
+  {
+    report::ProgressBox box("Ouverture…", this);
+    pages = report::loadPages(QString::fromStdString(path), box.progress());
+  }
+  if (pages) open({std::move(pages), {}, {}, {}}, options_);
 }
 
 QString PreviewPanel::askPath(const QString& title, const QString& filter, const QString& suffix) {
-  QString path =
-      QString::fromStdString(Messages::current().saveFile(title.toStdString(), filter.toStdString()));
+  const QString name = report::proposedName(*document(), suffix);
+  QString path = QString::fromStdString(
+      Messages::current().saveFile(title.toStdString(), filter.toStdString(), name.toStdString()));
   if (path.isEmpty() || path.endsWith("." + suffix, Qt::CaseInsensitive)) return path;
   return path + "." + suffix;
 }
@@ -100,7 +106,8 @@ void PreviewPanel::find(bool forward) {
   if (!ui_->FindBar->isVisible()) return showFindBar(true);
   const std::string text = ui_->FindText->text().toStdString();
   if (text.empty()) return;
-  const report::Finder finder(*document(), text);
+  report::ProgressBox box("Recherche…", this);
+  const report::Finder finder(*document(), text, box.progress());
   report::Hit hit;
   bool found = false;
   if (pages().hit()) {
@@ -110,6 +117,7 @@ void PreviewPanel::find(bool forward) {
     found = finder.first(pages().currentPage(), hit);
   }
   if (found) return pages().showHit(hit);
+  if (finder.givenUp()) return;
   pages().clearHit();
   ShowMessage("« " + text + " » ne se trouve pas dans ce document.");
 }

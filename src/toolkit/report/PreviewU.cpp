@@ -19,8 +19,13 @@ constexpr int kSlice = 15;         // milliseconds of building between two looks
 constexpr int kInterval = 100;     // milliseconds between two looks of the user at the progress
 constexpr int kCountAfter = 1000;  // milliseconds of building that make counting the records worth its while
 constexpr double kZoomStep = 1.25;
-constexpr QSize kTouch(44, 48);
+constexpr QSize kTouch(48, 48);
 constexpr int kOutlineWidth = 300;
+
+// "Imprimer (Ctrl+P)"
+QString withKeys(const QString& text, const QKeySequence& keys) {
+  return keys.isEmpty() ? text : text + " (" + keys.toString(QKeySequence::NativeText) + ")";
+}
 
 // Where the tools do not all fit, the arrow that shows the others is as wide as a finger too.
 class TouchToolBar : public QProxyStyle {
@@ -57,6 +62,7 @@ PageView& PreviewPanel::pages() const {
 
 void PreviewPanel::handle(QAction* action, std::function<void()> handler) {
   addAction(action);
+  action->setToolTip(withKeys(action->toolTip(), action->shortcut()));
   connect(action, &QAction::triggered, this, [handler = std::move(handler)] { guarded(handler); });
 }
 
@@ -86,6 +92,7 @@ void PreviewPanel::wire() {
   }
   ui_->Export->setMenu(formats);
   addAction(ui_->Export);
+  ui_->Export->setToolTip(withKeys(ui_->Export->text(), ui_->Export->shortcut()));
   if (auto* button = qobject_cast<QToolButton*>(ui_->Tools->widgetForAction(ui_->Export))) {
     button->setPopupMode(QToolButton::InstantPopup);
     connect(ui_->Export, &QAction::triggered, button, &QToolButton::showMenu);
@@ -104,7 +111,8 @@ void PreviewPanel::wire() {
 void PreviewPanel::wireNavigator() {
   const auto last = [this] { return hasPages() ? build_.document->pageCount() - 1 : 0; };
   const auto go = [this](std::size_t page) { pages().goTo(page); };
-  const auto key = [this](const QKeySequence& keys, auto action) {
+  const auto key = [this](const QKeySequence& keys, QWidget* button, auto action) {
+    if (button) button->setToolTip(withKeys(button->toolTip(), keys));
     auto* shortcut = new QShortcut(keys, this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, this, action);
@@ -113,17 +121,17 @@ void PreviewPanel::wireNavigator() {
   const auto toLast = [go, last] { go(last()); };
   connect(ui_->FirstPage, &QToolButton::clicked, this, first);
   connect(ui_->LastPage, &QToolButton::clicked, this, toLast);
-  connect(ui_->NextPage, &QToolButton::clicked, this,
-          [this, go, last] { go(std::min(pages().currentPage() + 1, last())); });
-  connect(ui_->PriorPage, &QToolButton::clicked, this, [this, go] {
-    const std::size_t page = pages().currentPage();
-    go(page == 0 ? 0 : page - 1);
-  });
-  key(Qt::CTRL | Qt::Key_Home, first);
-  key(Qt::CTRL | Qt::Key_End, toLast);
-  key(Qt::Key_F3, [this] { guarded([this] { find(true); }); });
-  key(Qt::SHIFT | Qt::Key_F3, [this] { guarded([this] { find(false); }); });
-  key(Qt::CTRL | Qt::Key_A, [this] {
+  const auto next = [this, go, last] { go(std::min(pages().currentPage() + 1, last())); };
+  const auto prior = [this, go] { go(pages().currentPage() - (pages().currentPage() == 0 ? 0 : 1)); };
+  connect(ui_->NextPage, &QToolButton::clicked, this, next);
+  connect(ui_->PriorPage, &QToolButton::clicked, this, prior);
+  key(Qt::CTRL | Qt::Key_Home, ui_->FirstPage, first);
+  key(Qt::CTRL | Qt::Key_End, ui_->LastPage, toLast);
+  key(Qt::CTRL | Qt::Key_PageUp, ui_->PriorPage, prior);
+  key(Qt::CTRL | Qt::Key_PageDown, ui_->NextPage, next);
+  key(Qt::Key_F3, ui_->FindNext, [this] { guarded([this] { find(true); }); });
+  key(Qt::SHIFT | Qt::Key_F3, ui_->FindPrevious, [this] { guarded([this] { find(false); }); });
+  key(Qt::CTRL | Qt::Key_A, nullptr, [this] {
     if (pages().tool() == PageView::Tool::Select) pages().selectAll();
   });
   connect(ui_->PageNumber, &QSpinBox::valueChanged, this,

@@ -13,10 +13,6 @@ namespace tavoline::report {
 
 namespace {
 
-bool anyPrinter() {
-  return !QPrinterInfo::availablePrinterNames().isEmpty();
-}
-
 bool askForPrinter(QPrinter& printer, QWidget* parent) {
   QPrintDialog dialog(&printer, parent);
   dialog.setWindowTitle("Imprimer");
@@ -24,19 +20,26 @@ bool askForPrinter(QPrinter& printer, QWidget* parent) {
   return dialog.exec() == QDialog::Accepted;
 }
 
-bool printToFile(const Document& document, const Progress& progress) {
+bool printToFile(const Document& document, const QString& why, const Progress& progress) {
   const QString path = quickExportPath(document);
   if (!exportDocument(document, path, progress)) return false;
-  const QString told = "Aucune imprimante n'est installée : le document est enregistré dans « " +
-                       QDir::toNativeSeparators(path) + " ».";
+  const QString told = why + " : le document est enregistré dans « " + QDir::toNativeSeparators(path) + " ».";
   ShowMessage(told.toStdString());
   return true;
+}
+
+// A job for a printer that is gone is lost without a word from anybody.
+void expectPrinter(const QPrinter& printer) {
+  if (!printer.outputFileName().isEmpty()) return;
+  if (PrintSystem::current().printers().contains(printer.printerName())) return;
+  throw Error("L'imprimante « " + printer.printerName().toStdString() +
+              " » ne répond plus. Vérifiez qu'elle est allumée et branchée, puis imprimez de nouveau.");
 }
 
 }  // namespace
 
 PrintSystem PrintSystem::real() {
-  return {anyPrinter, askForPrinter};
+  return {QPrinterInfo::availablePrinterNames, QPrinterInfo::defaultPrinterName, askForPrinter};
 }
 
 PrintSystem& PrintSystem::current() {
@@ -45,23 +48,26 @@ PrintSystem& PrintSystem::current() {
 }
 
 bool print(const Document& document, const PrintOptions& options, QWidget* parent, const Progress& progress) {
-  if (!PrintSystem::current().hasPrinter()) return printToFile(document, progress);
+  const PrintSystem& system = PrintSystem::current();
+  const bool usual = options.Printer == "Default";
+  if (system.printers().isEmpty())
+    return printToFile(document, "Aucune imprimante n'est installée", progress);
+  if (usual && !options.ShowDialog && system.usualPrinter().isEmpty())
+    return printToFile(document, "Aucune imprimante n'est choisie par défaut", progress);
   QPrinter printer(QPrinter::HighResolution);
-  if (options.Printer != "Default") printer.setPrinterName(QString::fromStdString(options.Printer));
+  if (!usual) printer.setPrinterName(QString::fromStdString(options.Printer));
   printer.setDocName(QString::fromStdString(document.report().title));
   printer.setFullPage(true);
   const int pages = static_cast<int>(document.pageCount());
   printer.setFromTo(1, pages);
-  if (options.ShowDialog && !PrintSystem::current().ask(printer, parent)) return false;
-  if (printer.outputFormat() == QPrinter::NativeFormat && !printer.isValid()) {
-    throw Error("L'imprimante « " + printer.printerName().toStdString() +
-                " » ne répond plus. Vérifiez qu'elle est allumée et branchée, puis imprimez de nouveau.");
-  }
+  if (options.ShowDialog && !system.ask(printer, parent)) return false;
+  expectPrinter(printer);
   const int from = std::clamp(printer.fromPage() == 0 ? 1 : printer.fromPage(), 1, pages);
   const int to = std::clamp(printer.toPage() == 0 ? pages : printer.toPage(), from, pages);
   const bool done = paintSheets(document, printer, static_cast<std::size_t>(from - 1),
                                 static_cast<std::size_t>(to - 1), progress);
   if (!done) printer.abort();
+  expectPrinter(printer);
   if (printer.printerState() == QPrinter::Error)
     throw Error("L'impression a échoué : l'imprimante signale une erreur.");
   return done;

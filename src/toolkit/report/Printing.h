@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QStringList>
 #include <functional>
 #include <string>
 
@@ -19,7 +20,8 @@ struct PrintOptions {
 
 /// What the system offers for printing. Tests put their own in its place.
 struct PrintSystem {
-  std::function<bool()> hasPrinter;
+  std::function<QStringList()> printers;  ///< Names of those that are there now.
+  std::function<QString()> usualPrinter;  ///< The one named as default; empty for none.
   /// Lets the user choose printer and pages; false when he gives up.
   std::function<bool(QPrinter& printer, QWidget* parent)> ask;
 
@@ -27,8 +29,9 @@ struct PrintSystem {
   static PrintSystem real();
 };
 
-/// Prints the document. Where no printer is known it goes to a PDF in the folder `impressions` beside the
-/// store, and a message says so. False when the user gave up. Throws Error when printer or file fail.
+/// Prints the document. Without any printer, and without a default one where nobody is asked, it goes to a
+/// PDF in the folder `impressions` beside the store, and a message says so. False when the user gave up.
+/// Throws Error when printer or file fail.
 bool print(const Document& document, const PrintOptions& options, QWidget* parent,
            const Progress& progress = {});
 

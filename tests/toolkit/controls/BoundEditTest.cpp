@@ -5,6 +5,7 @@
 #include "toolkit/controls/DBComboBox.h"
 #include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DBText.h"
+#include "toolkit/controls/Keypad.h"
 
 namespace tavoline {
 namespace {
@@ -83,6 +84,24 @@ TEST_F(BoundEditTest, TextThatDoesNotConvertEndsTheOperationAndGoesOnWaiting) {
   typeInto(balance, "12,5");
   DM->Caisse.Post();
   EXPECT_EQ(stored("solde"), "12.5");
+}
+
+TEST_F(BoundEditTest, ThePointOfEitherKeypadIsADecimalSign) {
+  auto* keypad = screen->add<Keypad>("AdvTouchKeyboard1");
+  keypad->show();
+  typeInto(balance, "12");
+  station.tap(keypad->findChild<QWidget*>("key."));
+  station.type("5");
+  DM->Caisse.Post();
+  EXPECT_EQ(stored("solde"), "12.5");
+  typeInto(balance, "7");
+  station.press(Qt::Key_Period, Qt::KeypadModifier);
+  station.type("25");
+  DM->Caisse.Post();
+  EXPECT_EQ(stored("solde"), "7.25");
+  name->SetFocus();
+  station.settle();
+  EXPECT_EQ(balance->Text(), "7,25");
 }
 
 TEST_F(BoundEditTest, AnEmptiedInputWritesAnEmptyTextOrNoNumber) {

@@ -1,62 +1,21 @@
 #include "toolkit/report/Preview.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
-#include <QtGui/QAction>
-#include <QtGui/QClipboard>
 #include <QtPrintSupport/QPrinter>
-#include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
-#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
-#include <QtWidgets/QToolButton>
 
-#include "Samples.h"
 #include "data/value/Errors.h"
-#include "toolkit/forms/Messages.h"
 #include "toolkit/report/DocumentFile.h"
-#include "toolkit/report/PageView.h"
+#include "toolkit/report/PreviewFixture.h"
 
 namespace tavoline {
 namespace {
 
 using report::sampleDocument;
-
-class PreviewTest : public testing::Test {
- protected:
-  PreviewTest() {
-    Messages::current().show = [this](const std::string& text) { shown_.push_back(text); };
-    Messages::current().saveFile = [this](const std::string&, const std::string&) { return file_; };
-    Messages::current().openFile = [this](const std::string&, const std::string&) { return file_; };
-    panel_.resize(900, 700);
-    panel_.show();
-  }
-  ~PreviewTest() override {
-    Messages::current() = Messages::real();
-    report::PrintSystem::current() = report::PrintSystem::real();
-  }
-
-  void open(int rows) { panel_.open({std::make_shared<report::Document>(sampleDocument(rows)), {}, {}, {}}); }
-  QAction* action(const char* name) { return panel_.findChild<QAction*>(name); }
-  QToolButton* button(const char* name) { return panel_.findChild<QToolButton*>(name); }
-  PageView& pages() { return panel_.pages(); }
-  std::string hitText() {
-    return pages().hit() ? std::string(panel_.document()->page(pages().hit()->page).text(pages().hit()->word))
-                         : "";
-  }
-  QPointF viewPoint(std::size_t page, double x, double y) {  // units on the page
-    return pages().pageRect(page).topLeft() + QPointF(x, y) * pages().zoom() - pages().deskPoint({0, 0});
-  }
-
-  QTemporaryDir folder_;
-  std::string file_ = folder_.filePath("a").toStdString();
-  std::vector<std::string> shown_;
-  PreviewPanel panel_;
-};
 
 TEST_F(PreviewTest, pagesThroughByButtonsNumberAndKeys) {
   open(80);
@@ -76,38 +35,20 @@ TEST_F(PreviewTest, pagesThroughByButtonsNumberAndKeys) {
   panel_.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&panel_));
   pages().setFocus();
-  QTest::keyClick(&pages(), Qt::Key_Home, Qt::ControlModifier);
-  EXPECT_EQ(pages().currentPage(), 0U);
-}
-
-TEST_F(PreviewTest, zoomsInStepsToTheWholePageAndToItsWidth) {
-  open(30);
-  EXPECT_EQ(pages().zoom(), 1);
-  action("ZoomIn")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), 1.25);
-  action("ZoomOut")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), 1);
-  action("PageWidth")->trigger();
-  EXPECT_NEAR(pages().pageRect(0).width(), pages().viewport()->width() - 32, 1);
-  action("WholePage")->trigger();
-  EXPECT_NEAR(pages().pageRect(0).height(), pages().viewport()->height() - 32, 1);
-  const double before = pages().zoom();
-  panel_.resize(900, 400);
-  QApplication::processEvents();
-  EXPECT_LT(pages().zoom(), before) << "a fitted page stays fitted";
-  for (int i = 0; i < 40; ++i) action("ZoomIn")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), PageView::kLargest);
-}
-
-TEST_F(PreviewTest, manyPagesAreNotManyPictures) {
-  open(13000);
-  ASSERT_GT(panel_.document()->pageCount(), 700U);
-  for (std::size_t page = 0; page < 50; ++page) {
-    pages().goTo(page * 14);
-    pages().viewport()->grab();
+  const struct {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    std::size_t page;
+  } keys[] = {{Qt::Key_Home, Qt::ControlModifier, 0},     {Qt::Key_End, {}, 4},
+              {Qt::Key_PageUp, Qt::ControlModifier, 3},   {Qt::Key_Home, {}, 0},
+              {Qt::Key_PageDown, Qt::ControlModifier, 1}, {Qt::Key_PageDown, {}, 3},
+              {Qt::Key_End, Qt::ControlModifier, 4}};
+  for (const auto& each : keys) {
+    QTest::keyClick(&pages(), each.key, each.modifiers);
+    EXPECT_EQ(pages().currentPage(), each.page) << each.key;
   }
-  EXPECT_LE(pages().picturesKept(), 6U);
-  EXPECT_GT(pages().picturesKept(), 0U);
+  EXPECT_EQ(button("FirstPage")->toolTip(), "Première page (Ctrl+Home)");
+  EXPECT_EQ(action("Print")->toolTip(), "Imprimer (Ctrl+P)");
 }
 
 TEST_F(PreviewTest, findsAcrossPages) {
@@ -141,41 +82,6 @@ TEST_F(PreviewTest, theOutlineLeadsToPages) {
   EXPECT_EQ(pages().currentPage(), 2U);
 }
 
-TEST_F(PreviewTest, selectedTextIsCopied) {
-  open(30);
-  action("Select")->trigger();
-  QTest::mousePress(pages().viewport(), Qt::LeftButton, {}, viewPoint(0, 10, 62).toPoint());
-  QTest::mouseMove(pages().viewport(), viewPoint(0, 150, 90).toPoint());
-  QTest::mouseRelease(pages().viewport(), Qt::LeftButton, {}, viewPoint(0, 150, 98).toPoint());
-  action("Copy")->trigger();
-  EXPECT_EQ(QApplication::clipboard()->text(), "1\tligne 1\n2\tligne 2\n");
-  action("Hand")->trigger();
-  EXPECT_FALSE(pages().hasSelection());
-  pages().goTo(2);
-  action("Copy")->trigger();
-  EXPECT_TRUE(QApplication::clipboard()->text().endsWith("Total : 465\n"))
-      << "the page at hand without a selection";
-}
-
-TEST_F(PreviewTest, aTextIsCorrectedInItsPlace) {
-  open(3);
-  action("Edit")->trigger();
-  const auto edit = [this](const char* typed, Qt::Key end) {
-    QTest::mouseClick(pages().viewport(), Qt::LeftButton, {}, viewPoint(0, 100, 70).toPoint());
-    auto* editor = pages().findChild<QPlainTextEdit*>("pageTextEditor");
-    ASSERT_TRUE(editor);
-    QTest::keyClicks(editor, typed);
-    QTest::keyClick(editor, end);
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  };
-  edit("dropped", Qt::Key_Escape);
-  EXPECT_EQ(panel_.document()->page(0).text(2), "ligne 1");
-  edit("corrected", Qt::Key_Return);
-  EXPECT_EQ(panel_.document()->page(0).text(2), "corrected");
-  EXPECT_EQ(panel_.document()->page(0).text(5), "ligne 2");
-  EXPECT_FALSE(pages().editAt(viewPoint(0, 300, 300))) << "nothing is written there";
-}
-
 TEST_F(PreviewTest, anotherPaperTakesTheSamePages) {
   open(30);
   report::PageSetup setup = panel_.document()->setup();
@@ -207,23 +113,33 @@ TEST_F(PreviewTest, savesAndOpensPages) {
 TEST_F(PreviewTest, printsThroughTheDialogAndToAPdfWithoutPrinters) {
   open(30);
   int asked = 0;
-  report::PrintSystem::current() = {[] { return true; },
+  QString file = folder_.filePath("printed.pdf");
+  report::PrintSystem::current() = {[] { return QStringList("Caisse"); }, [] { return QString(); },
                                     [&](QPrinter& printer, QWidget*) {
                                       ++asked;
-                                      printer.setOutputFileName(folder_.filePath("printed.pdf"));
+                                      printer.setOutputFileName(file);
                                       return true;
                                     }};
   action("Print")->trigger();
   EXPECT_EQ(asked, 1);
-  EXPECT_TRUE(QFile::exists(folder_.filePath("printed.pdf")));
+  EXPECT_TRUE(QFile::exists(file));
+  file = folder_.filePath("no/folder/printed.pdf");
+  action("Print")->trigger();
+  file.clear();
+  action("Print")->trigger();
+  EXPECT_THAT(shown_, testing::ElementsAre(testing::HasSubstr("ne peut pas commencer"),
+                                           testing::HasSubstr("ne répond plus")))
+      << "a file that cannot be written, and a printer that is gone when the dialog closes";
+  shown_.clear();
+  asked = 0;
 
   const QString before = QDir::currentPath();
   QDir::setCurrent(folder_.path());
-  report::PrintSystem::current().hasPrinter = [] { return false; };
+  report::PrintSystem::current().printers = [] { return QStringList(); };
   action("Print")->trigger();
   action("QuickExport")->trigger();
   QDir::setCurrent(before);
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(asked, 0);
   EXPECT_EQ(QDir(folder_.filePath("impressions")).entryList({"Essai *.pdf"}).size(), 2);
   ASSERT_EQ(shown_.size(), 2U);
   EXPECT_THAT(shown_[0], testing::HasSubstr("Aucune imprimante"));
