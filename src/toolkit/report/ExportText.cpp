@@ -54,12 +54,34 @@ QByteArray fontStyle(const Object& object) {
   return style + (object.wordWrap ? "white-space:pre-wrap;" : "white-space:pre;");
 }
 
-QByteArray place(const Rect& rect) {
-  return "left:" + number(rect.left) + "px;top:" + number(rect.top) + "px;width:" + number(rect.width) +
-         "px;height:" + number(rect.height) + "px;";
+// What a page says of an object is its words; where it stands in its band and how it looks is told once, for
+// a class that bears the places of both in the template.
+QByteArray className(std::size_t band, std::size_t object) {
+  return "b" + QByteArray::number(static_cast<qulonglong>(band)) + "o" +
+         QByteArray::number(static_cast<qulonglong>(object));
 }
 
-QByteArray barcode(const Item& item) {
+QByteArray rule(const Object& object) {
+  QByteArray style = "left:" + number(object.left) + "px;top:" + number(object.top) +
+                     "px;width:" + number(object.width) + "px;height:" + number(object.height) + "px;";
+  const bool memo = object.kind == ObjectKind::Memo || object.kind == ObjectKind::SysMemo;
+  if (memo || object.kind == ObjectKind::Line) style += frameStyle(object);
+  if (object.kind == ObjectKind::Picture) style += "object-fit:contain;";
+  return memo ? style + "display:flex;padding:0 3px;line-height:1.15;" + fontStyle(object) : style;
+}
+
+QByteArray rules(const Template& report) {
+  QByteArray text;
+  for (std::size_t band = 0; band < report.bands.size(); ++band) {
+    const std::vector<Object>& objects = report.bands[band].objects;
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+      if (objects[i].visible) text += "." + className(band, i) + " { " + rule(objects[i]) + " }\n";
+    }
+  }
+  return text;
+}
+
+QByteArray barcode(const Item& item, const QByteArray& name) {
   const std::vector<bool> modules = code128(item.text);
   const double room = item.rect.width / (static_cast<double>(modules.size()) + 20);
   const double module = std::min(item.object->zoom, room);
@@ -71,19 +93,32 @@ QByteArray barcode(const Item& item) {
     }
     left += module;
   }
-  return "<div class=\"bars\" style=\"" + place(item.rect) + "\" title=\"" + escaped(item.text) + "\">" +
-         bars + "</div>\n";
+  return "<div class=\"bars " + name + "\" title=\"" + escaped(item.text) + "\">" + bars + "</div>\n";
 }
 
-QByteArray picture(const Document& document, const Item& item) {
+QByteArray picture(const Document& document, const QByteArray& name) {
   if (!document.logo()) return {};
   const Bytes& bytes = *document.logo();
   const QByteArray data =
       QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()))
           .toBase64();
-  return "<img alt=\"\" style=\"" + place(item.rect) +
-         "object-fit:contain\" src=\"data:" + (data.startsWith(kPngStart) ? "image/png" : "image/jpeg") +
-         ";base64," + data + "\"/>\n";
+  return "<img alt=\"\" class=\"" + name +
+         "\" src=\"data:" + (data.startsWith(kPngStart) ? "image/png" : "image/jpeg") + ";base64," + data +
+         "\"/>\n";
+}
+
+QByteArray element(const Document& document, const Item& item, const QByteArray& name) {
+  switch (item.object->kind) {
+    case ObjectKind::BarCode:
+      return barcode(item, name);
+    case ObjectKind::Picture:
+      return picture(document, name);
+    case ObjectKind::Line:
+    case ObjectKind::Memo:
+    case ObjectKind::SysMemo:
+      break;
+  }
+  return "<div class=\"" + name + "\">" + escaped(item.text) + "</div>\n";
 }
 
 QByteArray csvField(const std::string& text) {
@@ -119,36 +154,29 @@ QByteArray htmlHead(const Document& document) {
          "body { margin: 0; background: #d8d4cc; font-family: Arial, 'Liberation Sans', sans-serif; }\n"
          ".page { position: relative; margin: 16px auto; background: white; overflow: hidden; break-after: "
          "page; }\n"
-         ".page div, .page img { position: absolute; box-sizing: border-box; overflow: hidden; }\n"
-         ".memo { display: flex; padding: 0 3px; line-height: 1.15; }\n"
-         ".bars i { position: absolute; top: 0; bottom: 0; background: black; }\n"
+         ".page * { position: absolute; box-sizing: border-box; overflow: hidden; }\n"
+         ".page .band { left: " +
+         number(document.setup().marginLeft * kUnitsPerMm) +
+         "px; overflow: visible; }\n"
+         ".bars i { top: 0; bottom: 0; background: black; }\n"
          "@media print { body { background: none; } .page { margin: 0; } }\n"
          "@page { margin: 0; size: " +
-         number(document.setup().width) + "mm " + number(document.setup().height) +
-         "mm; }\n"
-         "</style>\n</head>\n<body>\n";
+         number(document.setup().width) + "mm " + number(document.setup().height) + "mm; }\n" +
+         rules(document.report()) + "</style>\n</head>\n<body>\n";
 }
 
 QByteArray htmlPage(const Document& document, std::size_t page) {
   QByteArray html = "<section class=\"page\" style=\"width:" + number(document.setup().unitWidth()) +
                     "px;height:" + number(document.setup().unitHeight()) + "px\">\n";
-  for (const Item& item : document.items(page)) {
-    switch (item.object->kind) {
-      case ObjectKind::BarCode:
-        html += barcode(item);
-        break;
-      case ObjectKind::Picture:
-        html += picture(document, item);
-        break;
-      case ObjectKind::Line:
-        html += "<div style=\"" + place(item.rect) + frameStyle(*item.object) + "\"></div>\n";
-        break;
-      case ObjectKind::Memo:
-      case ObjectKind::SysMemo:
-        html += "<div class=\"memo\" style=\"" + place(item.rect) + frameStyle(*item.object) +
-                fontStyle(*item.object) + "\">" + escaped(item.text) + "</div>\n";
-        break;
+  const std::vector<Item> items = document.items(page);
+  auto item = items.begin();
+  for (const PlacedBand& placed : document.page(page).bands()) {
+    const std::vector<Object>& objects = document.report().bands[placed.band].objects;
+    html += "<div class=\"band\" style=\"top:" + number(static_cast<double>(placed.top)) + "px\">\n";
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+      if (objects[i].visible) html += element(document, *item++, className(placed.band, i));
     }
+    html += "</div>\n";
   }
   return html + "</section>\n";
 }
