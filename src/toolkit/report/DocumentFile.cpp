@@ -15,6 +15,7 @@ namespace {
 
 constexpr char kRoot[] = "TavolinePages";
 constexpr char kVersion[] = "1";
+constexpr char kElsewhere[] = ". Choisissez un autre emplacement ou libérez de la place.";
 
 Error failure(const QString& path, const QString& what) {
   const QString sentence = "Le fichier « " + QDir::toNativeSeparators(path) + " » " + what;
@@ -162,7 +163,7 @@ class PagesReader {
 bool savePages(const Document& document, const QString& path, const Progress& progress) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly))
-    throw failure(path, "ne peut pas être écrit : " + file.errorString() + ".");
+    throw failure(path, "ne peut pas être écrit : " + file.errorString() + kElsewhere);
   QXmlStreamWriter xml(&file);
   xml.writeStartDocument();
   xml.writeStartElement(kRoot);
@@ -176,7 +177,7 @@ bool savePages(const Document& document, const QString& path, const Progress& pr
   }
   xml.writeEndDocument();
   if (xml.hasError() || !file.commit())
-    throw failure(path, "ne peut pas être écrit : " + file.errorString() + ".");
+    throw failure(path, "ne peut pas être écrit : " + file.errorString() + kElsewhere);
   return true;
 }
 

@@ -78,23 +78,36 @@ QString numbered(const QString& path, std::size_t page, std::size_t pages) {
                                  .arg(info.suffix()));
 }
 
+void writePicture(const QImage& image, const QString& path) {
+  Target target(path);
+  if (!image.save(&target.device(), "PNG")) fail(path, target.device().errorString());
+  target.commit();
+}
+
 bool exportPng(const Document& document, const QString& path, const Progress& progress) {
   const PagePainter pages(document);
   const QSize size =
       (QSizeF(document.setup().unitWidth(), document.setup().unitHeight()) * kPngScale).toSize();
-  for (std::size_t page = 0; page < document.pageCount(); ++page) {
-    const QString name = numbered(path, page, document.pageCount());
+  const std::size_t count = document.pageCount();
+  std::size_t written = 0;
+  const auto undo = [&] {
+    while (written > 0) QFile::remove(numbered(path, --written, count));
+  };
+  for (std::size_t page = 0; page < count; ++page) {
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
     pages.paint(painter, page, {0, 0}, kPngScale);
     painter.end();
-    Target target(name);
-    if (!image.save(&target.device(), "PNG")) fail(name, "l'image est refusée");
-    target.commit();
-    if (tell(progress, page + 1, document.pageCount())) continue;
-    for (std::size_t done = 0; done <= page; ++done)
-      QFile::remove(numbered(path, done, document.pageCount()));
+    try {
+      writePicture(image, numbered(path, page, count));
+    } catch (...) {
+      undo();
+      throw;
+    }
+    ++written;
+    if (tell(progress, page + 1, count)) continue;
+    undo();
     return false;
   }
   return true;

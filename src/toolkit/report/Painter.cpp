@@ -44,6 +44,15 @@ QFont deviceFont(const Object& object, double scale, int deviceDpi) {
   return font;
 }
 
+// No letter is wider than its font is high, and no line higher than this share of it.
+constexpr double kLineHeight = 1.3;
+
+bool fitsForSure(const Object& object, const QString& text, const Rect& rect) {
+  const double size = object.fontSize * kUnitsPerPoint;
+  return static_cast<double>(text.size()) * size <= rect.width - 2 * kTextInset &&
+         size * kLineHeight <= rect.height && !text.contains(u'\n');
+}
+
 // A painter with the page's origin and scale: the objects are told in units, the device works in dots.
 class Canvas {
  public:
@@ -132,10 +141,11 @@ class Canvas {
     const QRectF outer = device(item.rect);
     const double inset = kTextInset * scale_;
     const QRectF box = outer.adjusted(inset, 0, -inset, 0);
-    painter_.save();
-    painter_.setClipRect(outer, Qt::IntersectClip);
     painter_.setFont(deviceFont(object, scale_, painter_.device()->logicalDpiY()));
     painter_.setPen(colour(object.fontColour));
+    if (fitsForSure(object, text, item.rect)) return painter_.drawText(box, flags(object), text);
+    painter_.save();
+    painter_.setClipRect(outer, Qt::IntersectClip);
     if (object.wordWrap || object.hAlign == HAlign::Block) {
       painter_.drawText(box, flags(object) | Qt::TextWordWrap, text);
     } else {

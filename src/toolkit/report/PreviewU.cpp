@@ -76,7 +76,10 @@ void PreviewPanel::wire() {
   handle(ui_->WholePage, [this] { pages().setFit(PageView::Fit::Page); });
   handle(ui_->PageWidth, [this] { pages().setFit(PageView::Fit::Width); });
   handle(ui_->Find, [this] { showFindBar(ui_->Find->isChecked()); });
-  handle(ui_->Outline, [this] { ui_->OutlineList->setVisible(ui_->Outline->isChecked()); });
+  handle(ui_->Outline, [this] {
+    ui_->OutlineList->setVisible(ui_->Outline->isChecked());
+    updateState();
+  });
   handle(ui_->PageSetup, [this] { pageSetup(); });
   handle(ui_->Hand, [this] { setTool(static_cast<int>(PageView::Tool::Hand)); });
   handle(ui_->ZoomTool, [this] { setTool(static_cast<int>(PageView::Tool::Zoom)); });
@@ -236,6 +239,8 @@ void PreviewPanel::updateState() {
   const QSignalBlocker quiet(ui_->PageNumber);
   ui_->PageNumber->setMaximum(std::max<int>(1, static_cast<int>(count)));
   ui_->PageNumber->setValue(static_cast<int>(page) + 1);
+  if (ui_->Outline->isChecked())
+    ui_->OutlineList->setCurrentIndex(outline_->index(static_cast<int>(page), 0));
   ui_->PageTotal->setText(QString("/ %1").arg(count) + (interrupted_ ? " (interrompu)" : ""));
   ui_->FirstPage->setEnabled(page > 0);
   ui_->PriorPage->setEnabled(page > 0);

@@ -1,6 +1,7 @@
 #include "toolkit/report/Printing.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtPrintSupport/QPrintDialog>
 #include <QtPrintSupport/QPrinter>
 #include <QtPrintSupport/QPrinterInfo>
@@ -36,6 +37,16 @@ void expectPrinter(const QPrinter& printer) {
               " » ne répond plus. Vérifiez qu'elle est allumée et branchée, puis imprimez de nouveau.");
 }
 
+// A printing system may take what was painted for a whole document and print it.
+void giveUp(QPrinter& printer, std::size_t pages) {
+  if (!printer.outputFileName().isEmpty()) {
+    QFile::remove(printer.outputFileName());
+  } else if (!printer.abort()) {
+    ShowMessage("L'impression est interrompue. Ce qui en était prêt peut encore sortir de l'imprimante (" +
+                std::to_string(pages) + (pages == 1 ? " page)." : " pages)."));
+  }
+}
+
 }  // namespace
 
 PrintSystem PrintSystem::real() {
@@ -64,9 +75,14 @@ bool print(const Document& document, const PrintOptions& options, QWidget* paren
   expectPrinter(printer);
   const int from = std::clamp(printer.fromPage() == 0 ? 1 : printer.fromPage(), 1, pages);
   const int to = std::clamp(printer.toPage() == 0 ? pages : printer.toPage(), from, pages);
+  std::size_t gone = 0;
+  const Progress counted = [&](std::size_t done, std::size_t total) {
+    gone = done;
+    return !progress || progress(done, total);
+  };
   const bool done = paintSheets(document, printer, static_cast<std::size_t>(from - 1),
-                                static_cast<std::size_t>(to - 1), progress);
-  if (!done) printer.abort();
+                                static_cast<std::size_t>(to - 1), counted);
+  if (!done) giveUp(printer, gone);
   expectPrinter(printer);
   if (printer.printerState() == QPrinter::Error)
     throw Error("L'impression a échoué : l'imprimante signale une erreur.");

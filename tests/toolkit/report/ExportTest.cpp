@@ -108,6 +108,9 @@ TEST_F(ExportTest, whatCannotBeWrittenIsToldAndWhatIsGivenUpLeavesNothing) {
   }
   EXPECT_FALSE(savePages(document, path("b.pages"), [](std::size_t, std::size_t) { return false; }));
   EXPECT_THROW(savePages(document, path("no/such/folder/b.pages")), Error);
+  // The second picture cannot be written: its name is taken by a folder.
+  ASSERT_TRUE(QDir(folder_.path()).mkdir("c-2.png"));
+  EXPECT_THROW(exportDocument(document, path("c.png")), Error);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList());
 }
 
@@ -138,6 +141,9 @@ TEST_F(ExportTest, savedPagesComeBackAsTheyWere) {
   EXPECT_EQ(again->setup(), document.setup());
   ASSERT_TRUE(again->logo());
   EXPECT_EQ(*again->logo(), *document.logo());
+  std::size_t told = 0;
+  EXPECT_EQ(loadPages(path("a.pages"), [&](std::size_t, std::size_t) { return ++told < 4; }), nullptr);
+  EXPECT_EQ(told, 4U) << "given up at once";
   ASSERT_TRUE(savePages(*again, path("b.pages")));
   EXPECT_EQ(contents(path("b.pages")), contents(path("a.pages")));
 }

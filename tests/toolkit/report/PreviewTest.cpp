@@ -78,8 +78,11 @@ TEST_F(PreviewTest, theOutlineLeadsToPages) {
   ASSERT_TRUE(list->isVisible());
   ASSERT_EQ(list->model()->rowCount(), 3);
   EXPECT_EQ(list->model()->index(1, 0).data().toString(), "Page 2 : 15 ligne 15");
+  EXPECT_EQ(list->currentIndex().row(), 0);
   Q_EMIT list->clicked(list->model()->index(2, 0));
   EXPECT_EQ(pages().currentPage(), 2U);
+  pages().goTo(1);
+  EXPECT_EQ(list->currentIndex().row(), 1) << "the outline follows";
 }
 
 TEST_F(PreviewTest, anotherPaperTakesTheSamePages) {
@@ -123,6 +126,10 @@ TEST_F(PreviewTest, printsThroughTheDialogAndToAPdfWithoutPrinters) {
   action("Print")->trigger();
   EXPECT_EQ(asked, 1);
   EXPECT_TRUE(QFile::exists(file));
+  EXPECT_FALSE(
+      report::print(*panel_.document(), {}, &panel_, [](std::size_t, std::size_t) { return false; }));
+  EXPECT_FALSE(QFile::exists(file)) << "what was given up leaves no half of it";
+  asked = 0;
   file = folder_.filePath("no/folder/printed.pdf");
   action("Print")->trigger();
   file.clear();
