@@ -142,14 +142,14 @@ Attribute<T> colour(const char* name) {
 }
 
 // An attribute with one permitted value: it says what holds for every document here.
-template <const char* Value>
-Attribute<Object> fixed(const char* name) {
-  return {name, [](Object&, const QString& text) { return text == QLatin1String(Value); },
-          [](const Object&) { return QString::fromLatin1(Value); }};
+template <class T, const char* Value>
+Attribute<T> fixed(const char* name) {
+  return {name, [](T&, const QString& text) { return text == QLatin1String(Value); },
+          [](const T&) { return QString::fromLatin1(Value); }};
 }
 constexpr char kCode128[] = "bcCode128";
-constexpr char kNoText[] = "false";
-constexpr char kUpright[] = "0";
+constexpr char kNo[] = "false";
+constexpr char kZero[] = "0";
 constexpr char kRatio[] = "2";
 
 Attribute<Object> barcodeExpression() {
@@ -213,7 +213,9 @@ const Attributes<Template>& reportAttributes() {
 
 const Attributes<ReportDataset>& datasetAttributes() {
   static const Attributes<ReportDataset> table = {text<ReportDataset, &ReportDataset::userName>("UserName"),
-                                                  text<ReportDataset, &ReportDataset::dataSet>("DataSet")};
+                                                  text<ReportDataset, &ReportDataset::dataSet>("DataSet"),
+                                                  fixed<ReportDataset, kNo>("CloseDataSource"),
+                                                  fixed<ReportDataset, kNo>("BCDToCurrency")};
   return table;
 }
 
@@ -233,7 +235,8 @@ const Attributes<PageSetup>& pageAttributes() {
 const Attributes<Band>& bandAttributes(BandKind kind) {
   static const Attributes<Band> common = {text<Band, &Band::name>("Name"), number<Band, &Band::top>("Top"),
                                           number<Band, &Band::height>("Height")};
-  static const Attributes<Band> data = joined(common, {text<Band, &Band::dataSet>("DataSet")});
+  static const Attributes<Band> data =
+      joined(common, {text<Band, &Band::dataSet>("DataSet"), fixed<Band, kZero>("RowCount")});
   return kind == BandKind::MasterData ? data : common;
 }
 
@@ -244,9 +247,9 @@ const Attributes<Object>& objectAttributes(ObjectKind kind) {
       joined(joined(placeAttributes(), frameAttributes()), {word<Object, &Object::source, kParts>("Source")});
   static const Attributes<Object> line = joined(placeAttributes(), frameAttributes());
   static const Attributes<Object> barcode =
-      joined(placeAttributes(), {fixed<kCode128>("BarType"), barcodeExpression(), fixed<kNoText>("ShowText"),
-                                 fixed<kRatio>("WideBarRatio"), fixed<kUpright>("Rotation"),
-                                 number<Object, &Object::zoom>("Zoom")});
+      joined(placeAttributes(), {fixed<Object, kCode128>("BarType"), barcodeExpression(),
+                                 fixed<Object, kNo>("ShowText"), fixed<Object, kRatio>("WideBarRatio"),
+                                 fixed<Object, kZero>("Rotation"), number<Object, &Object::zoom>("Zoom")});
   switch (kind) {
     case ObjectKind::Picture:
       return picture;

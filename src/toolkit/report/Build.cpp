@@ -58,6 +58,7 @@ bool complete(Build& build, QWidget* parent) {
     if (total == 0) total = build.total();
     if (!box.tell(build.done(), total)) {
       build.advance = nullptr;
+      build.interrupted = true;
       return false;
     }
   }

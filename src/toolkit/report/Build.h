@@ -17,6 +17,7 @@ struct Build {
       advance;  ///< One more piece of work; false when complete. Empty for a finished document.
   std::function<std::size_t()> done;   ///< Records read so far,
   std::function<std::size_t()> total;  ///< of how many; may be slow.
+  bool interrupted = false;            ///< The user gave up: there are more records than pages show.
 };
 
 /// A box with a bar and a button to give up, which comes up when an action lasts longer than a blink.

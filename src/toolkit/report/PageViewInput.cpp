@@ -5,6 +5,7 @@
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
+#include <cmath>
 
 #include "toolkit/report/PageView.h"
 
@@ -17,10 +18,15 @@ constexpr QSize kSmallestEditor(160, 48);
 
 void PageView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
-  const std::size_t page = currentPage();
+  // What was at the head of the view stays there, however the page is fitted.
+  const std::size_t page = fit_ == Fit::Page ? currentPage() : pageAt(verticalScrollBar()->value());
+  const double within = (verticalScrollBar()->value() - pageRect(page).top()) / pageRect(page).height();
   dropEditor();
   layOut();
   if (fit_ == Fit::Page) goTo(page);
+  if (fit_ == Fit::Width)
+    verticalScrollBar()->setValue(
+        static_cast<int>(std::lround(pageRect(page).top() + within * pageRect(page).height())));
   if (OnScrolled) OnScrolled();
 }
 

@@ -172,7 +172,6 @@ void PreviewPanel::open(report::Build build, const report::PrintOptions& options
   slices_.stop();
   build_ = std::move(build);
   options_ = options;
-  interrupted_ = false;
   total_ = 0;
   buildingFor_.start();
   shown_.start();
@@ -212,7 +211,7 @@ void PreviewPanel::stopBuilding() {
   slices_.stop();
   if (!building()) return;
   build_.advance = nullptr;
-  interrupted_ = true;
+  build_.interrupted = true;
   outline_->grown();
   pages().grown();
   updateProgress();
@@ -241,7 +240,7 @@ void PreviewPanel::updateState() {
   ui_->PageNumber->setValue(static_cast<int>(page) + 1);
   if (ui_->Outline->isChecked())
     ui_->OutlineList->setCurrentIndex(outline_->index(static_cast<int>(page), 0));
-  ui_->PageTotal->setText(QString("/ %1").arg(count) + (interrupted_ ? " (interrompu)" : ""));
+  ui_->PageTotal->setText(QString("/ %1").arg(count) + (build_.interrupted ? " (interrompu)" : ""));
   ui_->FirstPage->setEnabled(page > 0);
   ui_->PriorPage->setEnabled(page > 0);
   ui_->NextPage->setEnabled(page + 1 < count);

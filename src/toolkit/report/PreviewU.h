@@ -72,7 +72,6 @@ class PreviewPanel : public QWidget {
   std::unique_ptr<Ui::PreviewPanel> ui_;
   report::Build build_;
   report::PrintOptions options_;
-  bool interrupted_ = false;
   std::size_t total_ = 0;  // records, once asked for
   QTimer slices_;
   QElapsedTimer buildingFor_, shown_;

@@ -98,7 +98,7 @@ void Report::keep(std::shared_ptr<report::Document> document, bool clearLast) {
 
 void Report::PrepareReport(bool ClearLastReport) {
   report::Build work = build();
-  report::complete(work, QApplication::activeWindow());
+  interrupted_ = !report::complete(work, QApplication::activeWindow());
   keep(work.document, ClearLastReport);
 }
 
@@ -109,16 +109,18 @@ void Report::ShowReport(bool ClearLastReport) {
         owner_ ? owner_->findChild<PreviewPanel*>(QString::fromStdString(report->preview)) : nullptr;
     if (!panel) throw Error("Le volet d'aperçu « " + report->preview + " » n'existe pas.");
     PrepareReport(ClearLastReport);
-    return panel->open({document_, {}, {}, {}}, PrintOptions);
+    return panel->open({document_, {}, {}, {}, interrupted_}, PrintOptions);
   }
   report::Build work;
   if (ClearLastReport && !Preview::observer) {
     work = build();
     begin(work);
     document_ = work.document;
+    interrupted_ = false;
   } else {
     PrepareReport(ClearLastReport);
     work.document = document_;
+    work.interrupted = interrupted_;
   }
   Preview(std::move(work), PrintOptions, QApplication::activeWindow()).run();
   if (OnClosePreview) OnClosePreview();
@@ -127,6 +129,9 @@ void Report::ShowReport(bool ClearLastReport) {
 void Report::Print() {
   if (!document_ || document_->empty())
     throw Error("Le document « " + name_ + " » n'a pas été préparé : il n'y a rien à imprimer.");
+  if (interrupted_)
+    throw Error("La préparation du document « " + name_ +
+                " » a été interrompue : il n'est pas complet, et n'est pas imprimé.");
   report::ProgressBox box("Impression…", QApplication::activeWindow());
   report::print(*document_, PrintOptions, QApplication::activeWindow(), box.progress());
 }

@@ -48,6 +48,7 @@ class Report {
   QWidget* owner_;
   report::TemplateResult template_;
   std::shared_ptr<report::Document> document_;
+  bool interrupted_ = false;  // the preparation was given up
 };
 
 }  // namespace tavoline

@@ -25,6 +25,11 @@ TEST_F(PageViewTest, zoomsInStepsToTheWholePageAndToItsWidth) {
   panel_.resize(900, 400);
   QApplication::processEvents();
   EXPECT_LT(pages().zoom(), before) << "a fitted page stays fitted";
+  action("PageWidth")->trigger();
+  pages().goTo(2);
+  panel_.resize(500, 400);
+  QApplication::processEvents();
+  EXPECT_EQ(pages().pageRect(2).top() - pages().deskPoint({0, 0}).y(), 16) << "and at its place";
   for (int i = 0; i < 40; ++i) action("ZoomIn")->trigger();
   EXPECT_DOUBLE_EQ(pages().zoom(), PageView::kLargest);
 }

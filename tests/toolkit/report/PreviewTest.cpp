@@ -2,6 +2,7 @@
 
 #include <QtCore/QTimer>
 #include <QtPrintSupport/QPrinter>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListView>
 #include <QtWidgets/QProgressDialog>
@@ -236,6 +237,9 @@ TEST(Build, aLongPreparationCanBeGivenUp) {
   };
   EXPECT_FALSE(report::complete(build, nullptr));
   EXPECT_TRUE(offered);
+  PreviewPanel panel;
+  panel.open(build);
+  EXPECT_TRUE(panel.findChild<QLabel*>("PageTotal")->text().endsWith("(interrompu)"));
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 
   LongBuild brief(100);
