@@ -35,10 +35,18 @@ function(tavoline_room name)
   target_link_libraries(${name} PUBLIC tavoline_options ${ROOM_LINK})
 endfunction()
 
-# tavoline_test(NAME SOURCES a.cpp ... LINK rooms ...): one test program, its cases known to ctest.
+# tavoline_test(NAME SOURCES a.cpp ... CASES a.txt ... LINK rooms ...): one test program, its cases known to ctest.
+# Those of the texts are registered from TAVOLINE_CASES by one of the sources.
 function(tavoline_test name)
-  cmake_parse_arguments(TEST "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(TEST "" "" "SOURCES;CASES;LINK" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
+  if(TEST_CASES)
+    list(TRANSFORM TEST_CASES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${TEST_CASES}")
+    list(JOIN TEST_CASES " " cases)
+    target_compile_definitions(${name} PRIVATE
+      "TAVOLINE_CASES=\"${cases}\"" "TAVOLINE_FOLDER=\"${CMAKE_CURRENT_SOURCE_DIR}/\"")
+  endif()
   target_link_libraries(${name} PRIVATE tavoline_options ${TEST_LINK} GTest::gtest GTest::gmock)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60

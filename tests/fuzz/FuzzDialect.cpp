@@ -5,11 +5,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "data/sql/Cafeteria.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
 #include "data/value/Errors.h"
+#include "tools/store/Schema.h"
 
 namespace tavoline::test {
 namespace {
@@ -80,6 +80,20 @@ class Inspection {
   const std::size_t values_;
   std::size_t at_ = 0, highest_ = 0;
 };
+
+/// The tables of a store, as its schema has them.
+const Catalog& catalog() {
+  static const Catalog all = [] {
+    std::vector<TableInfo> tables;
+    for (const schema::Table& table : schema::tables()) {
+      tables.push_back({std::string(table.name), {}});
+      for (const schema::Column& column : table.columns)
+        tables.back().columns.push_back({std::string(column.name), column.type, column.width, {}});
+    }
+    return Catalog(std::move(tables));
+  }();
+  return all;
+}
 
 /// Parameters that convert to some types and not to others.
 sql::Parameters parametersFor(const sql::Statement& statement) {

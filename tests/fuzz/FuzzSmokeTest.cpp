@@ -6,9 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "data/sql/Statements.h"
+#include "data/DMU.h"
 #include "data/value/Errors.h"
 #include "fuzz/FuzzDialect.h"
+#include "support/StoreFile.h"
 
 namespace tavoline {
 namespace {
@@ -19,9 +20,11 @@ std::vector<std::string> seeds() {
   const std::vector<std::string> filters = {"n_commande='12'", "login='ab12'and general='NON'",
                                             "table='l''été'", "j>='1'and j<='5'and M>='1'and A=\"2024\"",
                                             "SumOftotal>=1.5 or total<>-2"};
+  const test::StoreFile file;
+  const TDM dm(file.open());
   std::vector<std::string> all;
-  for (const test::NamedStatement& statement : test::statements())
-    all.push_back(std::string(statement.text) + "\n--\n" + filters[all.size() % filters.size()]);
+  for (const Dataset* dataset : dm.Datasets())
+    all.push_back(dataset->SQL() + "\n--\n" + filters[all.size() % filters.size()]);
   all.push_back(
       "select first(tcc)*2/[A] as x, last(login) from commande where not (login like 'é%' or tcc is null)");
   return all;
@@ -66,42 +69,42 @@ class Mutation {
   }
 
   std::string piece() {
-    static const std::vector<std::string> pieces = {"'",
-                                                    "\"",
-                                                    "''",
-                                                    "(",
-                                                    ")",
-                                                    ",",
-                                                    ".",
-                                                    ";",
-                                                    "*",
-                                                    " and ",
-                                                    " or ",
-                                                    " not ",
-                                                    " is null",
-                                                    "=",
-                                                    "<>",
-                                                    " between 9 and 1",
-                                                    " like '%'",
-                                                    ":x",
-                                                    "[",
-                                                    "]",
-                                                    "[type]",
-                                                    "type.",
-                                                    " first(",
-                                                    " sum(",
-                                                    " group by ",
-                                                    " order by ",
-                                                    " inner join ",
-                                                    "1e9",
-                                                    "9999999999999999999999",
-                                                    "-",
-                                                    "/0",
-                                                    "\n--\n",
-                                                    "é",
-                                                    "\xC3",
-                                                    std::string(1, '\0')};
-    return pieces[below(pieces.size())];
+    static const std::string pieces[] = {"'",
+                                         "\"",
+                                         "''",
+                                         "(",
+                                         ")",
+                                         ",",
+                                         ".",
+                                         ";",
+                                         "*",
+                                         " and ",
+                                         " or ",
+                                         " not ",
+                                         " is null",
+                                         "=",
+                                         "<>",
+                                         " between 9 and 1",
+                                         " like '%'",
+                                         ":x",
+                                         "[",
+                                         "]",
+                                         "[type]",
+                                         "type.",
+                                         " first(",
+                                         " sum(",
+                                         " group by ",
+                                         " order by ",
+                                         " inner join ",
+                                         "1e9",
+                                         "9999999999999999999999",
+                                         "-",
+                                         "/0",
+                                         "\n--\n",
+                                         "é",
+                                         "\xC3",
+                                         std::string(1, '\0')};
+    return pieces[below(std::size(pieces))];
   }
 
   std::vector<std::string> seeds_;

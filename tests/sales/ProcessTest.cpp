@@ -18,10 +18,10 @@ namespace tavoline {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using Turns = test::StoreProcess::Turns;
 
-const char Held[] = "cette table est reserver par un autre utilisateur , merci de pationter";
+const char Held[] = "says \"cette table est reserver par un autre utilisateur , merci de pationter\"\n";
 
 /// Where the workstations of a test make their folder.
 class Home {
@@ -76,14 +76,11 @@ std::vector<std::string> statesOf(const Gesture& gesture) {
   const int status = test::runElsewhere([&] {
     const Application application;
     Life life;
-    (life.*gesture.before)();
+    life.play(gesture.before);
     std::ofstream states(file);
     states << life.contents() << std::endl;
-    life.afterWrite([&] { states << life.contents() << std::endl; });
-    if (gesture.run == &Life::closeTable)
-      life.closeOrder();
-    else
-      (life.*gesture.run)();
+    life.afterWrite = [&] { states << life.contents() << std::endl; };
+    life.play(gesture.run + "\n" + gesture.finish);
     endTurn();
   });
   EXPECT_EQ(status, 0);
@@ -104,71 +101,61 @@ TEST(ProcessTest, AKilledProgramLeavesExactlyItsEarlierWrites) {
         const auto die = [] { ::kill(::getpid(), SIGKILL); };
         const Application application;
         Life life;
-        (life.*gesture.before)();
+        life.play(gesture.before);
         if (n == 0) life.atWrite(1, die);
-        life.afterWrite([die, left = n]() mutable {
+        life.afterWrite = [die, left = n]() mutable {
           if (--left == 0) die();
-        });
-        (life.*gesture.run)();
+        };
+        life.play(gesture.run);
       });
       ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
       fs::current_path(home.store());
       const TDM reopened(Store::open(TDM::ConnectionString));
       const tool::Database side("BDD.mdb", tool::Database::Mode::Observe);
       EXPECT_EQ(side.text("pragma integrity_check"), "ok");
-      EXPECT_EQ(side.text(Contents), states[std::size_t(n)]);
+      EXPECT_EQ(side.text(std::string("select ") + Contents), states[std::size_t(n)]);
     }
   }
-}
-
-bool sees(int order) {
-  return DM->commande.Locate("n_commande", order);
 }
 
 void firstWorkstation(Turns& turns) {
   const Application application;
   Life life;
-  life.beforeSecond();
+  life.play(kOrder + "tap Café");
   endTurn(turns);
 
-  EXPECT_FALSE(sees(2)) << "not before it is read again";
-  EXPECT_TRUE(sees(1));
-  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "9");
-  life.tapCafe();
-  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "7") << "a tap reads the article again";
-  EXPECT_FALSE(sees(2)) << "and its own orders alone";
-  life.press(Commande_avnF->Enregistrer);
+  EXPECT_EQ(life.play("rows commande n_commande\nshow DBText9"), "1\nDBText9 \"9\"\n")
+      << "the other's order is not seen before it is read again";
+  EXPECT_THAT(life.play("tap Café\nshow DBText9\nrows commande n_commande"), EndsWith("DBText9 \"7\"\n1\n"))
+      << "a tap reads the article again, and its own orders alone";
+  life.play("tap Enregistrer\nin commandeF");
   endTurn(turns);
 
-  life.tap("T1");
-  EXPECT_THAT(life.said(), ElementsAre(Held));
-  EXPECT_TRUE(sees(2)) << "a tap on the map reads all again";
+  EXPECT_EQ(life.play("tap T1\nrows commande n_commande"), Held + std::string("1, 2\n"))
+      << "a tap on the map reads all again";
   endTurn(turns);
 
-  life.tap("T1");
-  EXPECT_EQ(life.lines(), "2 Café 100 200; 1 Thé 80 80");
+  EXPECT_THAT(life.play("tap T1" + kLines), EndsWith("2 | Café | 100 | 200\n1 | Thé | 80 | 80\n"));
   endTurn();
 }
 
 void secondWorkstation(const Home& home, Turns& turns) {
   const Application application;
   Life life(home.store());
-  life.beforeTable();
-  life.tap("T1");
-  EXPECT_THAT(life.said(), ElementsAre(Held));
-  life.tap("T2");
-  life.tapArticle("Café");
-  EXPECT_EQ(Commande_avnF->DBText3->Caption(), "2") << "the number after the other's";
-  EXPECT_EQ(Commande_avnF->DBText9->Caption(), "8") << "the stock less what both took";
-  life.press(Commande_avnF->Enregistrer);
+  EXPECT_EQ(life.play("tap T1"), Held);
+  // The number after the other's, and the stock less what both took.
+  EXPECT_THAT(
+      life.play("tap T2\nin Commande_avnF\nchoose DBLookupListBox1 1\ntap Café\nshow DBText3 DBText9"),
+      EndsWith("DBText3 \"2\" hidden\nDBText9 \"8\"\n"));
+  life.play("tap Enregistrer");
   endTurn(turns);
 
-  life.tap("T1");
-  EXPECT_EQ(life.lines(), "2 Café 100 200") << "the other's order, left on its table";
-  life.tapArticle("Thé");
+  EXPECT_THAT(life.play("tap commandeF.T1" + kLines), EndsWith("2 | Café | 100 | 200\n"))
+      << "left on its table";
+  life.play("tap Thé");
   endTurn(turns);
 
-  life.press(Commande_avnF->Enregistrer);
+  life.play("tap Enregistrer");
   endTurn();
 }
 

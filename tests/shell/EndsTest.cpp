@@ -1,72 +1,69 @@
+// The ways out of the process, and what happens when nobody does anything.
+
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
-#include "data/value/Clock.h"
 #include "shell/IdleWatch.h"
-#include "shell/ShellTest.h"
+#include "shell/LoginU.h"
+#include "shell/MenuU.h"
+#include "support/Session.h"
 
 namespace tavoline {
 namespace {
 
-class EndsTest : public ShellTest {
+class EndsTest : public testing::Test {
  protected:
-  void SetUp() override {
-    Clock::set([] { return DateTime::of(2031, 5, 6, 17, 8, 9); });
-    at.sql("insert into Table_ (ID_table, \"table\", control) values (1, 'T1', 'close')");
+  EndsTest() {
+    session.play(
+        "sql insert into utilisateur (login, mot_pase, role) values ('boss', '1', 'Admin')\n"
+        "sql insert into Table_ (ID_table, control) values (1, 'close')\n"
+        "start");
   }
-  void TearDown() override { Clock::set({}); }
-  /// Runs the event loop as the process does, with one thing happening in it; its status once it has ended.
-  static int run(std::function<void()> event) {
-    QTimer::singleShot(0, MenuF, std::move(event));
+  /// Runs the event loop as the process does, with some steps in it; its status once it has ended.
+  int run(const std::string& steps) {
+    QTimer::singleShot(0, MenuF, [this, steps] { session.play(steps); });
     return QCoreApplication::exec();
   }
-  std::string leaving() { return at.value("select date_sortie || ' | ' || heure_sortie from operation"); }
+  /// The lock of the table, and the leaving times of the sessions.
+  std::string left() {
+    return session.play("stored control from Table_\nstored date_sortie, heure_sortie from operation");
+  }
+
+  Session session;
 };
 
 TEST_F(EndsTest, FermerOpensTheTablesAndWritesNoLeavingTime) {
-  open();
-  logIn("boss", "1");
-  EXPECT_EQ(run([] { MenuF->Fermer1->trigger(); }), 0);
-  EXPECT_EQ(at.value("select control from Table_"), "open");
-  EXPECT_EQ(leaving(), "");
+  session.play("login boss 1");
+  EXPECT_EQ(run("tap Fermer1"), 0);
+  EXPECT_EQ(left(), "open\n- | -\n");
 }
 
-TEST_F(EndsTest, ClosingTheWindowWritesTheLeavingTimeOfASession) {
-  open();
-  logIn("boss", "1");
-  EXPECT_EQ(run([] { MenuF->close(); }), 0);
-  EXPECT_EQ(leaving(), "2031-05-06 00:00:00.000 | 1899-12-30 17:08:09.000");
-  EXPECT_EQ(at.value("select control from Table_"), "close") << "the locks are left alone on this way out";
+TEST_F(EndsTest, ClosingTheWindowWritesTheLeavingTimeOfASessionAndLeavesTheLocks) {
+  session.play("login boss 1");
+  EXPECT_EQ(run("clock 06/05/2031 17:08:09\nleave"), 0);
+  EXPECT_EQ(left(), "close\n2031-05-06 00:00:00.000 | 1899-12-30 17:08:09.000\n");
 }
 
 TEST_F(EndsTest, ClosingTheWindowWithoutASessionWritesNothing) {
-  at.sql("insert into operation (n_, code_utilisateur) values (1, 'omar')");
-  open();
-  EXPECT_EQ(run([] { MenuF->close(); }), 0);
-  logIn("boss", "1");
-  EXPECT_EQ(run([] {
-              MenuF->ChangerUtilisateur1->trigger();
-              MenuF->close();
-            }),
-            0);
-  EXPECT_EQ(at.value("select count(*) from operation where date_sortie is null"), "2");
+  session.play("login boss 1\ntap ChangerUtilisateur1");
+  QTimer::singleShot(0, MenuF, [] { MenuF->close(); });
+  EXPECT_EQ(QCoreApplication::exec(), 0);
+  EXPECT_EQ(left(), "close\n- | -\n");
 }
 
 TEST_F(EndsTest, OnlyTheMenuEndsTheProcess) {
-  open();
-  EXPECT_EQ(run([] {
-              LoginF->Close();
-              QTimer::singleShot(0, MenuF, [] { QCoreApplication::exit(7); });
-            }),
-            7);
+  QTimer::singleShot(0, MenuF, [] {
+    LoginF->Close();
+    QTimer::singleShot(0, MenuF, [] { QCoreApplication::exit(7); });
+  });
+  EXPECT_EQ(QCoreApplication::exec(), 7);
   EXPECT_TRUE(MenuF->isVisible());
 }
 
 TEST_F(EndsTest, AChoreIsDoneAgainAfterEachRest) {
-  open();
   int chores = 0;
   const IdleWatch idle([&] { ++chores; }, 1);
-  at.waitUntil([&] { return chores >= 2; });
+  session.at.waitUntil([&] { return chores >= 2; });
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <QtCore/QFile>
 #include <map>
 
-#include "shell/ShellTest.h"
+#include "shell/LoginU.h"
+#include "shell/MenuU.h"
+#include "support/Workstation.h"
 #include "tools/store/Creation.h"
 
 namespace tavoline {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <memory>
-
-#include "data/store/Store.h"
+#include "support/PassingStore.h"
 
 namespace tavoline {
 
@@ -11,33 +9,21 @@ struct StoreCounts {
   int snapshots = 0, queries = 0, rows = 0, writes = 0;
 };
 
-class CountingStore : public Store {
+class CountingStore : public test::PassingStore {
  public:
   CountingStore(std::shared_ptr<Store> inner, StoreCounts& counts)
-      : inner_(std::move(inner)), counts_(counts) {}
+      : PassingStore(std::move(inner)), counts_(counts) {}
 
-  const Catalog& catalog() const override { return inner_->catalog(); }
   std::shared_ptr<const Snapshot> snapshot() override {
     ++counts_.snapshots;
     return std::make_shared<Version>(inner_->snapshot(), counts_);
   }
-  RowId insert(const std::string& table, const FieldValues& fields) override {
+
+ protected:
+  void passWrite(const Request&, const std::function<RowId()>& pass) override {
     ++counts_.writes;
-    return inner_->insert(table, fields);
+    pass();
   }
-  void update(const std::string& table, RowId row, const FieldValues& fields) override {
-    ++counts_.writes;
-    inner_->update(table, row, fields);
-  }
-  void erase(const std::string& table, RowId row) override {
-    ++counts_.writes;
-    inner_->erase(table, row);
-  }
-  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override {
-    ++counts_.writes;
-    inner_->execute(resolved, parameters);
-  }
-  void idle() override { inner_->idle(); }
 
  private:
   class Counted : public Rows {
@@ -73,7 +59,6 @@ class CountingStore : public Store {
     StoreCounts& counts_;
   };
 
-  std::shared_ptr<Store> inner_;
   StoreCounts& counts_;
 };
 

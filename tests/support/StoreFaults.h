@@ -1,13 +1,11 @@
 #pragma once
 
-#include <memory>
-
-#include "data/store/Store.h"
+#include "support/PassingStore.h"
 
 namespace tavoline::test {
 
-/// A store that refuses a write, or dies at one, where a test asks for it, and passes all else on.
-class StoreFaults : public Store {
+/// A store that refuses a write, or dies at one, where a test asks for it.
+class StoreFaults : public PassingStore {
  public:
   enum class Fault {
     Refuse,     ///< The write throws StoreError and is not done.
@@ -15,27 +13,16 @@ class StoreFaults : public Store {
     DieAfter,   ///< The process is killed when the write is on the disk, before anybody knows.
   };
 
-  explicit StoreFaults(std::shared_ptr<Store> inner) : inner_(std::move(inner)) {}
+  using PassingStore::PassingStore;
 
   /// At the n-th write from now on, counted from 1; once.
-  void at(int write, Fault fault);
-  int writes() const { return writes_; }  ///< Asked for so far, refused ones included.
+  void at(int write, Fault fault) { writesLeft_ = write, fault_ = fault; }
 
-  const Catalog& catalog() const override { return inner_->catalog(); }
-  std::shared_ptr<const Snapshot> snapshot() override { return inner_->snapshot(); }
-  RowId insert(const std::string& table, const FieldValues& fields) override;
-  void update(const std::string& table, RowId row, const FieldValues& fields) override;
-  void erase(const std::string& table, RowId row) override;
-  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
-  void idle() override { inner_->idle(); }
+ protected:
+  void passWrite(const Request& write, const std::function<RowId()>& pass) override;
 
  private:
-  template <class Write>
-  auto guarded(const Write& write);
-
-  std::shared_ptr<Store> inner_;
-  int writes_ = 0;
-  int faultAt_ = 0;  // 0: none
+  int writesLeft_ = 0;  // 0: none
   Fault fault_ = Fault::Refuse;
 };
 

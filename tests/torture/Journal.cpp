@@ -2,7 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -31,22 +33,12 @@ std::string literal(const Value& value) {
   return quoted + "'";
 }
 
-const char* nameOf(Write::Kind kind) {
-  switch (kind) {
-    case Write::Kind::Insert:
-      return "insert";
-    case Write::Kind::Update:
-      return "update";
-    case Write::Kind::Erase:
-      return "erase";
-  }
-  return "";
-}
+constexpr const char* kNames[] = {"insert", "update", "erase"};  // of the kinds of a write
 
 Write::Kind kindOf(const std::string& name) {
-  for (const Write::Kind kind : {Write::Kind::Insert, Write::Kind::Update, Write::Kind::Erase})
-    if (name == nameOf(kind)) return kind;
-  throw std::runtime_error("no write is called " + name);
+  const auto found = std::find(std::begin(kNames), std::end(kNames), name);
+  if (found == std::end(kNames)) throw std::runtime_error("no write is called " + name);
+  return static_cast<Write::Kind>(found - std::begin(kNames));
 }
 
 std::vector<std::string> split(const std::string& line) {
@@ -63,63 +55,30 @@ void send(int pipe, const std::string& line) {
 
 }  // namespace
 
-Write Journal::written(Write::Kind kind, const std::string& table, RowId row,
-                       const FieldValues& fields) const {
-  Write write{kind, table, row, {}};
-  const TableInfo* info = catalog().find(table);
-  for (const auto& [name, value] : fields) {
+std::string Journal::literals(const Request& request) const {
+  std::string line;
+  const TableInfo* info = catalog().find(request.table);
+  for (const auto& [name, value] : request.fields) {
     const ColumnInfo* column = info ? info->find(name) : nullptr;
-    if (!column) throw std::runtime_error("no column " + table + '.' + name);
-    write.fields.emplace_back(column->name, literal(value.as(column->type)));
+    if (!column) throw std::runtime_error("no column " + request.table + '.' + name);
+    line += kField + column->name + kField + literal(value.as(column->type));
   }
-  return write;
+  return line;
 }
 
-void Journal::asked(const Write& write) {
-  std::string line = kAsked + std::string(1, kField) + nameOf(write.kind) + kField + write.table + kField +
-                     std::to_string(write.row);
-  for (const auto& [column, value] : write.fields) line += kField + column + kField + value;
-  send(pipe_, line + kLine);
-}
-
-void Journal::answered(const char* how, RowId row) {
-  send(pipe_, how + (kField + std::to_string(row)) + kLine);
-}
-
-template <class Action>
-RowId Journal::told(const Write& write, const Action& action) {
-  asked(write);
-  RowId row = 0;
+void Journal::passWrite(const Request& request, const std::function<RowId()>& pass) {
+  if (request.kind == Request::Execute) throw std::logic_error("the journal knows rows, not statements");
+  const auto tell = [this](const char* how, const std::string& what) {
+    send(pipe_, how + (kField + what) + kLine);
+  };
+  tell(kAsked, kNames[request.kind] + (kField + request.table) + kField + std::to_string(request.row) +
+                   literals(request));
   try {
-    row = action();
+    tell(kDone, std::to_string(pass()));
   } catch (const StoreError&) {
-    answered(kRefused, write.row);
+    tell(kRefused, std::to_string(request.row));
     throw;
   }
-  answered(kDone, row);
-  return row;
-}
-
-RowId Journal::insert(const std::string& table, const FieldValues& fields) {
-  return told(written(Write::Kind::Insert, table, 0, fields), [&] { return inner_->insert(table, fields); });
-}
-
-void Journal::update(const std::string& table, RowId row, const FieldValues& fields) {
-  told(written(Write::Kind::Update, table, row, fields), [&] {
-    inner_->update(table, row, fields);
-    return row;
-  });
-}
-
-void Journal::erase(const std::string& table, RowId row) {
-  told(written(Write::Kind::Erase, table, row, {}), [&] {
-    inner_->erase(table, row);
-    return row;
-  });
-}
-
-void Journal::execute(const sql::Update&, const sql::Parameters&) {
-  throw std::logic_error("the journal knows rows, not statements");
 }
 
 void JournalReader::take(std::string_view bytes) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "data/store/Store.h"
+#include "support/PassingStore.h"
 
 namespace tavoline::test {
 
@@ -19,26 +19,16 @@ struct Write {
 };
 
 /// A store that tells a pipe of every write: before it is asked for, and once it is acknowledged or refused.
-class Journal : public Store {
+class Journal : public PassingStore {
  public:
-  Journal(std::shared_ptr<Store> inner, int pipe) : inner_(std::move(inner)), pipe_(pipe) {}
+  Journal(std::shared_ptr<Store> inner, int pipe) : PassingStore(std::move(inner)), pipe_(pipe) {}
 
-  const Catalog& catalog() const override { return inner_->catalog(); }
-  std::shared_ptr<const Snapshot> snapshot() override { return inner_->snapshot(); }
-  RowId insert(const std::string& table, const FieldValues& fields) override;
-  void update(const std::string& table, RowId row, const FieldValues& fields) override;
-  void erase(const std::string& table, RowId row) override;
-  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
-  void idle() override { inner_->idle(); }
+ protected:
+  void passWrite(const Request& request, const std::function<RowId()>& pass) override;
 
  private:
-  void asked(const Write& write);
-  void answered(const char* how, RowId row);
-  template <class Action>
-  RowId told(const Write& write, const Action& action);
-  Write written(Write::Kind kind, const std::string& table, RowId row, const FieldValues& fields) const;
+  std::string literals(const Request& request) const;
 
-  std::shared_ptr<Store> inner_;
   int pipe_;
 };
 

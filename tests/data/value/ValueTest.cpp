@@ -1,178 +1,151 @@
+// What a text cannot tell: limits of the calendar and of numbers, the clock, other formats, ill-formed bytes.
+
 #include "data/value/Value.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
+#include "data/value/Clock.h"
 #include "data/value/Errors.h"
+#include "data/value/Regional.h"
+#include "data/value/Text.h"
 
 namespace tavoline {
-
-void PrintTo(const Value& value, std::ostream* out) {
-  *out << (value.isNull()      ? "null"
-           : value.isInteger() ? "whole "
-           : value.isFloat()   ? "float "
-                               : "")
-       << value.text();
-}
-
 namespace {
 
-constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
-
-Value picture(std::initializer_list<std::uint8_t> bytes) {
-  return std::make_shared<const Bytes>(bytes);
-}
-DateTime may(int day, int hour = 0, int minute = 0) {
-  return DateTime::of(2024, 5, day, hour, minute);
-}
-
-TEST(Value, Arithmetic) {
-  const struct {
-    Value result, expected;
-  } cases[] = {
-      {Value(2) + 3, 5},
-      {Value(2) + 0.5, 2.5},
-      {Value("2") + 3, 5},
-      {Value("2,5") + "0.5", 3.0},
-      {Value(" 7 ") - "8", -1},
-      {Value(3) * 120.5, 361.5},
-      {Value(10) / 4, 2.5},
-      {Value(8) / "2", 4.0},
-      {Value(100) * 19 / 100 - 19, 0.0},
-      {Value(kMost) + 1, static_cast<double>(kMost) + 1},
-      {Value(kMost) * 2, static_cast<double>(kMost) * 2},
-      {Value() + 1, Value()},
-      {Value("x") * Value(), Value()},
-      {Value() / 0, Value()},
-      {Value(may(1)) + 1, may(2)},
-      {Value(may(1)) - 0.5, DateTime::of(2024, 4, 30, 12)},
-      {Value(may(1)) + DateTime::fromMillis(0), may(1)},
-      {Value(may(1)) + DateTime::of(1899, 12, 30, 14, 30), may(1, 14, 30)},
-      {Value(may(2, 12)) - may(1), 1.5},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.result, c.expected);
-    EXPECT_EQ(c.result.isFloat(), c.expected.isFloat()) << c.expected.text();
+TEST(DateTime, KnowsTheCalendar) {
+  EXPECT_EQ(DateTime::of(1899, 12, 30), DateTime());
+  EXPECT_EQ(DateTime::of(1900, 1, 1).millis(), 2 * 86'400'000LL);
+  EXPECT_EQ(DateTime::of(1899, 12, 29, 23, 59, 59, 999).millis(), -1);
+  for (const char* stored : {"2024-02-29 23:59:59.999", "1899-12-30 08:05:00.000", "0001-01-01 00:00:00.001",
+                             "9999-12-31 12:00:00.000"}) {
+    const DateTime date = DateTime::fromStored(stored).value();
+    EXPECT_EQ(date.stored(), stored);
+    EXPECT_EQ(DateTime::of(date.year(), date.month(), date.day(), date.hour(), date.minute(), date.second(),
+                           date.milli()),
+              date);
+    EXPECT_EQ(date.date().millis() + date.time().millis(), date.millis());
   }
+  const DateTime noon = DateTime::of(1899, 12, 30, 12);
+  EXPECT_TRUE(!noon.hasDate() && noon.hasTime());
+  EXPECT_TRUE(DateTime::of(1850, 1, 1).hasDate() && !DateTime::of(1850, 1, 1).hasTime());
+
+  const int none[][7] = {{2023, 2, 29},
+                         {2024, 13, 1},
+                         {2024, 0, 1},
+                         {2024, 1, 0},
+                         {0, 1, 1},
+                         {10000, 1, 1},
+                         {2024, 4, -31},
+                         {2024, 1, 1, 24},
+                         {2024, 1, 1, 0, 60},
+                         {2024, 1, 1, 0, 0, 60},
+                         {2024, 1, 1, 0, 0, 0, 1000},
+                         {2024, 1, 1, -1}};
+  for (const auto& [year, month, day, hour, minute, second, milli] : none)
+    EXPECT_THROW(DateTime::of(year, month, day, hour, minute, second, milli), ConversionError)
+        << year << '-' << month << '-' << day << ' ' << hour << ':' << minute;
+}
+
+TEST(Clock, ShowsWhatItIsSetTo) {
+  Clock::set([] { return DateTime::of(2024, 5, 1, 10, 0, 0, 5); });
+  EXPECT_EQ(Clock::now().stored(), "2024-05-01 10:00:00.005");
+  EXPECT_EQ(Clock::today(), DateTime::of(2024, 5, 1));
+  Clock::set({});
+  const DateTime before = Clock::now();
+  EXPECT_GT(before, DateTime::of(2024, 5, 2));
+  EXPECT_LE(before, Clock::now());
+}
+
+/// The variables by which the system tells its format, cleared for one test.
+class Regional : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* name : kNames) {
+      if (const char* value = std::getenv(name)) variables_.emplace_back(name, value);
+      unsetenv(name);
+    }
+  }
+  void TearDown() override {
+    RegionalFormat::set(before_);
+    for (const auto& [name, value] : variables_) setenv(name.c_str(), value.c_str(), 1);
+  }
+
+ private:
+  static constexpr const char* kNames[] = {"LC_ALL", "LC_NUMERIC", "LC_TIME", "LANG"};
+  RegionalFormat before_ = RegionalFormat::current();
+  std::vector<std::pair<std::string, std::string>> variables_;
+};
+
+TEST_F(Regional, FollowsAnotherFormat) {
+  RegionalFormat::set({".", '-', RegionalFormat::DateOrder::MonthDayYear});
+  EXPECT_EQ(formatFloat(12.5), "12.5");
+  EXPECT_THROW(readFloat("12,5"), ConversionError);
+  EXPECT_EQ(formatPattern("00.00", 5), "05.00");
+  EXPECT_EQ(formatDate(DateTime::of(2024, 5, 1)), "05-01-2024");
+  EXPECT_EQ(readDateTime("05/01/2024"), DateTime::of(2024, 5, 1));
+  RegionalFormat::set({"٫", '.', RegionalFormat::DateOrder::YearMonthDay});
+  EXPECT_EQ(readFloat(formatFloat(-12.5)), -12.5);
+  EXPECT_EQ(formatDate(DateTime::of(2024, 5, 1)), "2024.05.01");
+  EXPECT_EQ(readDateTime("24.5.1 10:00"), DateTime::of(2024, 5, 1, 10));
+}
+
+TEST_F(Regional, FrenchWhereTheSystemSaysNothing) {
+  for (const char* locale : {"", "C", "POSIX", "C.UTF-8", "xx_XX.none"}) {
+    for (const char* variable : {"LC_ALL", "LANG"}) {
+      setenv(variable, locale, 1);
+      const RegionalFormat format = RegionalFormat::ofSystem();
+      EXPECT_EQ(format.decimal, ",") << locale;
+      EXPECT_EQ(format.dateSeparator, '/') << locale;
+      EXPECT_EQ(format.order, RegionalFormat::DateOrder::DayMonthYear) << locale;
+      unsetenv(variable);
+    }
+  }
+}
+
+TEST_F(Regional, DatesShowWhatTheyHave) {
+  const DateTime evening = DateTime::of(2024, 5, 1, 18, 7, 9, 250);
+  EXPECT_EQ(formatDateTime(evening), "01/05/2024 18:07:09");
+  EXPECT_EQ(formatDateTime(evening.date()), "01/05/2024");
+  EXPECT_EQ(formatDateTime(evening.time()), "18:07:09");
+  EXPECT_EQ(formatDateTime(DateTime()), "00:00:00");
+  EXPECT_EQ(formatDate(evening), "01/05/2024");
+  EXPECT_EQ(readFloat("12,5", DecimalMark::RegionalOnly), 12.5);
+  EXPECT_THROW(readFloat("12.5", DecimalMark::RegionalOnly), ConversionError);
+}
+
+TEST(Text, IllFormedBytesStandForThemselves) {
+  const std::string odd = "\xC3 \xE9t\xE9 \xF0\x9F \xED\xA0\x80 \xC0\x80";
+  EXPECT_EQ(foldCase(odd), odd);
+  EXPECT_EQ(characterCount("\xE9t\xE9\xC3"), 4U);
+  EXPECT_TRUE(matchesLike("\xE9t\xE9", "_t_"));
+  EXPECT_TRUE(matchesLike("ab\ncd", "ab%d"));
+  EXPECT_FALSE(matchesLike(std::string(3000, 'a'), "%a%a%a%a%a%a%a%a%b")) << "and in a short while";
+}
+
+TEST(Text, NamesAndQuotes) {
+  EXPECT_TRUE(sameName("ID_Caise", "id_caise"));
+  EXPECT_FALSE(sameName("caise", "caisse"));
+  EXPECT_FALSE(sameName("É", "é"));
+  EXPECT_EQ(foldName("N_Facture"), "n_facture");
+  EXPECT_EQ(inQuotes(""), "''");
+  EXPECT_EQ(inQuotes("l'été d'Aïn"), "'l''été d''Aïn'");
+}
+
+TEST(Value, WithoutAValueOrARoundedOne) {
   EXPECT_EQ((Value(0.1) + 0.2).toFloat(), 0.1 + 0.2) << "nothing is rounded";
-}
-
-TEST(Value, ArithmeticThatHasNoResult) {
-  EXPECT_THROW(Value("douze") + 1, ConversionError);
-  EXPECT_THROW(Value("") + 1, ConversionError);
-  EXPECT_THROW(Value(1) - Value(may(1)), ConversionError);
-  EXPECT_THROW(Value(may(1)) * 2, ConversionError);
-  EXPECT_THROW(Value(1) / 0, ConversionError);
-  EXPECT_THROW(Value(1) / "0,0", ConversionError);
-  EXPECT_THROW(picture({1}) + 1, ConversionError);
-  EXPECT_THROW(Value(may(1)) + 1e12, ConversionError);
-  EXPECT_THROW(Value(may(1)) + std::nan(""), ConversionError);
-}
-
-TEST(Value, Comparison) {
-  const std::partial_ordering less = std::partial_ordering::less, equal = std::partial_ordering::equivalent,
-                              greater = std::partial_ordering::greater,
-                              none = std::partial_ordering::unordered;
-  const struct {
-    Value a, b;
-    std::partial_ordering order;
-  } cases[] = {
-      {Value(), Value(), equal},
-      {Value(), 0, less},
-      {Value(), "", less},
-      {Value(), -5.0, less},
-      {1, 2, less},
-      {2, 2.0, equal},
-      {kMost, static_cast<double>(kMost), less},
-      {2.5, 2, greater},
-      {"10", "9", less},
-      {"OUI", "oui", less},
-      {"é", "z", greater},
-      {"10", 9, greater},
-      {9, "10", less},
-      {"12,5", 12.5, equal},
-      {"x", 9, none},
-      {"", 0, none},
-      {may(2), may(1), greater},
-      {"01/05/2024", may(1), equal},
-      {may(1), "01/05/2024 00:01:00", less},
-      {"demain", may(1), none},
-      {may(1), 1, none},
-      {picture({1, 2}), picture({1, 2}), equal},
-      {picture({1, 2}), picture({2}), less},
-      {picture({1}), 1, none},
-      {std::nan(""), std::nan(""), none},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.a.text() + " <=> " + c.b.text());
-    EXPECT_TRUE((c.a <=> c.b) == c.order);
-    EXPECT_EQ(c.b<c.a, c.a> c.b);
-    EXPECT_EQ(c.b >= c.a, c.a <= c.b);
-    EXPECT_EQ(c.a == c.b, c.order == equal);
-  }
-}
-
-TEST(Value, AsTheTypeOfAColumn) {
-  const struct {
-    Value from;
-    FieldType type;
-    Value to;
-  } cases[] = {
-      {"12", FieldType::Integer, 12},
-      {12.0, FieldType::Integer, 12},
-      {" -3", FieldType::Integer, -3},
-      {"12,5", FieldType::Float, 12.5},
-      {12, FieldType::Float, 12.0},
-      {12.5, FieldType::Text, "12,5"},
-      {may(1, 9), FieldType::Text, "01/05/2024 09:00:00"},
-      {"01/05/2024 9:00", FieldType::DateTime, may(1, 9)},
-      {"", FieldType::Text, ""},
-      {Value(), FieldType::Integer, Value()},
-      {Value(), FieldType::Blob, Value()},
-      {picture({7}), FieldType::Blob, picture({7})},
-  };
-  for (const auto& c : cases) {
-    const Value result = c.from.as(c.type);
-    EXPECT_EQ(result, c.to);
-    EXPECT_EQ(result.isInteger(), c.to.isInteger());
-    EXPECT_EQ(result.isText(), c.to.isText());
-  }
-
-  const std::pair<Value, FieldType> refused[] = {{"", FieldType::Float},
-                                                 {"12a", FieldType::Integer},
-                                                 {"12,5", FieldType::Integer},
-                                                 {12.5, FieldType::Integer},
-                                                 {1e19, FieldType::Integer},
-                                                 {"12/13/2024", FieldType::DateTime},
-                                                 {5, FieldType::DateTime},
-                                                 {may(1), FieldType::Float},
-                                                 {may(1), FieldType::Integer},
-                                                 {"x", FieldType::Blob},
-                                                 {picture({1}), FieldType::Text},
-                                                 {picture({1}), FieldType::Integer},
-                                                 {picture({1}), FieldType::DateTime}};
-  for (const auto& [from, type] : refused) EXPECT_THROW(from.as(type), ConversionError) << from.text();
+  EXPECT_EQ(Value(100) * 19 / 100 - 19, Value(0.0));
+  EXPECT_TRUE((Value(std::nan("")) <=> Value(std::nan(""))) == std::partial_ordering::unordered);
+  EXPECT_THROW(Value(DateTime()) + std::nan(""), ConversionError);
   EXPECT_THROW(Value().toInteger(), ConversionError);
   EXPECT_THROW(Value().toFloat(), ConversionError);
   EXPECT_THROW(Value().toDateTime(), ConversionError);
-  EXPECT_EQ(Value().text() + picture({65}).text(), "");
+  EXPECT_EQ(Value().text() + Value(std::make_shared<const Bytes>(Bytes{65})).text(), "");
   EXPECT_TRUE(Value(SharedBytes()).isNull());
   EXPECT_EQ(Value().toBytes(), nullptr);
-}
-
-TEST(Value, ConversionErrorsNameTheText) {
-  const auto messageOf = [](const Value& value) -> std::string {
-    try {
-      value.toFloat();
-    } catch (const ConversionError& error) {
-      return error.what();
-    }
-    return "(nothing thrown)";
-  };
-  EXPECT_EQ(messageOf("12a"), "« 12a » n'est pas un nombre.");
-  EXPECT_EQ(messageOf(may(1)), "« 01/05/2024 » n'est pas un nombre.");
 }
 
 }  // namespace

@@ -1,0 +1,100 @@
+// What is seen: the tiles of tables and articles, the whole order, and its tickets.
+
+#include <QtWidgets/QScrollBar>
+
+#include "sales/Commande_avnU.h"
+#include "sales/commandeU.h"
+#include "shell/MenuU.h"
+#include "support/Session.h"
+#include "toolkit/report/Document.h"
+#include "toolkit/report/Report.h"
+
+namespace tavoline {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+class LooksTest : public testing::Test {
+ protected:
+  LooksTest() {
+    play("store " TAVOLINE_FOLDER
+         "cafeteria.sql\nstart\nlogin ab12 x\ntap AdvSmoothButton6\nin commandeF\nchoose DBLookupListBox1 1");
+  }
+  void play(const std::string& steps) { session.play(steps); }
+  static QImage tile(const char* name) {
+    return commandeF->RzFlowPanel1->findChild<ShapeButton*>(QString::fromLatin1(name))->grab().toImage();
+  }
+
+  Session session;
+};
+
+TEST_F(LooksTest, ATileShowsWhetherItsTableIsTaken) {
+  play(
+      "sql update Table_ set etat='ON' where ID_table=2\nreopen Table_\ntap Fermer\ntap "
+      "MenuF.AdvSmoothButton6");
+  const QImage free = tile("btn0"), busy = tile("btn1"), neither = tile("btn3");
+  EXPECT_EQ(free.size(), QSize(100, 108));
+  EXPECT_EQ(commandeF->Image1->pixmap().size(), QSize(99, 108));
+  EXPECT_EQ(commandeF->Image2->pixmap().size(), QSize(99, 108));
+  const auto middleEdge = [](const QImage& looks) { return looks.pixelColor(50, 29); };
+  EXPECT_GT(middleEdge(free).green(), middleEdge(free).red());
+  EXPECT_GT(middleEdge(busy).red(), middleEdge(busy).green());
+  EXPECT_NEAR(middleEdge(neither).red(), middleEdge(neither).green(), 12);
+}
+
+TEST_F(LooksTest, TheMapFollowsOtherWorkstationsOnlyWhileNoOrderIsOpen) {
+  const QImage before = tile("btn1");
+  play("sql update Table_ set etat='ON', n_commande=9 where ID_table=2");
+  MenuF->ok->Click();
+  EXPECT_NE(tile("btn1"), before);
+
+  play("tap T1\nsql update Table_ set etat='OFF' where ID_table=2");
+  const QImage underOrder = tile("btn1");
+  MenuF->ok->Click();
+  EXPECT_EQ(tile("btn1"), underOrder);
+}
+
+TEST_F(LooksTest, AnOrderIsWhollyInSightOnTheSmallestDisplay) {
+  play(
+      "sql update article set designation_article='PAIN AU CHOCOLAT MAISON' where code_barre='2'\n"
+      "sql update type set Type_Produit='Rafraîchissements' where code=1\n"
+      "reopen Article type_produit\ntap T1\nin Commande_avnF\nchoose DBLookupListBox1 1\n"
+      "tap Café\ntap Eau\ntap PAIN AU CHOCOLAT MAISON");
+  const auto tiles = Commande_avnF->RzFlowPanel1->tiles<Panel>();
+  EXPECT_EQ(tiles[0]->y(), tiles[1]->y());
+  EXPECT_EQ(tiles[0]->size(), QSize(140, 130));
+  EXPECT_FALSE(tiles[1]->visibleRegion().isEmpty());
+  for (const QAbstractScrollArea* area : Commande_avnF->findChildren<QAbstractScrollArea*>())
+    EXPECT_FALSE(area->horizontalScrollBar()->isVisible()) << area->objectName().toStdString();
+  for (const QLabel* value : Commande_avnF->RzPanel10->findChildren<QLabel*>())
+    EXPECT_LE(value->minimumSizeHint().width(), value->width()) << value->text().toStdString();
+  for (const QLabel* label : Commande_avnF->findChildren<QLabel*>())
+    EXPECT_TRUE(label == Commande_avnF->DBText2 ||
+                label->fontInfo().pixelSize() < Commande_avnF->DBText2->fontInfo().pixelSize())
+        << label->objectName().toStdString();
+}
+
+TEST_F(LooksTest, OnlyAPictureThatCanBeDecodedIsShown) {
+  play("tap T1\nin Commande_avnF");
+  const auto looks = [this](const std::string& picture) {
+    play("sql update article set IMAGE=" + picture +
+         " where code_barre='1'\nreopen Article\nchoose DBLookupListBox1 1");
+    return Commande_avnF->RzFlowPanel1->tiles<Panel>().front()->grab().toImage();
+  };
+  const QImage captionAlone = looks("null");
+  EXPECT_EQ(looks("x'424d0102'"), captionAlone);
+  EXPECT_NE(looks("x'424D3A0000000000000036000000280000000100000001000000010018000000000004000000"
+                  "000000000000000000000000000000000000FF00'"),
+            captionAlone);
+}
+
+TEST_F(LooksTest, TheTicketsShowTheOrder) {
+  play("tap T1\nin Commande_avnF\nchoose DBLookupListBox1 1\ntap Café\ntap Thé\ntap Imprimer\nleave");
+  EXPECT_THAT(Commande_avnF->frxReport2->pages()->dump(), HasSubstr("T1"));
+  play("tap Cloturer\ntap RenduF.Enregistrer\nleave");
+  EXPECT_THAT(Commande_avnF->frxReport1->pages()->dump(), AllOf(HasSubstr("Café"), HasSubstr("214,2 DA")));
+}
+
+}  // namespace
+}  // namespace tavoline

@@ -1,0 +1,339 @@
+#include "support/Session.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QAction>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QScrollArea>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "Screens.h"
+#include "data/value/Clock.h"
+#include "data/value/Regional.h"
+#include "shell/LoginU.h"
+#include "shell/MenuU.h"
+#include "support/PassingStore.h"
+#include "support/Workstation.h"
+#include "toolkit/controls/Lookup.h"
+
+namespace tavoline {
+
+namespace {
+
+using test::takeWord;
+
+class BlankScreen : public TForm {
+ public:
+  explicit BlankScreen(const std::string& name) : TForm(name.c_str()) { Ready(); }
+};
+
+std::string unquoted(const std::string& text) {
+  return text.size() > 1 && text.front() == '"' && text.back() == '"' ? text.substr(1, text.size() - 2)
+                                                                      : text;
+}
+
+}  // namespace
+
+/// Tells every write that the store accepted.
+class Session::TellingStore : public test::PassingStore {
+ public:
+  TellingStore(std::shared_ptr<Store> inner, Session& session)
+      : PassingStore(std::move(inner)), session_(session) {}
+
+ protected:
+  void passWrite(const Request& write, const std::function<RowId()>& pass) override {
+    if (session_.beforeWrite) session_.beforeWrite();
+    const RowId row = pass();
+    std::string line = std::string(1, "+~-~"[write.kind]) + " " + write.table;
+    if (write.kind == Request::Update || write.kind == Request::Erase) line += "." + std::to_string(row);
+    for (const auto& [name, value] : write.fields) line += " " + name + "=" + told(value);
+    session_.script_->say(line);
+    if (session_.afterWrite) session_.afterWrite();
+  }
+
+ private:
+  Session& session_;
+};
+
+Session::Session() {
+  listen();
+}
+
+Session::Session(const std::filesystem::path& folder) : at(folder) {
+  listen();
+}
+
+void Session::listen() {
+  clock("14/07/2024 12:30:15");
+  Messages& messages = Messages::current();
+  messages.show = [this](const std::string& text) { script_->say("says \"" + text + "\""); };
+  messages.confirm = [this](const std::string& text, const std::string& title) {
+    return ask((title == "confirmation" ? "" : title + ": ") + text) == "Oui";
+  };
+  messages.openPicture = [this] { return ask("image"); };
+  messages.saveFile =
+      messages.openFile = [this](const std::string& title, const std::string&) { return ask(title); };
+}
+
+Session::~Session() {
+  Clock::set({});
+}
+
+std::string Session::ask(const std::string& text) {
+  const std::string answer = answers_.empty() ? "Non" : answers_.front();
+  if (!answers_.empty()) answers_.pop_front();
+  script_->say("asks \"" + text + "\" -> " + (answer.empty() ? "nothing" : answer));
+  return answer;
+}
+
+void Session::play(test::Transcript& script) {
+  script_ = &script;
+  run();
+  for (const std::string& answer : answers_) script.say("nobody asked for " + answer);
+}
+
+std::string Session::play(const std::string& steps) {
+  std::vector<std::string> lines;
+  std::istringstream in(steps);
+  for (std::string line; std::getline(in >> std::ws, line);) lines.push_back(line);
+  test::Transcript script({}, lines);
+  play(script);
+  std::string said;
+  std::istringstream all(script.said());
+  for (std::string line; std::getline(all, line);)
+    if (line.starts_with("  ")) said += line.substr(2) + '\n';
+  return said;
+}
+
+void Session::run() {
+  while (script_->next()) {
+    perform(script_->step());
+    if (!modals_.empty() && QApplication::activeModalWidget() != modals_.back()) return;
+  }
+  if (modals_.empty()) return;
+  ADD_FAILURE() << modals_.back()->objectName().toStdString() << " is still open";
+  if (auto* form = dynamic_cast<TForm*>(modals_.back())) return form->Close();
+  modals_.back()->close();
+}
+
+void Session::perform(std::string step) {
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [this] {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (!modal || std::find(modals_.begin(), modals_.end(), modal) != modals_.end()) return;
+    modals_.push_back(modal);
+    at.settle();
+    tellScreens();
+    run();
+    modals_.pop_back();
+  });
+  watch.start(1);
+  const std::map<std::string, std::function<void()>> verbs = {
+      {"store", [&] { file(step); }},
+      {"sql", [&] { at.sql(step); }},
+      {"stored", [&] { stored(step); }},
+      {"start", [&] { start(); }},
+      {"login", [&] { login(step); }},
+      {"screen",
+       [&] {
+         if (!Forms::find(step)) new BlankScreen(step);
+       }},
+      {"clock", [&] { clock(step); }},
+      {"in", [&] { form_ = step; }},
+      {"tap", [&] { tap(step); }},
+      {"type", [&] { type(step); }},
+      {"press", [&] { press(step); }},
+      {"set", [&] { set(step); }},
+      {"choose", [&] { choose(step); }},
+      {"focus", [&] { focus(); }},
+      {"over", [&] { over(step); }},
+      {"row", [&] { row(step); }},
+      {"answer", [&] { answers_.push_back(step); }},
+      {"leave", [&] { QApplication::activeWindow()->close(); }},
+      {"show", [&] { show(step); }},
+      {"disabled", [&] { disabled(step); }},
+      {"picture", [&] { picture(step); }},
+      {"grid", [&] { grid(step); }},
+      {"tiles", [&] { tiles(step); }},
+      {"data", [&] { data(step); }},
+      {"rows", [&] { rows(step); }},
+      {"filters", [&] { filters(); }},
+      {"filter",
+       [&] {
+         const std::string name = takeWord(step);
+         dataset(name).FilterBy(step);
+       }},
+      {"locate",
+       [&] {
+         const auto parts = test::words(step);
+         dataset(parts.at(0)).Locate(parts.at(1), parts.at(2));
+       }},
+      {"edit", [&] { edit(step); }},
+      {"reopen", [&] { forEach(step, &Dataset::Reopen); }},
+      {"insert", [&] { forEach(step, &Dataset::Insert); }},
+      {"post", [&] { forEach(step, &Dataset::Post); }},
+      {"cancel", [&] { forEach(step, &Dataset::Cancel); }},
+      {"first", [&] { forEach(step, &Dataset::First); }},
+      {"last", [&] { forEach(step, &Dataset::Last); }},
+  };
+  const std::string verb = takeWord(step);
+  script_->attempt([&] {
+    const auto found = verbs.find(verb);
+    if (found == verbs.end()) throw std::runtime_error("no step begins so");
+    found->second();
+  });
+  tellScreens();
+}
+
+void Session::tellScreens() {
+  std::set<std::string> now;
+  for (const TForm* form : Forms::all())
+    if (form->Visible()) now.insert(form->objectName().toStdString());
+  if (const QWidget* modal = QApplication::activeModalWidget()) now.insert(modal->objectName().toStdString());
+  for (const std::string& name : open_)
+    if (!now.contains(name)) script_->say("closes " + name);
+  for (const std::string& name : now)
+    if (!open_.contains(name)) script_->say("opens " + name);
+  open_ = now;
+}
+
+void Session::start() {
+  const auto store = std::make_shared<TellingStore>(Store::open(TDM::ConnectionString), *this);
+  std::vector<Creator> steps = screensInOrder();
+  steps.at(1) = [&] { at.start(store); };
+  if (!startUp(steps)) return;
+  MenuF->setWindowState(Qt::WindowNoState);  // the offscreen display is smaller than a counter's
+  MenuF->setGeometry(0, 0, 1024, 768);
+  MenuF->Show();
+  at.settle();
+}
+
+void Session::login(std::string rest) {
+  if (!LoginF->Visible()) MenuF->ChangerUtilisateur1->trigger();
+  over("LoginF.RzEdit2 " + takeWord(rest));
+  over("LoginF.RzEdit1 " + rest);
+  tap("LoginF.RzBitBtn2");
+}
+
+void Session::file(const std::string& name) {
+  std::ifstream in(std::filesystem::path(script_->file()).replace_filename(name));
+  std::ostringstream text;
+  text << in.rdbuf();
+  if (!in) throw std::runtime_error("cannot be read");
+  std::istringstream statements(text.str());
+  at.sql("begin");
+  for (std::string statement; std::getline(statements >> std::ws, statement, ';');) at.sql(statement);
+  at.sql("commit");
+}
+
+void Session::clock(const std::string& text) {
+  Clock::set([now = readDateTime(text)] { return now; });
+}
+
+QObject* Session::find(const std::string& name) const {
+  const auto dot = name.find('.');
+  const std::string form = dot == std::string::npos ? form_ : name.substr(0, dot);
+  const std::string control = name.substr(dot + 1);
+  if (dot == std::string::npos && Forms::find(name)) return Forms::find(name);
+  if (QObject* found = Forms::control<QObject>(form, control.c_str())) return found;
+  if (Forms::find(form))
+    for (auto* tile : Forms::find(form)->findChildren<QAbstractButton*>())
+      if (tile->text().toStdString() == control) return tile;
+  throw std::runtime_error("there is no " + name);
+}
+
+Dataset& Session::dataset(const std::string& name) {
+  if (Dataset* found = DM->Find(name)) return *found;
+  throw std::runtime_error("there is no dataset " + name);
+}
+
+void Session::forEach(const std::string& names, void (Dataset::*action)()) {
+  for (const std::string& name : test::words(names)) (dataset(name).*action)();
+}
+
+void Session::picture(std::string rest) {
+  const std::string file = takeWord(rest);
+  if (rest.empty()) {
+    std::ofstream(file, std::ios::binary) << "\x89PNG\r\n\x1a\n and nothing else";
+    return;
+  }
+  const int width = std::stoi(takeWord(rest)), height = std::stoi(takeWord(rest));
+  QImage picture(width, height, QImage::Format_RGB32);
+  picture.fill(Qt::darkGreen);
+  picture.save(QString::fromStdString(file));
+}
+
+void Session::tap(const std::string& name) {
+  QObject* found = find(unquoted(name));
+  if (auto* entry = dynamic_cast<QAction*>(found)) return entry->trigger();
+  auto& widget = dynamic_cast<QWidget&>(*found);
+  for (QWidget* around = widget.parentWidget(); around; around = around->parentWidget())
+    if (auto* area = dynamic_cast<QScrollArea*>(around)) area->ensureWidgetVisible(&widget);
+  at.tap(&widget);
+}
+
+void Session::type(std::string text) {
+  text = unquoted(text);
+  std::string keys;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    constexpr std::string_view kLetters = "ntb", kKeys = "\n\t\b";
+    const auto key = text[i] == '\\' ? kLetters.find(text[++i]) : std::string::npos;
+    keys += key == std::string::npos ? text[i] : kKeys[key];
+  }
+  at.type(keys);
+}
+
+void Session::press(const std::string& keys) {
+  const QKeyCombination key = QKeySequence::fromString(QString::fromStdString(keys))[0];
+  at.press(key.key(), key.keyboardModifiers());
+}
+
+void Session::set(std::string rest) {
+  auto& control = *find(takeWord(rest));
+  if (auto* box = dynamic_cast<QAbstractButton*>(&control)) return box->setChecked(rest == "on");
+  control.setProperty("text", QString::fromStdString(unquoted(rest)));
+}
+
+void Session::choose(std::string rest) {
+  QObject* list = find(takeWord(rest));
+  if (auto* box = dynamic_cast<DBLookupListBox*>(list)) return box->Choose(rest);
+  dynamic_cast<DBLookupComboBox&>(*list).Choose(rest);
+}
+
+void Session::focus() {
+  const QWidget* focused = QApplication::focusWidget();
+  script_->say(focused ? focused->objectName().toStdString() : "(none)");
+}
+
+void Session::over(std::string rest) {
+  auto& input = control<QLineEdit>(takeWord(rest));
+  at.tap(&input);
+  input.selectAll();
+  if (rest.empty()) at.press(Qt::Key_Delete);
+  type(rest);
+}
+
+void Session::row(std::string rest) {
+  auto& view = control<QAbstractItemView>(takeWord(rest));
+  at.settle();
+  at.tapAt(view.viewport(), view.visualRect(view.model()->index(std::stoi(rest), 1)).center());
+}
+
+void Session::edit(std::string rest) {
+  Dataset& rows = dataset(takeWord(rest));
+  rows.Edit();
+  for (const std::string& assignment : test::words(rest)) {
+    const auto equals = assignment.find('=');
+    const std::string value = assignment.substr(equals + 1);
+    rows[assignment.substr(0, equals)] = value == "null" ? Value() : Value(value);
+  }
+}
+
+void playSession(test::Transcript& script) {
+  Session().play(script);
+}
+
+}  // namespace tavoline
