@@ -4,26 +4,18 @@
 
 #include <QtCore/QStringList>
 
-#include "Screens.h"
 #include "shell/MenuU.h"
-#include "support/StoreFaults.h"
-#include "support/Workstation.h"
+#include "support/Session.h"
 
 namespace tavoline {
 
-/// All screens, made as the process makes them, on a store that a test can make refuse.
+/// All screens, made as the process makes them.
 class AllScreens : public testing::Test {
  protected:
   /// With `rows` in the store before the start.
   void start(std::initializer_list<const char*> rows = {}) {
     for (const char* row : rows) at.sql(row);
-    store = std::make_shared<test::StoreFaults>(Store::open(TDM::ConnectionString));
-    std::vector<Creator> steps = screensInOrder();
-    steps.at(1) = [this] { at.start(store); };
-    ASSERT_TRUE(startUp(steps));
-    MenuF->Show();
-    MenuF->setWindowState(Qt::WindowNoState);
-    MenuF->setGeometry(0, 0, 1024, 768);
+    session.play("start");
     MenuF->RzSplitter1->setEnabled(true);
     Forms::Close("LoginF");
     at.settle();
@@ -51,8 +43,18 @@ class AllScreens : public testing::Test {
     return found;
   }
 
-  Workstation at;
-  std::shared_ptr<test::StoreFaults> store;
+  /// Takes a step with every screen brought up in turn; `name` says which.
+  void onEach(const std::function<void(TForm& form, const std::string& name)>& step) {
+    start();
+    for (TForm* form : Forms::all()) {
+      bringUp(form);
+      step(*form, form->objectName().toStdString());
+      if (form != MenuF) form->Close();
+    }
+  }
+
+  Session session;
+  Workstation& at = session.at;
 };
 
 }  // namespace tavoline

@@ -4,6 +4,7 @@
 #include "catalogue/C_tableU.h"
 #include "catalogue/C_typeU.h"
 #include "catalogue/c_endroitU.h"
+#include "data/value/Errors.h"
 #include "screens/AllScreens.h"
 #include "shell/utilisateurUU.h"
 #include "toolkit/controls/DBComboBox.h"
@@ -111,8 +112,8 @@ TEST_F(EntriesTest, WhatTheStoreRefusesStaysOpen) {
       std::function<void()> spoil, mend;
       const char* sentence;
     } wrongs[] = {
-        {"a full disk", [&] { store->at(1, test::StoreFaults::Fault::Refuse); }, [] {},
-         "Le disque est plein"},
+        {"a full disk", [&] { session.beforeWrite = [] { throw StoreError("Le disque est plein."); }; },
+         [&] { session.beforeWrite = nullptr; }, "Le disque est plein"},
         {"a text too wide",
          [&] { Forms::control<DBEdit>(pair.entry, pair.typed)->Text(std::string(300, 'W')); }, pair.fill,
          "trop long"},
@@ -160,7 +161,7 @@ TEST_F(EntriesTest, AnEmptyListStartsARowThatIsNotKept) {
       at.answers({{pair.missing}});
       tapEntry(pair, "Enregistrer");
       EXPECT_TRUE(Forms::find(pair.entry)->Visible());
-      EXPECT_THAT(redInputs(pair), testing::UnorderedElementsAreArray(words(pair.required)));
+      EXPECT_THAT(redInputs(pair), testing::UnorderedElementsAreArray(test::words(pair.required)));
       tapEntry(pair, "Fermer");
     });
     EXPECT_EQ(!redInputs(pair).empty(), pair.redStays);

@@ -21,84 +21,64 @@ TEST_F(WalkTest, ScreensAreMadeInTheFixedOrder) {
   start();
   std::vector<std::string> made, expected;
   for (const TForm* form : Forms::all()) made.push_back(form->objectName().toStdString());
-  for (const std::string& name : words(kOrder)) {
+  for (const std::string& name : test::words(kOrder)) {
     if (Forms::find(name)) expected.push_back(name);
   }
   EXPECT_EQ(made, expected);
 }
 
 TEST_F(WalkTest, EveryScreenFitsTheSmallestDisplay) {
-  start();
-  for (TForm* form : Forms::all()) {
-    bringUp(form);
-    const QSize room = form->isWindow() ? QSize(1024, 740) : MenuF->RzPanel4->size();
-    const QSize need = form->minimumSizeHint().expandedTo(form->minimumSize());
+  onEach([](const TForm& form, const std::string& name) {
+    const QSize room = form.isWindow() ? QSize(1024, 740) : MenuF->RzPanel4->size();
+    const QSize need = form.minimumSizeHint().expandedTo(form.minimumSize());
     EXPECT_TRUE(need.width() <= room.width() && need.height() <= room.height())
-        << form->objectName().toStdString() << " needs " << need.width() << "x" << need.height() << " of "
-        << room.width() << "x" << room.height();
-    if (form != MenuF) form->Close();
-  }
+        << name << " needs " << need.width() << "x" << need.height() << " of " << room.width() << "x"
+        << room.height();
+  });
 }
 
-TEST_F(WalkTest, PicturesWithoutACaptionSayWhatTheyDo) {
-  start();
-  for (TForm* form : Forms::all()) {
-    bringUp(form);
-    for (const auto* button : visible<QPushButton>(form)) {
-      EXPECT_FALSE(button->text().trimmed().isEmpty() && button->toolTip().isEmpty())
-          << form->objectName().toStdString() << "." << button->objectName().toStdString();
-      EXPECT_FALSE(button->text().isEmpty() && button->icon().isNull())
-          << form->objectName().toStdString() << "." << button->objectName().toStdString()
-          << " shows nothing";
+TEST_F(WalkTest, AFingerCanHitWhatIsToBeTouchedAndPicturesSayWhatTheyDo) {
+  onEach([](const TForm& form, const std::string& name) {
+    for (const QWidget* control : visible(&form)) {
+      SCOPED_TRACE(name + "." + control->objectName().toStdString());
+      const auto* button = qobject_cast<const QPushButton*>(control);
+      if (button) {
+        EXPECT_FALSE(button->text().trimmed().isEmpty() && button->toolTip().isEmpty());
+        EXPECT_FALSE(button->text().isEmpty() && button->icon().isNull()) << "it shows nothing";
+      }
+      const bool touched =
+          button || qobject_cast<const QLineEdit*>(control) || qobject_cast<const QComboBox*>(control);
+      const QWidget* around = control->parentWidget();
+      const bool part = qobject_cast<const QAbstractSpinBox*>(around) ||
+                        qobject_cast<const QComboBox*>(around) || around->inherits("tavoline::Keypad");
+      if (touched && !part) {
+        EXPECT_GE(control->height(), 48);
+      }
     }
-    if (form != MenuF) form->Close();
-  }
-}
-
-TEST_F(WalkTest, AFingerCanHitWhatIsToBeTouched) {
-  start();
-  const auto keypad = [](const QWidget* control) { return control->inherits("tavoline::Keypad"); };
-  for (TForm* form : Forms::all()) {
-    bringUp(form);
-    for (QWidget* control : visible(form)) {
-      const bool touched = qobject_cast<QPushButton*>(control) || qobject_cast<QLineEdit*>(control) ||
-                           qobject_cast<QComboBox*>(control);
-      const bool part =
-          qobject_cast<QAbstractSpinBox*>(control->parent()) || qobject_cast<QComboBox*>(control->parent());
-      if (!touched || part || keypad(control->parentWidget())) continue;
-      EXPECT_GE(control->height(), 48)
-          << form->objectName().toStdString() << "." << control->objectName().toStdString();
-    }
-    if (form != MenuF) form->Close();
-  }
+  });
 }
 
 // Tab leads through every control that takes it. A docked screen shares the round with the menu.
 TEST_F(WalkTest, TheTabKeyGoesRound) {
-  start();
   const auto takesTab = [](const QWidget* control) {
     return control->isVisible() && control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) &&
            !control->focusProxy() && !qobject_cast<const QMenuBar*>(control);
   };
-  for (TForm* form : Forms::all()) {
-    bringUp(form);
+  onEach([&](TForm& form, const std::string& name) {
     QSet<QWidget*> wanted, reached;
-    for (QWidget* control : visible(form)) {
+    for (QWidget* control : visible(&form)) {
       if (takesTab(control)) wanted.insert(control);
     }
-    const auto inWindow = form->window()->findChildren<QWidget*>();
-    if (!wanted.isEmpty()) form->activateWindow();
+    const auto inWindow = form.window()->findChildren<QWidget*>();
+    if (!wanted.isEmpty()) form.activateWindow();
     at.settle();
     for (auto step = std::count_if(inWindow.begin(), inWindow.end(), takesTab); step >= 0; --step) {
       at.press(Qt::Key_Tab);
       reached.insert(QApplication::focusWidget());
     }
-    for (QWidget* control : wanted - reached) {
-      ADD_FAILURE() << form->objectName().toStdString() << "." << control->objectName().toStdString()
-                    << " is not reached";
-    }
-    if (form != MenuF) form->Close();
-  }
+    for (const QWidget* control : wanted - reached)
+      ADD_FAILURE() << name << "." << control->objectName().toStdString() << " is not reached";
+  });
 }
 
 }  // namespace

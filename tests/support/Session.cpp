@@ -50,7 +50,7 @@ class Session::TellingStore : public test::PassingStore {
     std::string line = std::string(1, "+~-~"[write.kind]) + " " + write.table;
     if (write.kind == Request::Update || write.kind == Request::Erase) line += "." + std::to_string(row);
     for (const auto& [name, value] : write.fields) line += " " + name + "=" + told(value);
-    session_.script_->say(line);
+    if (session_.script_) session_.script_->say(line);
     if (session_.afterWrite) session_.afterWrite();
   }
 
@@ -68,14 +68,20 @@ Session::Session(const std::filesystem::path& folder) : at(folder) {
 
 void Session::listen() {
   clock("14/07/2024 12:30:15");
+  // Between the steps a test answers by the workstation's own means.
+  messages_ = Messages::current();
   Messages& messages = Messages::current();
-  messages.show = [this](const std::string& text) { script_->say("says \"" + text + "\""); };
+  messages.show = [this](const std::string& text) {
+    script_ ? script_->say("says \"" + text + "\"") : messages_.show(text);
+  };
   messages.confirm = [this](const std::string& text, const std::string& title) {
+    if (!script_) return messages_.confirm(text, title);
     return ask((title == "confirmation" ? "" : title + ": ") + text) == "Oui";
   };
-  messages.openPicture = [this] { return ask("image"); };
-  messages.saveFile =
-      messages.openFile = [this](const std::string& title, const std::string&) { return ask(title); };
+  messages.openPicture = [this] { return script_ ? ask("image") : messages_.openPicture(); };
+  messages.saveFile = messages.openFile = [this](const std::string& title, const std::string& filter) {
+    return script_ ? ask(title) : messages_.openFile(title, filter);
+  };
 }
 
 Session::~Session() {
@@ -93,6 +99,7 @@ void Session::play(test::Transcript& script) {
   script_ = &script;
   run();
   for (const std::string& answer : answers_) script.say("nobody asked for " + answer);
+  script_ = nullptr;
 }
 
 std::string Session::play(const std::string& steps) {
@@ -204,7 +211,7 @@ void Session::start() {
   const auto store = std::make_shared<TellingStore>(Store::open(TDM::ConnectionString), *this);
   std::vector<Creator> steps = screensInOrder();
   steps.at(1) = [&] { at.start(store); };
-  if (!startUp(steps)) return;
+  if (!startUp(steps)) return void(MenuF = nullptr);
   MenuF->setWindowState(Qt::WindowNoState);  // the offscreen display is smaller than a counter's
   MenuF->setGeometry(0, 0, 1024, 768);
   MenuF->Show();

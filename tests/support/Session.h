@@ -99,7 +99,8 @@ class Session {
   static void forEach(const std::string& names, void (Dataset::*action)());
   static std::string told(const Value& value);
 
-  test::Transcript* script_ = nullptr;
+  test::Transcript* script_ = nullptr;  // none between the steps
+  Messages messages_;
   std::string form_ = "MenuF";
   std::set<std::string> open_;
   std::vector<QWidget*> modals_;

@@ -62,6 +62,8 @@ void registerFile(const std::string& file, const std::function<void(Transcript&)
     ++number;
     const auto first = line.find_first_not_of(' ');
     if (first == std::string::npos || line[first] == '#') continue;
+    for (std::string more; line.ends_with(" \\") && std::getline(in, more); ++number)
+      line.replace(line.size() - 1, 1, more.substr(more.find_first_not_of(' ')));
     if (line.starts_with("== ")) {
       finish();
       title = line;

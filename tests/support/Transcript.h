@@ -11,7 +11,7 @@ namespace tavoline::test {
 ///     a step that every case begins with
 ///     == a title, which names the test
 ///     # a comment
-///     a step
+///     a step; behind a backslash it goes on in the next line
 ///       what it says, a line each
 ///
 /// Whoever plays it takes the steps in turn and says what comes of each; the case passes if that reads like

@@ -5,8 +5,6 @@
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
-#include <iterator>
-#include <sstream>
 
 #include "tools/store/Creation.h"
 
@@ -14,11 +12,6 @@ namespace tavoline {
 
 namespace {
 constexpr int patience = 10000;  // ms that a condition may take on a busy machine
-}
-
-std::vector<std::string> words(const std::string& list) {
-  std::istringstream in(list);
-  return {std::istream_iterator<std::string>(in), {}};
 }
 
 Workstation::Workstation() : before_(std::filesystem::current_path()) {

@@ -18,9 +18,6 @@
 
 namespace tavoline {
 
-/// The words of a long list, told with blanks between.
-std::vector<std::string> words(const std::string& list);
-
 /// One workstation of a restaurant, played by a test: a store of its own in a passing folder that is the
 /// working directory, the data module, the screens that the test asks for, and a user who taps, types and
 /// answers boxes. Every box that the test did not foresee fails it with its text; so does a foreseen one that

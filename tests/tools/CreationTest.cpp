@@ -1,3 +1,5 @@
+// What the tool leaves behind when it fails, dies, or is not alone.
+
 #include "tools/store/Creation.h"
 
 #include <gmock/gmock.h>
@@ -18,42 +20,15 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Creation = ToolTest;
 
-TEST_F(Creation, MakesAWholeStoreWithItsFirstRows) {
-  ASSERT_EQ(tool({"create", file()}), 0) << said;
-  EXPECT_THAT(said, HasSubstr("login 10, mot de passe 1010 (Admin)"));
-  EXPECT_EQ(tool({"check", file()}), 0) << said;
-  EXPECT_EQ(ask(file(), "SELECT login || mot_pase || role FROM utilisateur"), "101010Admin");
-  EXPECT_EQ(ask(file(), "SELECT tva || utilisation FROM TVA"), "19.0OUI");
-  EXPECT_EQ(ask(file(), "SELECT valeur FROM tavoline_store WHERE cle = 'mot_de_passe'"),
-            schema::kStorePassword);
-  EXPECT_EQ(ask(file(), "PRAGMA journal_mode"), "wal");
-  EXPECT_EQ(content().size(), 1U) << "something was left beside the store";
-
-  ASSERT_EQ(
-      tool({"create", file("2.mdb"), "--login=7", "--password", "", "--nom", "O'Neil", "--role", "KeyUser"}),
-      0);
-  EXPECT_EQ(ask(file("2.mdb"), "SELECT login || mot_pase || nom || role FROM utilisateur"), "7O'NeilKeyUser");
-}
-
-TEST_F(Creation, NeverTouchesWhatStandsUnderTheName) {
-  std::ofstream(file("text")) << "notes";
-  std::ofstream(file("empty")).close();
-  fs::create_directory(file("folder"));
-  fs::create_symlink("nowhere", file("link"));
-  const auto before = content();
-  for (const char* name : {"text", "empty", "folder", "link"}) {
-    EXPECT_EQ(tool({"create", file(name)}), 1) << name;
-    EXPECT_THAT(said, HasSubstr("existe déjà"));
-  }
-  EXPECT_EQ(tool({"create", file("no/such/folder.mdb")}), 1);
-  EXPECT_EQ(content(), before);
-}
-
 TEST_F(Creation, ANameTakenMeanwhileIsNotReplaced) {
   const auto fill = [&](Database&) { std::ofstream(file()) << "another's"; };
   EXPECT_THROW(createStore(file(), "secret", fill), StoreError);
   EXPECT_EQ(bytes(file()), "another's");
   EXPECT_EQ(content().size(), 1U);
+
+  fs::create_symlink("nowhere", file("link"));
+  EXPECT_EQ(tool({"create", file("link")}), 1);
+  EXPECT_EQ(content().size(), 2U);
 }
 
 TEST_F(Creation, AFailureLeavesNothing) {
@@ -84,28 +59,56 @@ TEST_F(Creation, AKilledToolLeavesNothingUnderTheName) {
   EXPECT_EQ(content().size(), 1U) << "the next run clears what was left";
 }
 
-TEST_F(Creation, AWrongCallSaysSoAndDoesNothing) {
-  const std::vector<std::vector<std::string>> calls = {
-      {},
-      {"destroy", file()},
-      {"create"},
-      {"create", file(), file("2")},
-      {"create", file(), "--login"},
-      {"create", file(), "--login", "12345"},
-      {"create", file(), "--login", ""},
-      {"create", file(), "--role", "Chef"},
-      {"create", file(), "--colour", "red"},
-      {"demo", file(), "--orders", "5"},
-      {"generate", file()},
-      {"generate", file(), "--orders", "many"},
-      {"generate", file(), "--orders", "-1"},
-      {"generate", file(), "--orders", "5x"},
-      {"generate", file(), "--orders", "5", "--pictures=yes"},
-      {"check"},
-      {"backup", file()}};
-  for (const auto& call : calls) EXPECT_EQ(tool(call), 2) << testing::PrintToString(call);
-  EXPECT_THAT(said, HasSubstr("--help"));
-  EXPECT_THAT(content(), IsEmpty());
+TEST_F(Creation, ABackupAndACheckHoldWhatIsCommittedWhileAWorkstationWrites) {
+  ASSERT_EQ(tool({"create", file()}), 0);
+  Database workstation(file(), Database::Mode::Create);
+  workstation.execute("INSERT INTO type (code, Type_Produit) VALUES (1, 'Boissons')");
+  workstation.execute("BEGIN IMMEDIATE; INSERT INTO type (code, Type_Produit) VALUES (2, 'Glaces')");
+  const std::string store = bytes(file()), log = bytes(file() + "-wal");
+  ASSERT_EQ(tool({"backup", file(), file("copy.mdb")}), 0) << said;
+  EXPECT_EQ(tool({"check", file()}), 0) << said;
+  EXPECT_EQ(bytes(file()) + bytes(file() + "-wal"), store + log);
+  workstation.execute("COMMIT");
+
+  EXPECT_EQ(ask(file("copy.mdb"), "SELECT group_concat(Type_Produit) FROM type"), "Boissons");
+  EXPECT_EQ(ask(file(), "SELECT count(*) FROM type"), "2");
+  EXPECT_EQ(tool({"check", file("copy.mdb")}), 0) << said;
+  EXPECT_FALSE(fs::exists(file("copy.mdb-wal")));
+}
+
+TEST_F(Creation, ACheckFindsDamagedPagesAndOtherSystemsFiles) {
+  ASSERT_EQ(tool({"generate", file(), "--orders", "300"}), 0);
+  std::fstream store(file(), std::ios::binary | std::ios::in | std::ios::out);
+  store.seekp(static_cast<std::streamoff>(fs::file_size(file()) / 2 / 4096 * 4096));
+  store << std::string(4096, '\xff');
+  store.close();
+  EXPECT_EQ(tool({"check", file()}), 1);
+  EXPECT_THAT(said, HasSubstr("abîmé"));
+
+  std::ofstream(file("jet"), std::ios::binary) << std::string("\0\1\0\0Standard Jet DB\0", 20);
+  EXPECT_EQ(tool({"check", file("jet")}), 1);
+  EXPECT_THAT(said, HasSubstr("Jet"));
+}
+
+TEST_F(Creation, TheSeedDecidesTheHistory) {
+  const auto history = [&](const std::string& name, const char* seed) {
+    EXPECT_EQ(tool({"generate", file(name), "--orders", "60", "--seed", seed}), 0) << said;
+    return ask(file(name), "SELECT group_concat(date_commande || tcc) FROM commande");
+  };
+  const std::string first = history("1", "4");
+  EXPECT_EQ(history("2", "4"), first);
+  EXPECT_NE(history("3", "5"), first);
+}
+
+// What the tests make for themselves is what the tool makes.
+TEST_F(Creation, OneListOfDefinitionsMakesTheSameStore) {
+  createStore(file());
+  Database other(file("other.mdb"), Database::Mode::Create);
+  for (const std::string& sql : schema::sqliteDefinitions()) other.execute(sql);
+  const char* definitions =
+      "SELECT group_concat(sql, ';') FROM (SELECT sql FROM sqlite_schema ORDER BY name)";
+  EXPECT_EQ(other.text(definitions), ask(file(), definitions));
+  EXPECT_EQ(other.text("PRAGMA application_id"), ask(file(), "PRAGMA application_id"));
 }
 
 }  // namespace

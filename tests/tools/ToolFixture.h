@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "data/value/Clock.h"
+#include "support/StoreFile.h"
 #include "tools/store/Commands.h"
 #include "tools/store/Sqlite.h"
 
@@ -19,18 +20,12 @@ namespace tavoline::tool {
 /// A folder of its own, and the tool played as from its command line. "Now" is a Sunday evening.
 class ToolTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "tavoline-tool-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder = name;
+  ToolTest() {
     Clock::set([] { return DateTime::of(2026, 11, 22, 20, 30); });
   }
-  void TearDown() override {
-    Clock::set({});
-    std::filesystem::remove_all(folder);
-  }
+  ~ToolTest() override { Clock::set({}); }
 
-  std::string file(const std::string& name = "BDD.mdb") const { return (folder / name).string(); }
+  std::string file(const std::string& name = "BDD.mdb") const { return (folder.path() / name).string(); }
 
   int tool(const std::vector<std::string>& words) {
     std::ostringstream out, err;
@@ -56,12 +51,12 @@ class ToolTest : public testing::Test {
   /// Every file of the folder with its content.
   std::map<std::string, std::string> content() const {
     std::map<std::string, std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
       files[entry.path().filename()] = entry.is_regular_file() ? bytes(entry.path()) : std::string();
     return files;
   }
 
-  std::filesystem::path folder;
+  const test::TemporaryFolder folder;
   std::string said;
 };
 

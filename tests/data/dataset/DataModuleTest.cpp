@@ -1,24 +1,18 @@
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include "data/dataset/DatasetFixture.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
 #include "support/StoreCounting.h"
+#include "tools/store/Sqlite.h"
 
 namespace tavoline {
 namespace {
 
 class DataModule : public DatasetTest {
  protected:
-  void execute(const std::string& statement) {
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(file().c_str(), &db), SQLITE_OK);
-    char* message = nullptr;
-    sqlite3_exec(db, statement.c_str(), nullptr, nullptr, &message);
-    EXPECT_EQ(message, nullptr) << message << " in " << statement;
-    sqlite3_free(message);
-    sqlite3_close(db);
+  void execute(const std::string& statements) {
+    tool::Database(file->path().string(), tool::Database::Mode::Create).execute(statements);
   }
 
   void history(int orders) {
@@ -88,18 +82,6 @@ TEST_F(DataModule, OpensEverythingOnAnEmptyStoreButTheActions) {
   EXPECT_EQ(dm.Source("datasourcecommande"), &dm.DataSourceCommande);
   EXPECT_EQ(dm.Source("DataSourceXYZ"), nullptr);
   EXPECT_EQ(dm.Find("Commande"), nullptr);
-
-  // Aggregates over nothing: a row with null for the highest, 0 for a count; parameters still null give no
-  // row.
-  for (const char* highest : {"C", "T", "E", "F", "D", "op", "T_p", "min", "last", "lastt"}) {
-    Dataset& row = *dm.Find(highest);
-    EXPECT_EQ(row.RecordCount(), 1u) << highest;
-    EXPECT_TRUE(row.FieldValue(row.Columns()[0].name).isNull()) << highest;
-  }
-  for (const char* count : {"A", "CS", "CSS"}) EXPECT_EQ((*dm.Find(count))[count].toInteger(), 0) << count;
-  for (const char* none :
-       {"xx1", "null4", "xxx1", "x2", "xx2", "Null44", "xxx3", "x33", "Count_accee", "sum_commande"})
-    EXPECT_TRUE(dm.Find(none)->Eof()) << none;
 }
 
 TEST_F(DataModule, AStoreThatLacksSomethingNamesIt) {
@@ -141,22 +123,6 @@ TEST_F(DataModule, ATapReadsTheRowsOfItsOrderWhateverTheHistory) {
   EXPECT_EQ(counts[0].queries, counts[1].queries);
   EXPECT_EQ(counts[0].rows, counts[1].rows);
   EXPECT_LT(counts[1].rows, 60);
-}
-
-TEST_F(DataModule, TheLastAggregatesFollowTheOrderOfTheRows) {
-  execute(
-      "insert into commande(n_commande, etat_commande, en_caisser, date_commande) values"
-      " (1, 'Terminer', 'yes', '2026-01-01 08:00:00.000'), (2, 'Terminer', 'no', '2026-03-01 08:00:00.000'),"
-      " (3, 'Terminer', 'no', '2026-02-01 08:00:00.000');"
-      "insert into caise(n_caise, id_caisse, date_fin) values (1, 'C001', '2026-02-02 00:00:00.000'),"
-      " (2, 'C001', '2026-01-01 00:00:00.000'), (3, 'C002', '2026-05-05 00:00:00.000');");
-  TDM dm(openStore());
-  EXPECT_EQ(dm.last["LastOfdate_fin"].text(), "01/03/2026 08:00:00");
-  EXPECT_EQ(dm.min["MinOfdate_commande"].text(), "01/01/2026 08:00:00");
-  dm.lastt.Close();
-  dm.lastt.ParamByName("c") = "c001";
-  dm.lastt.Open();
-  EXPECT_EQ(dm.lastt["LastOfdate_fin"].text(), "01/01/2026");
 }
 
 TEST_F(DataModule, ACommandTakesItsParametersFromItsNewText) {

@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "data/DMU.h"
 #include "data/dataset/Dataset.h"
-#include "tools/store/Creation.h"
+#include "support/StoreFile.h"
 
 namespace tavoline {
 
@@ -18,23 +18,17 @@ namespace tavoline {
 class DatasetTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string name = (std::filesystem::temp_directory_path() / "tavoline-XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    folder = name;
-    tool::createStore(file(), "secret");
+    file.emplace();
     here = openStore();
     there = openStore();
   }
   void TearDown() override {
     here.reset();
     there.reset();
-    std::filesystem::remove_all(folder);
+    file.reset();
   }
 
-  std::string file() const { return (folder / "BDD.mdb").string(); }
-  std::shared_ptr<Store> openStore() const {
-    return Store::open("Data Source=" + file() + ";Jet OLEDB:Database Password=secret");
-  }
+  std::shared_ptr<Store> openStore() const { return file->open(); }
 
   void addPlace(Store& store, int number, const std::string& name) {
     store.insert("Endroit", {{"ID_endroit", Value(number)}, {"Endoit", Value(name)}});
@@ -47,7 +41,7 @@ class DatasetTest : public testing::Test {
     return seen;
   }
 
-  std::filesystem::path folder;
+  std::optional<test::StoreFile> file;
   std::shared_ptr<Store> here, there;
 };
 

@@ -1,0 +1,118 @@
+// One dataset, played by its operations, over three places (1 a, 2 b, 3 c). A step is one of these:
+//
+//     open STATEMENT             another dataset instead of that of the places
+//     Edit, Insert, Post ...     an operation without arguments, by its name
+//     FIELD = VALUE              sets a field
+//     filter TEXT, filtered on, filtered off
+//     typed FIELD TEXT           a bound control holds a text that waits for the field
+//     elsewhere SQL              another workstation writes
+//     row FIELD...               state and current row; eof and bof where they hold
+//     walk FIELD                 what a walk from First to the end shows
+//     stored                     the places in the store
+
+#include <map>
+#include <optional>
+
+#include "data/dataset/DatasetFixture.h"
+#include "support/Transcript.h"
+#include "tools/store/Sqlite.h"
+
+namespace tavoline {
+namespace {
+
+/// A bound control with what was typed in it.
+class TypedText final : public DataListener {
+ public:
+  TypedText(DataSource& source, std::string field, std::string text, test::Transcript& script)
+      : source_(source), field_(std::move(field)), typed_(std::move(text)), script_(script) {
+    source_.add(this);
+  }
+  ~TypedText() { source_.remove(this); }
+  void dataEvent(DataEvent) override {}
+  void giveUpPending() override {
+    if (!typed_) return;
+    const std::string text = *typed_;
+    source_.dataset()[field_] = text;
+    typed_.reset();
+    script_.say("gives up " + text);
+  }
+  void dropPending() override {
+    if (typed_) script_.say("drops " + *typed_);
+    typed_.reset();
+  }
+
+ private:
+  DataSource& source_;
+  const std::string field_;
+  std::optional<std::string> typed_;
+  test::Transcript& script_;
+};
+
+class Played : public DatasetTest {
+ public:
+  explicit Played(test::Transcript& script) : script_(script) {
+    SetUp();
+    for (const auto& [number, name] : {std::pair{1, "a"}, {2, "b"}, {3, "c"}}) addPlace(*here, number, name);
+    open("select * from Endroit");
+  }
+  ~Played() override { typed_.reset(), source_.reset(), rows_.reset(), TearDown(); }
+  void TestBody() override {}
+
+  void perform(std::string step) {
+    static const std::map<std::string, void (Dataset::*)()> operations = {
+        {"Edit", &Dataset::Edit},     {"Insert", &Dataset::Insert},   {"Post", &Dataset::Post},
+        {"Cancel", &Dataset::Cancel}, {"Delete", &Dataset::Delete},   {"Refresh", &Dataset::Refresh},
+        {"Open", &Dataset::Open},     {"Close", &Dataset::Close},     {"Reopen", &Dataset::Reopen},
+        {"First", &Dataset::First},   {"Last", &Dataset::Last},       {"Next", &Dataset::Next},
+        {"Prior", &Dataset::Prior},   {"ExecSQL", &Dataset::ExecSQL}, {"Renew", &Dataset::Renew}};
+    const std::string verb = test::takeWord(step);
+    if (const auto found = operations.find(verb); found != operations.end()) return (*rows_.*found->second)();
+    if (step.starts_with("=")) return (*rows_).SetFieldValue(verb, step.size() > 1 ? step.substr(2) : "");
+    if (verb == "open") return open(step);
+    if (verb == "filter") return rows_->FilterBy(step);
+    if (verb == "filtered") return rows_->Filtered(step == "on");
+    if (verb == "typed") return typed(test::takeWord(step), step);
+    if (verb == "elsewhere")
+      return tool::Database(file->path().string(), tool::Database::Mode::Create).execute(step);
+    if (verb == "row") return row(step);
+    if (verb == "walk") return script_.say(walk(*rows_, step.c_str()));
+    if (verb != "stored") throw std::runtime_error("no step begins so");
+    Connected fresh(here, "select * from Endroit");
+    fresh.Open();
+    script_.say(walk(fresh, "Endoit"));
+  }
+
+ private:
+  void open(const std::string& statement) {
+    rows_ = std::make_unique<Connected>(here, statement.c_str());
+    source_ = std::make_unique<DataSource>("source", *rows_);
+    rows_->Open();
+  }
+  void typed(const std::string& field, const std::string& text) {
+    typed_.reset();
+    typed_.emplace(*source_, field, text, script_);
+  }
+  void row(const std::string& fields) {
+    const char* const states[] = {"inactive", "browse", "edit", "insert"};
+    std::string told = states[static_cast<int>(rows_->State())];
+    if (rows_->Active()) told += std::string(rows_->Eof() ? " eof" : "") + (rows_->Bof() ? " bof" : "");
+    for (const std::string& field : test::words(fields)) {
+      const Value value = rows_->FieldValue(field);
+      told += " " + field + "=" + (value.isNull() ? "null" : value.text());
+    }
+    script_.say(told);
+  }
+
+  test::Transcript& script_;
+  std::unique_ptr<Dataset> rows_;
+  std::unique_ptr<DataSource> source_;
+  std::optional<TypedText> typed_;
+};
+
+[[maybe_unused]] const bool known = test::registerTranscripts(TAVOLINE_CASES, [](test::Transcript& script) {
+  Played played(script);
+  while (script.next()) script.attempt([&] { played.perform(script.step()); });
+});
+
+}  // namespace
+}  // namespace tavoline
