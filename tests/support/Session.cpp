@@ -79,8 +79,11 @@ void Session::listen() {
     return ask((title == "confirmation" ? "" : title + ": ") + text) == "Oui";
   };
   messages.openPicture = [this] { return script_ ? ask("image") : messages_.openPicture(); };
-  messages.saveFile = messages.openFile = [this](const std::string& title, const std::string& filter) {
+  messages.openFile = [this](const std::string& title, const std::string& filter) {
     return script_ ? ask(title) : messages_.openFile(title, filter);
+  };
+  messages.saveFile = [this](const std::string& title, const std::string& filter, const std::string& name) {
+    return script_ ? ask(title) : messages_.saveFile(title, filter, name);
   };
 }
 

@@ -75,14 +75,15 @@ class Played : public DatasetTest {
     if (verb == "elsewhere")
       return tool::Database(file->path().string(), tool::Database::Mode::Create).execute(step);
     if (verb == "row") return row(step);
-    if (verb == "walk") return script_.say(walk(*rows_, step.c_str()));
+    if (verb == "walk") return tell(walk(*rows_, step.c_str()));
     if (verb != "stored") throw std::runtime_error("no step begins so");
     Connected fresh(here, "select * from Endroit");
     fresh.Open();
-    script_.say(walk(fresh, "Endoit"));
+    tell(walk(fresh, "Endoit"));
   }
 
  private:
+  void tell(const std::string& seen) { script_.say(seen.empty() ? "(none)" : seen); }
   void open(const std::string& statement) {
     rows_ = std::make_unique<Connected>(here, statement.c_str());
     source_ = std::make_unique<DataSource>("source", *rows_);
