@@ -55,6 +55,14 @@ TEST_F(ArticleList, ALargePictureIsMadeSmallerInItsOwnShape) {
   EXPECT_EQ(QGuiApplication::clipboard()->image().size(), kept.size());
 }
 
+TEST_F(ArticleList, DeletesOnConsentAndAsksNothingWithoutARow) {
+  session.at.answers({{"voulez-vous vraiment supprimer", "Oui"}});
+  Liste_produitF->x7->Click();
+  EXPECT_EQ(session.at.value("select min(code_barre) from article"), "2");
+  play("sql delete from article\nreopen Article");
+  Liste_produitF->x7->Click();
+}
+
 TEST_F(ArticleList, OwnsADocumentThatNothingLaunches) {
   play("tap Imprimer");
   EXPECT_FALSE(Liste_produitF->frxReport1->pages());

@@ -35,6 +35,10 @@ TEST_F(Snapshots, AnUnchangedPostWritesNothing) {
   mine.Edit();
   mine.Post();
   EXPECT_TRUE(before->latest());
+  for (const bool open : {false, true}) {
+    mine.Active(open);
+    EXPECT_EQ(mine.Active(), open);
+  }
 }
 
 TEST_F(Snapshots, DisabledControlsHearNothing) {

@@ -140,6 +140,7 @@ TEST(Value, WithoutAValueOrARoundedOne) {
   EXPECT_EQ(Value(100) * 19 / 100 - 19, Value(0.0));
   EXPECT_TRUE((Value(std::nan("")) <=> Value(std::nan(""))) == std::partial_ordering::unordered);
   EXPECT_THROW(Value(DateTime()) + std::nan(""), ConversionError);
+  EXPECT_EQ(formatFloat(std::nan("")) + formatFloat(1e308 * -10), "non défini-infini");
   EXPECT_THROW(Value().toInteger(), ConversionError);
   EXPECT_THROW(Value().toFloat(), ConversionError);
   EXPECT_THROW(Value().toDateTime(), ConversionError);
