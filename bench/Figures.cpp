@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "bench/History.h"
+
 namespace tavoline::bench {
 namespace {
 
@@ -62,6 +64,7 @@ void Figures::printRatios(int small, int large) const {
   bySize("start of the program", 1.2);
   bySize("take a table", 0);
   bySize("close a table", 0);
+  for (const HistoryGesture& gesture : historyGestures()) bySize(gesture.name, 0);
   bySize("memory after start", 1.2);
   bySize("memory after a day", 1.2);
 

@@ -12,9 +12,11 @@
 #include "data/DMU.h"
 #include "sales/Commande_avnU.h"
 #include "sales/commandeU.h"
+#include "sales/liste_commandeU.h"
 #include "shell/LoginU.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Messages.h"
+#include "toolkit/report/Preview.h"
 
 namespace tavoline::bench {
 namespace {
@@ -118,11 +120,48 @@ void Glass::lift() {
 }
 
 void Glass::paint() {
-  while (linePaints() == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  paint(Commande_avnF->RzDBGrid1->viewport());
+}
+
+void Glass::paint(const QWidget* widget) {
+  while (paints_.of(widget) == 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 int Glass::linePaints() const {
   return paints_.of(Commande_avnF->RzDBGrid1->viewport());
+}
+
+void Glass::inHistory(const std::function<void()>& gesture) {
+  paints_.forget();
+  gesture();
+  paint(liste_commandeF->DBGrid1->viewport());
+}
+
+void Glass::pressInHistory(QWidget* control) {
+  inHistory([control] { press(control); });
+}
+
+void Glass::openHistory() {
+  pressInHistory(MenuF->AdvSmoothButton1);
+}
+
+void Glass::closeHistory() {
+  press(liste_commandeF->Fermer);
+  press(MenuF->AdvSmoothButton6);
+  rest();
+}
+
+void Glass::countHistory() {
+  const auto* rows = liste_commandeF->DBGrid1->model();
+  if (!QTest::qWaitFor([&] { return std::size_t(rows->rowCount()) == DM->commande.RecordCount(); }))
+    throw std::runtime_error("the history's grid does not reach its last row");
+  rest();
+}
+
+void Glass::printJournal() {
+  Preview::observer = [](Preview& preview) { preview.grab(); };
+  press(liste_commandeF->Imprimer);
+  Preview::observer = nullptr;
 }
 
 void Glass::rest() {

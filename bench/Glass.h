@@ -3,6 +3,7 @@
 #include <QtCore/QHash>
 #include <QtWidgets/QWidget>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace tavoline::bench {
@@ -33,7 +34,7 @@ class Glass {
   Glass(const Glass&) = delete;
   Glass& operator=(const Glass&) = delete;
 
-  void logIn();         ///< As the first account of the store.
+  void logIn();         ///< As the first account of the store, up to the map.
   void takeTable();     ///< The next free one; the order screen stands then, with a category's tiles.
   void saveOrder();     ///< "Enregistrer": the order waits on its table, and the map is back.
   std::size_t tiles();  ///< How many articles are in sight.
@@ -43,7 +44,18 @@ class Glass {
   void rest();                   ///< Until nothing is left to be painted. Throws if a box was shown.
   int linePaints() const;        ///< How often the ticket's lines were painted since `lower`.
 
+  void openHistory();   ///< "Historique des commandes", until its grid is painted.
+  void closeHistory();  ///< And back to the map.
+  /// A press of a control of the history, or another gesture on it, until its grid is painted.
+  void pressInHistory(QWidget* control);
+  void inHistory(const std::function<void()>& gesture);
+  void countHistory();  ///< Waits until the grid's scroll bar reaches to its last row.
+  /// The journal of what the history shows, until its preview is complete, painted and closed again.
+  void printJournal();
+
  private:
+  void paint(const QWidget* widget);
+
   Paints paints_;
   QWidget* under_ = nullptr;  // the finger
 };

@@ -16,6 +16,7 @@
 
 #include "bench/Figures.h"
 #include "bench/Glass.h"
+#include "bench/History.h"
 #include "bench/Memory.h"
 #include "bench/QtModels.h"
 #include "bench/Raw.h"
@@ -32,7 +33,7 @@ using test::Waiter;
 constexpr int kSmall = 1000, kLarge = 600000;
 constexpr int kDay = 300;  // orders
 constexpr int kLines = 8;  // of an order, before the next one is begun
-constexpr int kRounds = 21, kFewRounds = 3;
+constexpr int kRounds = 21, kSomeRounds = 7, kFewRounds = 3;
 
 /// Times one gesture per iteration, and nothing of what lies between two; keeps its 50th and 99th percentile.
 class Stopwatch {
@@ -156,6 +157,18 @@ void tapOnScreen(benchmark::State& state, bool painted) {
   state.counters["repaints"] = repaints;
 }
 
+void inHistory(benchmark::State& state, const HistoryGesture& gesture) {
+  Glass glass;
+  glass.logIn();
+  Stopwatch watch(state);
+  for ([[maybe_unused]] auto _ : state) {
+    gesture.before(glass);
+    watch.time([&] { gesture.gesture(glass); });
+    glass.rest();
+    gesture.after(glass);
+  }
+}
+
 /// From nothing to the login screen painted.
 void startProgram(benchmark::State& state) {
   Stopwatch watch(state);
@@ -201,6 +214,9 @@ int measure(int count, char** arguments) {
     add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap, kFewRounds);
     add(*scene, "start", 20, start);
     add(*scene, "start of the program", 3, startProgram);
+    for (const HistoryGesture& gesture : historyGestures())
+      add(
+          *scene, gesture.name, 3, [&gesture](auto& state) { inHistory(state, gesture); }, kSomeRounds);
     add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
     add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
   }

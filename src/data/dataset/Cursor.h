@@ -31,6 +31,10 @@ class Cursor {
   virtual std::vector<Value> values() = 0;  ///< Pictures left out (null) unless they were asked for.
 
   virtual std::size_t count() = 0;
+  /// How many rows are counted yet: the first thousand at least, as far as there are so many.
+  virtual std::size_t counted() { return count(); }
+  /// Counts some `rows` more; whether all are counted.
+  virtual bool countOn(std::size_t rows);
   virtual Value valueAt(std::size_t record, std::size_t column) = 0;
   virtual int record() = 0;  ///< -1 without a current row.
   virtual bool moveTo(std::size_t record) = 0;

@@ -169,6 +169,14 @@ std::size_t Dataset::RecordCount() {
   return open("cette lecture").count();
 }
 
+std::size_t Dataset::RecordsCounted() {
+  return open("cette lecture").counted();
+}
+
+bool Dataset::CountOn(std::size_t records) {
+  return open("cette lecture").countOn(records);
+}
+
 Value Dataset::ValueAt(std::size_t record, std::size_t index) {
   return open("cette lecture").valueAt(record, index);
 }

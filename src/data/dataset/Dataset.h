@@ -104,8 +104,13 @@ class Dataset {
   int ColumnIndex(std::string_view name) const;  ///< -1 if absent.
 
   /// Rows by number, for grids, lists and reports; moves nothing. Counting lists the row ids, so only what
-  /// shows all rows asks for it. A row waiting in insert state is not counted.
+  /// needs all rows asks for it. A row waiting in insert state is not counted.
   std::size_t RecordCount();
+  /// How many rows are counted yet: all, or of a long table the first thousand, at once. For who shows these
+  /// while the rest is counted.
+  std::size_t RecordsCounted();
+  /// Counts some `records` more, for who does it bit by bit; true when all are counted.
+  bool CountOn(std::size_t records);
   Value ValueAt(std::size_t record, std::size_t column);
   int RecordNumber();  ///< Of the current row; -1 for none or a row in insert state.
   void MoveTo(std::size_t record);

@@ -9,6 +9,9 @@
 
 namespace tavoline {
 
+bool Cursor::countOn(std::size_t) {
+  return true;
+}
 void Cursor::insert(Store&, const Written&) {
   throw DatasetError("Ces données ne peuvent pas être modifiées ici.");
 }
@@ -254,6 +257,9 @@ void TableCursor::insert(Store& store, const Written& fields) {
   at_ = own_.size() - 1;
   ownRead_[rid] = row;
   afterWrite(row);
+  if (!list_ || !list_->whole || !visible(row)) return;
+  list_->rids.push_back(rid);
+  ++list_->own;
 }
 
 void TableCursor::update(Store& store, const Written& fields) {
@@ -274,8 +280,7 @@ void TableCursor::update(Store& store, const Written& fields) {
 void TableCursor::erase(Store& store) {
   const Row row = current();
   store.erase(table_, row.rid);
-  list_.reset();
-  listRead_.erase(row.rid);
+  unlist(row.rid);
   if (where_ == Where::Own) {
     own_.erase(own_.begin() + static_cast<std::ptrdiff_t>(at_));
     ownRead_.erase(row.rid);
@@ -293,9 +298,9 @@ void TableCursor::erase(Store& store) {
 
 /// The row just written stays current if the filter shows it; otherwise its place is settled when asked for.
 void TableCursor::afterWrite(const Row& row) {
-  list_.reset();
   listRead_.erase(row.rid);
   if (visible(row)) return;
+  unlist(row.rid);
   lost_ = row.key;
   lostRow_ = row.rid;
   where_ = Where::Lost;

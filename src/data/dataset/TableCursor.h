@@ -9,9 +9,10 @@
 namespace tavoline {
 
 /// A keyset cursor over `select * from` one table. Rows are read in pages around the position, and listed (by
-/// row number only) just for who counts or jumps. What this cursor wrote since Open is laid over the
-/// snapshot: changed rows in their old places, inserted rows behind the last, the filter evaluated in memory
-/// for these few. Pictures are read one by one, when asked for.
+/// row number only) just for who counts or jumps: the first stretch at once, the rest from whatever index is
+/// the narrowest. What this cursor wrote since Open is laid over the snapshot: changed rows in their old
+/// places, inserted rows behind the last, the filter evaluated in memory for these few. Pictures are read one
+/// by one, when asked for.
 class TableCursor : public Cursor {
  public:
   explicit TableCursor(CursorSource source);
@@ -25,6 +26,8 @@ class TableCursor : public Cursor {
   Value value(std::size_t column) override;
   std::vector<Value> values() override;
   std::size_t count() override;
+  std::size_t counted() override;
+  bool countOn(std::size_t rows) override;
   Value valueAt(std::size_t record, std::size_t column) override;
   int record() override;
   bool moveTo(std::size_t record) override;
@@ -71,6 +74,8 @@ class TableCursor : public Cursor {
   // TablePages.cpp: reading
   std::vector<Row> fetch(const sql::ExprPtr& extra, bool backwards, std::size_t limit, bool& exhausted);
   std::vector<Row> page(const std::optional<Key>& from, bool inclusive, bool backwards, bool& exhausted);
+  std::vector<Row> listedPage(const std::optional<Key>& from, bool inclusive, bool backwards,
+                              bool& exhausted);
   bool loadPage(const std::optional<Key>& from, bool inclusive, bool backwards);
   sql::ExprPtr beyond(const Key& key, bool inclusive, bool backwards, std::size_t part = 0) const;
   bool before(const Key& a, const Key& b) const;
@@ -82,8 +87,24 @@ class TableCursor : public Cursor {
   const Value& fetched(Row& row, std::size_t column);
 
   // TableList.cpp: rows by number
-  const std::vector<RowId>& list();
-  Row& listed(std::size_t record);
+  struct List {
+    std::vector<RowId> rids;  // the first ones, or once it is whole all of them
+    std::size_t own = 0;      // how many at the end are own rows
+    bool whole = false;
+    std::unique_ptr<Rows> stream;  // counts all rows, in any order
+    std::vector<RowId> streamed;
+  };
+  List& list();
+  const std::vector<RowId>& wholeList();
+  RowId listed(std::size_t record);
+  Row& rowAt(std::size_t record);
+  sql::Select listing() const;
+  void listFirstRows();
+  void listInOrder();
+  void layChangesOver(std::vector<RowId>& rids, RowId last) const;
+  void addOwnRows();
+  std::vector<RowId>::iterator placeOf(RowId rid);
+  void unlist(RowId rid);
 
   CursorSource source_;
   std::string table_;
@@ -106,8 +127,7 @@ class TableCursor : public Cursor {
   Key lost_;
   RowId lostRow_ = 0;
 
-  std::optional<std::vector<RowId>> list_;
-  std::size_t listOwn_ = 0;  // how many at the list's end are own rows
+  std::optional<List> list_;
   std::map<RowId, Row> listRead_;
 };
 

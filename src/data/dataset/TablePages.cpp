@@ -1,6 +1,7 @@
 // How a table cursor reads: pages by keyset conditions, single rows by number, pictures one by one.
 
 #include <algorithm>
+#include <iterator>
 
 #include "data/dataset/TableCursor.h"
 #include "data/sql/Resolver.h"
@@ -115,6 +116,7 @@ std::vector<TableCursor::Row> TableCursor::fetch(const sql::ExprPtr& extra, bool
 std::vector<TableCursor::Row> TableCursor::page(const std::optional<Key>& from, bool inclusive,
                                                 bool backwards, bool& exhausted) {
   pageSize_ = std::clamp(pageSize_ * 2, kFirstPage, kLargestPage);
+  if (list_ && list_->whole && order_.empty()) return listedPage(from, inclusive, backwards, exhausted);
   std::vector<Row> rows =
       fetch(from ? beyond(*from, inclusive, backwards) : nullptr, backwards, pageSize_, exhausted);
   const auto comes = [&](const Key& a, const Key& b) { return backwards ? before(b, a) : before(a, b); };
@@ -127,6 +129,33 @@ std::vector<TableCursor::Row> TableCursor::page(const std::optional<Key>& from, 
         std::find_if(rows.begin(), rows.end(), [&](const Row& r) { return comes(key, r.key); });
     rows.insert(place, *change.row);
   }
+  return rows;
+}
+
+/// The same from the list, where there is one: a filter's index is in another order than the rows, and every
+/// page would begin with sorting all that it finds.
+std::vector<TableCursor::Row> TableCursor::listedPage(const std::optional<Key>& from, bool inclusive,
+                                                      bool backwards, bool& exhausted) {
+  const auto begin = list_->rids.cbegin(), end = list_->rids.cend() - std::ptrdiff_t(list_->own);
+  auto first = begin, last = end;
+  if (from) {
+    const RowId rid = from->back().toInteger();
+    auto& bound = backwards ? last : first;
+    bound = inclusive == backwards ? std::upper_bound(begin, end, rid) : std::lower_bound(begin, end, rid);
+  }
+  exhausted = last - first <= std::ptrdiff_t(pageSize_);
+  if (!exhausted && backwards) first = last - std::ptrdiff_t(pageSize_);
+  if (!exhausted && !backwards) last = first + std::ptrdiff_t(pageSize_);
+
+  std::vector<RowId> unchanged;
+  std::copy_if(first, last, std::back_inserter(unchanged),
+               [this](RowId rid) { return !changes_.contains(rid); });
+  std::vector<Row> rows = findAll(unchanged);
+  for (; first != last; ++first)
+    if (const auto change = changes_.find(*first); change != changes_.end())
+      rows.push_back(*change->second.row);
+  std::sort(rows.begin(), rows.end(),
+            [backwards](const Row& a, const Row& b) { return backwards ? b.rid < a.rid : a.rid < b.rid; });
   return rows;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QTimer>
+#include <QtCore/QTimerEvent>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
@@ -10,6 +11,7 @@
 #include "toolkit/controls/ColumnFit.h"
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/GridCells.h"
+#include "toolkit/controls/GridColumn.h"
 #include "toolkit/controls/GridMenu.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
@@ -18,43 +20,16 @@ namespace tavoline {
 
 namespace {
 
-constexpr int rowPixels = 48;    // pixels: a finger's width
-constexpr int titlePixels = 44;  // of one line
-constexpr int titleAir = 14;     // above and below titles of more lines
-constexpr int widestFit = 420;   // pixels that fitting gives a column at most
-constexpr int shortText = 100;   // pixels of a text that is not worth cutting
-constexpr int shortWord = 75;    // the same of a word, whose letters can be made smaller
+constexpr int rowPixels = 48;     // pixels: a finger's width
+constexpr int titlePixels = 44;   // of one line
+constexpr int titleAir = 14;      // above and below titles of more lines
+constexpr int widestFit = 420;    // pixels that fitting gives a column at most
+constexpr int shortText = 100;    // pixels of a text that is not worth cutting
+constexpr int shortWord = 75;     // the same of a word, whose letters can be made smaller
+constexpr int countingPause = 5;  // ms between two steps of counting, for whatever else is to be done
+constexpr std::size_t countedRows = 32768;  // in one step: a few ms
 constexpr Qt::Alignment left = Qt::AlignLeft | Qt::AlignVCenter;
 constexpr Qt::Alignment right = Qt::AlignRight | Qt::AlignVCenter;
-
-struct Column {
-  std::string field;
-  QString title;
-  bool rightAligned = false, writable = false;
-  bool wide = false;  // takes what width is left
-  int width = 0;      // pixels that it has at least where there is room
-  int index = -1;     // in the dataset as it is open now
-  FieldType type = FieldType::Text;
-};
-
-Column parseColumn(const QString& line) {
-  Column column;
-  const QString options = line.section(QLatin1Char('|'), 1);
-  const QString head = line.section(QLatin1Char('|'), 0, 0);
-  column.field = head.section(QLatin1Char('='), 0, 0).trimmed().toStdString();
-  column.title = head.section(QLatin1Char('='), 1);
-  for (const QString& option : options.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-    if (option.trimmed() == QLatin1String("right"))
-      column.rightAligned = true;
-    else if (option.trimmed() == QLatin1String("rw"))
-      column.writable = true;
-    else if (option.trimmed() == QLatin1String("wide"))
-      column.wide = true;
-    else
-      column.width = option.trimmed().toInt();
-  }
-  return column;
-}
 
 }  // namespace
 
@@ -65,21 +40,21 @@ class DBGrid::Model : public QAbstractTableModel {
   void setColumns(const QStringList& lines) {
     beginResetModel();
     columns_.clear();
-    for (const QString& line : lines) columns_.push_back(parseColumn(line));
+    for (const QString& line : lines) columns_.push_back(GridColumn::parse(line));
     endResetModel();
   }
 
-  // Counts the rows and finds the columns of the dataset as it is open now. A reset would have the headings
-  // laid out and the grid painted twice more, so only the rows that came or went are told.
+  // Counts the first rows and finds the columns of the dataset as it is open now. A reset would have the
+  // headings laid out and the grid painted twice more, so only the rows that came or went are told.
   void reread() {
     Dataset* rows = grid_.dataset();
     const bool open = rows && rows->Active();
-    for (Column& column : columns_) {
+    for (GridColumn& column : columns_) {
       column.index = open ? rows->ColumnIndex(column.field) : -1;
       if (column.index >= 0) column.type = rows->Columns()[std::size_t(column.index)].type;
     }
     current_ = open ? rows->RecordNumber() : -1;
-    setRows(open ? int(rows->RecordCount()) : 0);
+    setRows(open ? int(rows->RecordsCounted()) : 0);
   }
 
   void setRows(int rows) {
@@ -96,7 +71,7 @@ class DBGrid::Model : public QAbstractTableModel {
 
   void setCurrent(int record) { current_ = record; }
   int current() const { return current_; }
-  const std::vector<Column>& shownColumns() const { return columns_; }
+  const std::vector<GridColumn>& shownColumns() const { return columns_; }
 
   int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
   int columnCount(const QModelIndex& parent = {}) const override {
@@ -105,13 +80,13 @@ class DBGrid::Model : public QAbstractTableModel {
 
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal) return {};
-    if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title.trimmed();
+    if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title;
     if (role != Qt::TextAlignmentRole) return {};
     return int(alignment(columns_[std::size_t(section)])) | Qt::TextWordWrap;
   }
 
   QVariant data(const QModelIndex& index, int role) const override {
-    const Column& column = columns_[std::size_t(index.column())];
+    const GridColumn& column = columns_[std::size_t(index.column())];
     switch (role) {
       case Qt::DisplayRole:
       case Qt::EditRole:
@@ -128,7 +103,7 @@ class DBGrid::Model : public QAbstractTableModel {
   bool setData(const QModelIndex& index, const QVariant& typed, int role) override {
     if (role != Qt::EditRole || typed.toString() == data(index, role).toString()) return false;
     return guarded([&] {
-      const Column& column = columns_[std::size_t(index.column())];
+      const GridColumn& column = columns_[std::size_t(index.column())];
       Dataset& rows = *grid_.dataset();
       if (rows.RecordNumber() != index.row()) rows.MoveTo(std::size_t(index.row()));
       rows.Edit();
@@ -143,12 +118,12 @@ class DBGrid::Model : public QAbstractTableModel {
   }
 
  private:
-  static Qt::Alignment alignment(const Column& column) {
+  static Qt::Alignment alignment(const GridColumn& column) {
     const bool number = column.type == FieldType::Integer || column.type == FieldType::Float;
     return number || column.rightAligned ? right : left;
   }
 
-  Value value(int record, const Column& column) const {
+  Value value(int record, const GridColumn& column) const {
     Dataset& rows = *grid_.dataset();
     if (column.index < 0 || !rows.Active()) return {};
     // The row being edited shows its values as edited.
@@ -159,7 +134,7 @@ class DBGrid::Model : public QAbstractTableModel {
     return rows.ValueAt(std::size_t(record), std::size_t(column.index));
   }
 
-  QVariant colour(int record, const Column& column) const {
+  QVariant colour(int record, const GridColumn& column) const {
     if (!grid_.OnCellColour || !grid_.dataset()->Active()) return {};
     const Displaying display;
     const QColor wanted = grid_.OnCellColour(*grid_.dataset(), std::size_t(record), column.field);
@@ -183,7 +158,7 @@ class DBGrid::Model : public QAbstractTableModel {
   }
 
   DBGrid& grid_;
-  std::vector<Column> columns_;
+  std::vector<GridColumn> columns_;
   int rows_ = 0;
   int current_ = -1;
 };
@@ -250,10 +225,28 @@ void DBGrid::pull() {
     model_->reread();
     verticalScrollBar()->setValue(top);
     fittedWidth_ = -1;
+    if (dataset()->Active() && !dataset()->CountOn(0)) counting_.start(countingPause, this);
   }
   if (viewport()->width() != fittedWidth_) fitColumns();
   showCurrentRow();
+  executeDelayedItemsLayout();  // now, and not after the first paint
   viewport()->update();
+}
+
+void DBGrid::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != counting_.timerId()) return QTableView::timerEvent(event);
+  if (!guarded([this] { countOn(); })) counting_.stop();
+}
+
+// A grid that is hidden meanwhile, or whose rows are others by now, begins anew when it pulls them.
+void DBGrid::countOn() {
+  if (!isVisible()) {
+    rowsStale_ = true;
+    markStale();
+  }
+  if (!rowsStale_ && !dataset()->CountOn(countedRows)) return;
+  counting_.stop();
+  if (!rowsStale_) model_->setRows(int(dataset()->RecordsCounted()));
 }
 
 void DBGrid::showCurrentRow() {
@@ -323,28 +316,6 @@ void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hin
   markStale();
 }
 
-namespace {
-
-// The width of a title on two lines, in pixels.
-int narrowestTitle(const QString& title, const QFontMetrics& metrics) {
-  int narrowest = metrics.horizontalAdvance(title);
-  for (qsizetype gap = title.indexOf(QLatin1Char(' ')); gap >= 0;
-       gap = title.indexOf(QLatin1Char(' '), gap + 1)) {
-    const int first = metrics.horizontalAdvance(title.left(gap));
-    narrowest = std::min(narrowest, std::max(first, metrics.horizontalAdvance(title.mid(gap + 1))));
-  }
-  return narrowest;
-}
-
-int longestWord(const QString& text, const QFontMetrics& metrics) {
-  int longest = 0;
-  for (const QString& word : text.split(QLatin1Char(' ')))
-    longest = std::max(longest, metrics.horizontalAdvance(word));
-  return longest;
-}
-
-}  // namespace
-
 // As wide as the titles and the rows in sight. Where that is too much, titles take two lines, then the widest
 // texts are cut, or with `wordWrap` broken between their words.
 void DBGrid::fitColumns() {
@@ -357,7 +328,7 @@ void DBGrid::fitColumns() {
   const int end = std::min(model_->rowCount(), first + viewport()->height() / rowPixels + 1);
   std::vector<ColumnWish> wishes;
   std::size_t rest = model_->shownColumns().size() - 1;
-  for (const Column& shown : model_->shownColumns()) {
+  for (const GridColumn& shown : model_->shownColumns()) {
     const int column = int(wishes.size());
     if (shown.wide) rest = wishes.size();
     int whole = 0, cut = 0;
@@ -369,23 +340,24 @@ void DBGrid::fitColumns() {
       const int enough = wordWrap() ? shortWord : shortText;
       cut = std::max(cut, shown.type == FieldType::Text ? std::min(unbroken, enough) : unbroken);
     }
-    const QString title = shown.title.trimmed();
     const int onOneLine = horizontalHeader()->sectionSizeHint(column);
-    const int broken = wordWrap() ? longestWord(title, titles) : narrowestTitle(title, titles);
-    whole = std::min(std::max(whole, narrowestTitle(title, titles)) + air, std::max(widestFit, cut + air));
+    const int broken = wordWrap() ? longestWord(shown.title, titles) : shown.narrowestTitle(titles);
+    whole = std::min(std::max(whole, shown.narrowestTitle(titles)) + air, std::max(widestFit, cut + air));
     wishes.push_back({std::max({shown.width, onOneLine, whole}), whole, std::max(cut, broken) + air});
   }
   std::vector<int> widths = tavoline::fitColumns(wishes, rest, fittedWidth_);
   if (wordWrap()) narrowBroken(widths, wishes, rest);
   int tallest = 0;
+  const QSignalBlocker once(horizontalHeader());  // the grid would paint itself again for each column
   for (std::size_t column = 0; column < widths.size(); ++column) {
     const bool takesRest = horizontalHeader()->sectionResizeMode(int(column)) == QHeaderView::Stretch;
     if (!takesRest) setColumnWidth(int(column), widths[column]);  // else the headings are laid out once more
     const QRect room(0, 0, widths[column] - air + 1, viewport()->height());
-    const QString title = model_->shownColumns()[column].title.trimmed();
+    const QString title = model_->shownColumns()[column].title;
     tallest = std::max(tallest, titles.boundingRect(room, Qt::TextWordWrap, title).height());
   }
   horizontalHeader()->setFixedHeight(std::max(titlePixels, tallest + titleAir));
+  updateGeometries();
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {

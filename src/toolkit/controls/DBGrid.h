@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QBasicTimer>
 #include <QtWidgets/QTableView>
 #include <functional>
 #include <string>
@@ -11,7 +12,8 @@ namespace tavoline {
 
 /// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current
 /// row in view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it
-/// too. Only a visible grid asks its dataset for anything, and only for the rows in sight.
+/// too. Only a visible grid asks its dataset for anything, and only for the rows in sight; those of a long
+/// table are counted bit by bit behind them, and the scroll bar then reaches to the last one.
 ///
 /// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
 /// (numbers are right-aligned anyway), "wide" (takes what width is left; otherwise the last one does), "rw"
@@ -47,6 +49,7 @@ class DBGrid : public QTableView, public Binding {
   void dataEvent(DataEvent event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
@@ -55,11 +58,13 @@ class DBGrid : public QTableView, public Binding {
   void showCurrentRow();
   void deleteCurrentRow();
   void fitColumns();
+  void countOn();
 
   QStringList columns_;
   bool readOnly_ = true, rowsStale_ = true;
   int fittedWidth_ = -1;  // of the viewport when the columns were fitted
   Model* model_;
+  QBasicTimer counting_;
   FingerScroll fingers_;
 };
 

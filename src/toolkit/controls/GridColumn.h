@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtGui/QFontMetrics>
+#include <string>
+
+#include "data/value/Value.h"
+
+namespace tavoline {
+
+/// A column of a grid, as its line of the form says (see DBGrid) and as its dataset is open now.
+struct GridColumn {
+  /// Of one line "field=Title|options".
+  static GridColumn parse(const QString& line);
+  /// Pixels between a cell's borders that the title wants at least, broken once at most.
+  int narrowestTitle(const QFontMetrics& metrics) const;
+
+  std::string field;
+  QString title;
+  bool rightAligned = false, writable = false;
+  bool wide = false;  // takes what width is left
+  int width = 0;      // pixels that it has at least where there is room
+  int index = -1;     // in the dataset; -1 if it has no such field
+  FieldType type = FieldType::Text;
+};
+
+/// The width of the longest word of a text, in pixels.
+int longestWord(const QString& text, const QFontMetrics& metrics);
+
+}  // namespace tavoline
