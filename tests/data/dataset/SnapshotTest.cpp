@@ -149,6 +149,11 @@ struct Model {
       if (shows(rows[static_cast<std::size_t>(n)])) return n;
     return -1;
   }
+  int nth(std::size_t record) const {
+    int n = after(0);
+    for (; record > 0; --record) n = after(n + 1);
+    return n;
+  }
   void settle(int i) { at = after(i) >= 0 ? after(i) : before(i); }
   void sort(bool byCode, std::size_t count) {
     std::stable_sort(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(count),
@@ -164,18 +169,24 @@ struct Model {
   }
 };
 
-class Walks : public DatasetTest, public testing::WithParamInterface<bool> {
+struct Walk {
+  const char* name;
+  bool byCode;
+  int rows;  // more than a thousand are not all listed at once
+};
+
+class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
  protected:
-  static std::string all(Dataset& rows) {
+  static std::string firstOnes(Dataset& rows, std::size_t count) {
     std::string text;
-    for (std::size_t i = 0; i < rows.RecordCount(); ++i)
+    for (std::size_t i = 0; i < count; ++i)
       text += rows.ValueAt(i, 0).text() + ":" + rows.ValueAt(i, 8).text() + " ";
     return text;
   }
 };
 
 TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
-  const bool byCode = GetParam();
+  const bool byCode = GetParam().byCode;
   std::mt19937 random(byCode ? 7 : 11);
   const auto pick = [&](std::size_t n) { return static_cast<int>(random() % n); };
   int nextId = 0;
@@ -189,7 +200,7 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   };
   std::vector<Model::Row> stored;
   std::map<int, RowId> rids;
-  for (int i = 0; i < 300; ++i) {
+  for (int i = 0; i < GetParam().rows; ++i) {
     stored.push_back(fresh());
     rids[stored.back().id] = here->insert("article", fields(stored.back()));
   }
@@ -207,7 +218,7 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   };
   reopen();
   for (int step = 0; step < 600; ++step) {
-    const int choice = pick(12);
+    const int choice = pick(13);
     const bool any = model.at >= 0;
     const auto current = [&]() -> Model::Row& { return model.rows[static_cast<std::size_t>(model.at)]; };
     std::string did;
@@ -303,10 +314,11 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
       did = "jump";
       const int record = pick(rows.RecordCount());
       rows.MoveTo(static_cast<std::size_t>(record));
-      int n = model.after(0);
-      for (int i = 0; i < record; ++i) n = model.after(n + 1);
-      model.at = n;
+      model.at = model.nth(static_cast<std::size_t>(record));
       EXPECT_EQ(rows.RecordNumber(), record);
+    } else if (choice == 11) {
+      did = "count";
+      rows.CountOn(static_cast<std::size_t>(pick(700)));
     } else if (any) {
       did = "next";
       for (int i = pick(9); i >= 0; --i) {
@@ -316,8 +328,12 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
     }
     ASSERT_EQ(rows["code_barre"].text(), model.at < 0 ? "" : current().code)
         << "step " << step << ": " << did;
+    if (const std::size_t counted = rows.RecordsCounted(); counted > 0) {
+      const auto& last = model.rows[static_cast<std::size_t>(model.nth(counted - 1))];
+      ASSERT_EQ(rows.ValueAt(counted - 1, 0).text(), last.code) << "step " << step << ": " << did;
+    }
     if (step % 10 == 0) {
-      ASSERT_EQ(all(rows), model.list()) << "step " << step << ": " << did;
+      ASSERT_EQ(firstOnes(rows, rows.RecordCount()), model.list()) << "step " << step << ": " << did;
       std::string walked;
       for (rows.First(); !rows.Eof(); rows.Next())
         walked += rows["code_barre"].text() + ":" + rows["autre"].text() + " ";
@@ -328,8 +344,10 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Orders, Walks, testing::Values(false, true),
-                         [](const auto& order) { return order.param ? "ByCode" : "ByInsertion"; });
+INSTANTIATE_TEST_SUITE_P(Tables, Walks,
+                         testing::Values(Walk{"ByInsertion", false, 300}, Walk{"ByCode", true, 300},
+                                         Walk{"LongByInsertion", false, 1600}),
+                         [](const auto& walk) { return walk.param.name; });
 
 }  // namespace
 }  // namespace tavoline
