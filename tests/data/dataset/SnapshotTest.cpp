@@ -124,6 +124,23 @@ TEST_F(Snapshots, PicturesComeOneByOneAndSurviveAnEditOfAnotherField) {
   EXPECT_EQ(articles["image"].get().toBytes()->size(), 1u);
 }
 
+TEST_F(Snapshots, ARowChangedFarDownDoesNotComeAmongTheFirstCounted) {
+  for (int i = 1; i <= 1100; ++i) addPlace(*here, i, std::to_string(i));
+  Connected places(here, "select * from Endroit");
+  places.Open();
+  places.Last();
+  places.Edit();
+  places["Endoit"] = "changé";
+  places.Post();
+  places.FilterBy("ID_endroit=1100");
+  places.Filtered(false);
+  const std::size_t counted = places.RecordsCounted();
+  EXPECT_LT(counted, 1100u);
+  EXPECT_EQ(places.ValueAt(counted - 1, 0).toInteger(), static_cast<std::int64_t>(counted));
+  EXPECT_TRUE(places.CountOn(2000));
+  EXPECT_EQ(places.ValueAt(1099, 1).text(), "changé");
+}
+
 // --- Against a plain model
 // --------------------------------------------------------------------------------------
 
