@@ -223,6 +223,7 @@ void DBGrid::pull() {
     const int top = verticalScrollBar()->value();
     if (state() == QAbstractItemView::EditingState) reset();  // its row may be another now
     model_->reread();
+    executeDelayedItemsLayout();  // a scroll bar that comes now takes its width before the columns are fitted
     verticalScrollBar()->setValue(top);
     fittedWidth_ = -1;
     if (dataset()->Active() && !dataset()->CountOn(0)) counting_.start(countingPause, this);
@@ -357,14 +358,15 @@ void DBGrid::fitColumns() {
     tallest = std::max(tallest, titles.boundingRect(room, Qt::TextWordWrap, title).height());
   }
   horizontalHeader()->setFixedHeight(std::max(titlePixels, tallest + titleAir));
+  horizontalHeader()->length();  // stretches the last column now, and not on a timer
   updateGeometries();
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   if (!isVisible() || rowsStale_) return;
+  if (viewport()->width() != fittedWidth_) fitColumns();  // at once, before they are painted at another width
   scrollTo(currentIndex());
-  markStale();  // the columns fit another width
 }
 
 }  // namespace tavoline
