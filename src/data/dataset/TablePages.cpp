@@ -116,7 +116,8 @@ std::vector<TableCursor::Row> TableCursor::fetch(const sql::ExprPtr& extra, bool
 std::vector<TableCursor::Row> TableCursor::page(const std::optional<Key>& from, bool inclusive,
                                                 bool backwards, bool& exhausted) {
   pageSize_ = std::clamp(pageSize_ * 2, kFirstPage, kLargestPage);
-  if (list_ && list_->whole && order_.empty()) return listedPage(from, inclusive, backwards, exhausted);
+  if (order_.empty() && filter_ && pageSize_ == kLargestPage) wholeList();  // someone walks through them all
+  if (order_.empty() && list_ && list_->whole) return listedPage(from, inclusive, backwards, exhausted);
   std::vector<Row> rows =
       fetch(from ? beyond(*from, inclusive, backwards) : nullptr, backwards, pageSize_, exhausted);
   const auto comes = [&](const Key& a, const Key& b) { return backwards ? before(b, a) : before(a, b); };
