@@ -8,6 +8,15 @@
 
 namespace tavoline {
 
+/// The row numbers of a table cursor's visible rows, in order: the first ones, or once it is whole all.
+struct RowList {
+  std::vector<RowId> rids;
+  std::size_t own = 0;  ///< How many at the end are own rows.
+  bool whole = false;
+  std::unique_ptr<Rows> stream;  ///< Of all rows, in any order, while they are counted.
+  std::vector<RowId> streamed;
+};
+
 /// A keyset cursor over `select * from` one table. Rows are read in pages around the position, and listed (by
 /// row number only) just for who counts or jumps: the first stretch at once, the rest from whatever index is
 /// the narrowest. What this cursor wrote since Open is laid over the snapshot: changed rows in their old
@@ -87,14 +96,7 @@ class TableCursor : public Cursor {
   const Value& fetched(Row& row, std::size_t column);
 
   // TableList.cpp: rows by number
-  struct List {
-    std::vector<RowId> rids;  // the first ones, or once it is whole all of them
-    std::size_t own = 0;      // how many at the end are own rows
-    bool whole = false;
-    std::unique_ptr<Rows> stream;  // counts all rows, in any order
-    std::vector<RowId> streamed;
-  };
-  List& list();
+  RowList& list();
   const std::vector<RowId>& wholeList();
   RowId listed(std::size_t record);
   Row& rowAt(std::size_t record);
@@ -127,7 +129,7 @@ class TableCursor : public Cursor {
   Key lost_;
   RowId lostRow_ = 0;
 
-  std::optional<List> list_;
+  std::optional<RowList> list_;
   std::map<RowId, Row> listRead_;
 };
 

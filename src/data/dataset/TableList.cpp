@@ -16,7 +16,7 @@ constexpr auto kAll = std::numeric_limits<std::size_t>::max();
 constexpr RowId kLastOfAll = std::numeric_limits<RowId>::max();
 }  // namespace
 
-TableCursor::List& TableCursor::list() {
+RowList& TableCursor::list() {
   if (list_) return *list_;
   list_.emplace();
   order_.empty() ? listFirstRows() : listInOrder();
@@ -46,7 +46,7 @@ void TableCursor::listFirstRows() {
 
 /// The rest is asked for in no order, which leaves the engine free to read it from its narrowest index.
 bool TableCursor::countOn(std::size_t rows) {
-  List& list = this->list();
+  RowList& list = this->list();
   if (list.whole) return true;
   if (!list.stream) list.stream = source_.snapshot->query(listing(), source_.parameters);
   for (; rows > 0; --rows) {
