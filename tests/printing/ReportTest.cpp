@@ -22,7 +22,7 @@ using Words = std::vector<std::string>;
 
 // The datasets of the system over a store with three orders: 7 and 8 are sold, 9 is open and has no amounts.
 class ReportTest : public testing::Test {
- protected:
+ public:
   ReportTest() {
     station_.sql("insert into utilisateur(login, nom) values ('ab12', 'BENALI')");
     for (const char* order : {"7, 'Salle 1', 100.5, 19, 5, 114.5, '2024-03-09 12:45:07.000'",
@@ -47,6 +47,7 @@ class ReportTest : public testing::Test {
     report::PrintSystem::current() = report::PrintSystem::real();
   }
 
+ protected:
   Workstation station_;
 };
 

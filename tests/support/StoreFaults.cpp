@@ -1,7 +1,8 @@
 #include "support/StoreFaults.h"
 
-#include <signal.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "data/value/Errors.h"
 

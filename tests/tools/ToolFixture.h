@@ -19,12 +19,13 @@ namespace tavoline::tool {
 
 /// A folder of its own, and the tool played as from its command line. "Now" is a Sunday evening.
 class ToolTest : public testing::Test {
- protected:
+ public:
   ToolTest() {
     Clock::set([] { return DateTime::of(2026, 11, 22, 20, 30); });
   }
   ~ToolTest() override { Clock::set({}); }
 
+ protected:
   std::string file(const std::string& name = "BDD.mdb") const { return (folder.path() / name).string(); }
 
   int tool(const std::vector<std::string>& words) {
