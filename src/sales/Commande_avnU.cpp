@@ -16,7 +16,7 @@
 namespace tavoline {
 namespace {
 
-constexpr int TileWidth = 140, TileHeight = 130;  // pixels
+constexpr int PhotoTileWidth = 140, PhotoTileHeight = 130;  // pixels
 constexpr int PriceHeight = 30, PriceEdge = 10;
 
 }  // namespace
@@ -67,7 +67,7 @@ void TCommande_avnF::addTile(int counter) {
   const std::string designation = DM->Article["designation_article"].text();
   auto* panel = new Panel;
   panel->setObjectName(QStringLiteral("pl%1").arg(counter));
-  panel->setFixedSize(TileWidth, TileHeight);
+  panel->setFixedSize(PhotoTileWidth, PhotoTileHeight);
   panel->Caption(designation);
   panel->OnClick = [this, designation] { ArticleClick(designation); };
 
@@ -86,7 +86,7 @@ void TCommande_avnF::addTile(int counter) {
   price->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   price->setFont(QFont(QStringLiteral("Arial Black"), 11, QFont::Bold));
   price->setProperty("kind", "price");
-  price->setGeometry(PriceEdge, TileHeight - PriceHeight, TileWidth - 2 * PriceEdge, PriceHeight);
+  price->setGeometry(PriceEdge, PhotoTileHeight - PriceHeight, PhotoTileWidth - 2 * PriceEdge, PriceHeight);
   RzFlowPanel1->add(panel);
 }
 

@@ -25,7 +25,7 @@ std::vector<std::string> seeds() {
   std::vector<std::string> all;
   for (const Dataset* dataset : dm.Datasets())
     all.push_back(dataset->SQL() + "\n--\n" + filters[all.size() % filters.size()]);
-  all.push_back(
+  all.emplace_back(
       "select first(tcc)*2/[A] as x, last(login) from commande where not (login like 'é%' or tcc is null)");
   return all;
 }

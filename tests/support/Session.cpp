@@ -92,7 +92,7 @@ Session::~Session() {
 }
 
 std::string Session::ask(const std::string& text) {
-  const std::string answer = answers_.empty() ? "Non" : answers_.front();
+  std::string answer = answers_.empty() ? "Non" : answers_.front();
   if (!answers_.empty()) answers_.pop_front();
   script_->say("asks \"" + text + "\" -> " + (answer.empty() ? "nothing" : answer));
   return answer;

@@ -119,7 +119,7 @@ std::string takeWord(std::string& text) {
   const auto start = std::min(text.find_first_not_of(' '), text.size());
   const bool quoted = start < text.size() && text[start] == '"';
   const auto end = std::min(text.find(quoted ? '"' : ' ', start + 1), text.size());
-  const std::string word = text.substr(start + quoted, end - start - quoted);
+  std::string word = text.substr(start + quoted, end - start - quoted);
   const auto rest = std::min(text.find_first_not_of(' ', end + quoted), text.size());
   text.erase(0, rest);
   return word;

@@ -66,7 +66,7 @@ class Tool : public ToolTest {
       if (broken.empty())
         ++kept;
       else
-        script_.say(rule + "\nis broken by " + broken);
+        script_.say(rule.append("\nis broken by ").append(broken));
     }
     script_.say(std::to_string(kept) + " rules are kept");
   }

@@ -13,9 +13,6 @@ namespace {
 bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 /// Every byte of a letter beyond ASCII counts as a letter: é, ç and their like stand in names.
 bool startsWord(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||

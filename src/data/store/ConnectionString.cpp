@@ -7,12 +7,6 @@ namespace tavoline {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 // Takes a value off the front of `rest`, with the semicolon that ends it. In quotes of either kind a value
 // may hold semicolons, and the quote itself doubled.
 std::string takeValue(std::string_view& rest) {

@@ -11,10 +11,9 @@ namespace {
 using namespace std::chrono;
 
 constexpr sys_days kZeroDay = sys_days{year{1899} / December / 30};
-constexpr std::int64_t kDay = 24LL * 60 * 60 * 1000;
 
 std::int64_t floorDays(std::int64_t ms) {
-  return ms >= 0 ? ms / kDay : -((-ms + kDay - 1) / kDay);
+  return ms >= 0 ? ms / kMillisecondsPerDay : -((-ms + kMillisecondsPerDay - 1) / kMillisecondsPerDay);
 }
 
 year_month_day calendar(std::int64_t ms) {
@@ -22,7 +21,7 @@ year_month_day calendar(std::int64_t ms) {
 }
 
 std::int64_t millisOfDay(std::int64_t ms) {
-  return ms - floorDays(ms) * kDay;
+  return ms - floorDays(ms) * kMillisecondsPerDay;
 }
 
 bool validTime(int hour, int minute, int second, int milli) {
@@ -41,7 +40,7 @@ std::int64_t millisOf(int y, int month, int day, int hour, int minute, int secon
   const year_month_day date{std::chrono::year{y}, std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day))};
   const std::int64_t wholeDays = (sys_days{date} - kZeroDay).count();
-  return wholeDays * kDay + ((hour * 60LL + minute) * 60 + second) * 1000 + milli;
+  return wholeDays * kMillisecondsPerDay + ((hour * 60LL + minute) * 60 + second) * 1000 + milli;
 }
 
 /// The digits of `text` at `at`; -1 unless all `length` characters are digits.
@@ -121,7 +120,7 @@ int DateTime::milli() const {
 }
 
 DateTime DateTime::date() const {
-  return fromMillis(floorDays(ms_) * kDay);
+  return fromMillis(floorDays(ms_) * kMillisecondsPerDay);
 }
 DateTime DateTime::time() const {
   return fromMillis(millisOfDay(ms_));

@@ -8,6 +8,8 @@
 
 namespace tavoline {
 
+inline constexpr std::int64_t kMillisecondsPerDay = 24LL * 60 * 60 * 1000;
+
 /// A calendar date with a time of day, in local wall-clock time, to the millisecond. A time of day alone
 /// stands on the zero day, 30 December 1899, and shows without its date.
 class DateTime {

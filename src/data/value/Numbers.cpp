@@ -6,6 +6,7 @@
 
 #include "data/value/Errors.h"
 #include "data/value/Regional.h"
+#include "data/value/Text.h"
 
 namespace tavoline {
 namespace {
@@ -106,18 +107,8 @@ std::string formatPercent(std::string_view pattern, double v) {
   return text;
 }
 
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 [[noreturn]] void notANumber(std::string_view text, const char* what) {
   throw ConversionError("« " + std::string(text) + " » n'est pas un nombre" + what + ".");
-}
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 std::size_t skipDigits(std::string_view text, std::size_t at) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "data/value/Errors.h"
+#include "data/value/Text.h"
 
 namespace tavoline {
 namespace {
@@ -50,16 +51,6 @@ void readDateFormat(std::string pattern, RegionalFormat& format) {
   format.order = year < month ? Order::YearMonthDay : month < day ? Order::MonthDayYear : Order::DayMonthYear;
   const auto separator = pattern.find_first_of("/-.");
   if (separator != std::string::npos) format.dateSeparator = pattern[separator];
-}
-
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 /// Up to `most` digits at `at`, which moves on behind them; -1 if there is none, or more of them.

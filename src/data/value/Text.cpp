@@ -56,6 +56,12 @@ std::size_t characterCount(std::string_view utf8) {
   return count;
 }
 
+std::string_view trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
 std::string inQuotes(std::string_view text) {
   std::string result = "'";
   for (const char c : text) {

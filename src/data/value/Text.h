@@ -13,6 +13,13 @@ std::string foldName(std::string_view name);
 /// themselves.
 std::string foldCase(std::string_view utf8);
 
+inline bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// Without the blanks, tabs and line ends at both sides.
+std::string_view trimmed(std::string_view text);
+
 /// Number of characters (code points) in UTF-8 text, as column widths count them.
 std::size_t characterCount(std::string_view utf8);
 

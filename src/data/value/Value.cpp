@@ -9,7 +9,7 @@
 namespace tavoline {
 namespace {
 
-constexpr double kDay = 24.0 * 60 * 60 * 1000;
+constexpr double kDay = kMillisecondsPerDay;
 constexpr double kFurthest = 10000 * 366.0 * kDay;  // no calendar date lies further from the zero day
 
 [[noreturn]] void notNumber(const std::string& what) {

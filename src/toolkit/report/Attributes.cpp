@@ -7,45 +7,45 @@ namespace tavoline::report {
 namespace {
 
 template <class E>
-struct Word {
+struct Spelled {
   const char* word;
   E value;
 };
 
-constexpr std::array<Word<HAlign>, 4> kHAligns{{{"haLeft", HAlign::Left},
-                                                {"haRight", HAlign::Right},
-                                                {"haCenter", HAlign::Center},
-                                                {"haBlock", HAlign::Block}}};
-constexpr std::array<Word<VAlign>, 3> kVAligns{
+constexpr std::array<Spelled<HAlign>, 4> kHAligns{{{"haLeft", HAlign::Left},
+                                                   {"haRight", HAlign::Right},
+                                                   {"haCenter", HAlign::Center},
+                                                   {"haBlock", HAlign::Block}}};
+constexpr std::array<Spelled<VAlign>, 3> kVAligns{
     {{"vaTop", VAlign::Top}, {"vaCenter", VAlign::Center}, {"vaBottom", VAlign::Bottom}}};
-constexpr std::array<Word<FrameStyle>, 2> kFrameStyles{
+constexpr std::array<Spelled<FrameStyle>, 2> kFrameStyles{
     {{"fsSolid", FrameStyle::Solid}, {"fsDot", FrameStyle::Dot}}};
-constexpr std::array<Word<EstablishmentPart>, 5> kParts{{{"", EstablishmentPart::None},
-                                                         {"name", EstablishmentPart::Name},
-                                                         {"address", EstablishmentPart::Address},
-                                                         {"foot", EstablishmentPart::Foot},
-                                                         {"logo", EstablishmentPart::Logo}}};
-constexpr std::array<Word<bool>, 2> kOrientations{{{"poPortrait", false}, {"poLandscape", true}}};
-constexpr std::array<Word<bool>, 2> kFlags{{{"false", false}, {"true", true}}};
+constexpr std::array<Spelled<EstablishmentPart>, 5> kParts{{{"", EstablishmentPart::None},
+                                                            {"name", EstablishmentPart::Name},
+                                                            {"address", EstablishmentPart::Address},
+                                                            {"foot", EstablishmentPart::Foot},
+                                                            {"logo", EstablishmentPart::Logo}}};
+constexpr std::array<Spelled<bool>, 2> kOrientations{{{"poPortrait", false}, {"poLandscape", true}}};
+constexpr std::array<Spelled<bool>, 2> kFlags{{{"false", false}, {"true", true}}};
 
-constexpr std::array<Word<unsigned>, 4> kSides{
+constexpr std::array<Spelled<unsigned>, 4> kSides{
     {{"ftLeft", SideLeft}, {"ftRight", SideRight}, {"ftTop", SideTop}, {"ftBottom", SideBottom}}};
-constexpr std::array<Word<unsigned>, 3> kFontStyles{
+constexpr std::array<Spelled<unsigned>, 3> kFontStyles{
     {{"fsBold", FontBold}, {"fsItalic", FontItalic}, {"fsUnderline", FontUnderline}}};
-constexpr std::array<Word<unsigned>, 14> kButtons{{{"print", ButtonPrint},
-                                                   {"load", ButtonLoad},
-                                                   {"save", ButtonSave},
-                                                   {"export", ButtonExport},
-                                                   {"zoom", ButtonZoom},
-                                                   {"find", ButtonFind},
-                                                   {"outline", ButtonOutline},
-                                                   {"pageSetup", ButtonPageSetup},
-                                                   {"tools", ButtonTools},
-                                                   {"edit", ButtonEdit},
-                                                   {"navigator", ButtonNavigator},
-                                                   {"quickExport", ButtonQuickExport},
-                                                   {"copy", ButtonCopy},
-                                                   {"selection", ButtonSelection}}};
+constexpr std::array<Spelled<unsigned>, 14> kButtons{{{"print", ButtonPrint},
+                                                      {"load", ButtonLoad},
+                                                      {"save", ButtonSave},
+                                                      {"export", ButtonExport},
+                                                      {"zoom", ButtonZoom},
+                                                      {"find", ButtonFind},
+                                                      {"outline", ButtonOutline},
+                                                      {"pageSetup", ButtonPageSetup},
+                                                      {"tools", ButtonTools},
+                                                      {"edit", ButtonEdit},
+                                                      {"navigator", ButtonNavigator},
+                                                      {"quickExport", ButtonQuickExport},
+                                                      {"copy", ButtonCopy},
+                                                      {"selection", ButtonSelection}}};
 
 template <class T, double T::*M>
 Attribute<T> number(const char* name) {
@@ -266,18 +266,18 @@ const Attributes<Object>& objectAttributes(ObjectKind kind) {
 
 namespace {
 
-constexpr std::array<Word<BandKind>, 4> kBands{{{"TfrxReportTitle", BandKind::Title},
-                                                {"TfrxMasterData", BandKind::MasterData},
-                                                {"TfrxReportSummary", BandKind::Summary},
-                                                {"TfrxPageFooter", BandKind::PageFooter}}};
-constexpr std::array<Word<ObjectKind>, 5> kObjects{{{"TfrxMemoView", ObjectKind::Memo},
-                                                    {"TfrxSysMemoView", ObjectKind::SysMemo},
-                                                    {"TfrxPictureView", ObjectKind::Picture},
-                                                    {"TfrxBarCodeView", ObjectKind::BarCode},
-                                                    {"TfrxLineView", ObjectKind::Line}}};
+constexpr std::array<Spelled<BandKind>, 4> kBands{{{"TfrxReportTitle", BandKind::Title},
+                                                   {"TfrxMasterData", BandKind::MasterData},
+                                                   {"TfrxReportSummary", BandKind::Summary},
+                                                   {"TfrxPageFooter", BandKind::PageFooter}}};
+constexpr std::array<Spelled<ObjectKind>, 5> kObjects{{{"TfrxMemoView", ObjectKind::Memo},
+                                                       {"TfrxSysMemoView", ObjectKind::SysMemo},
+                                                       {"TfrxPictureView", ObjectKind::Picture},
+                                                       {"TfrxBarCodeView", ObjectKind::BarCode},
+                                                       {"TfrxLineView", ObjectKind::Line}}};
 
 template <class E, std::size_t N>
-bool valueOf(const std::array<Word<E>, N>& words, QStringView element, E& value) {
+bool valueOf(const std::array<Spelled<E>, N>& words, QStringView element, E& value) {
   for (const auto& entry : words) {
     if (element != QLatin1String(entry.word)) continue;
     value = entry.value;
@@ -287,7 +287,7 @@ bool valueOf(const std::array<Word<E>, N>& words, QStringView element, E& value)
 }
 
 template <class E, std::size_t N>
-const char* wordOf(const std::array<Word<E>, N>& words, E value) {
+const char* wordOf(const std::array<Spelled<E>, N>& words, E value) {
   for (const auto& entry : words) {
     if (entry.value == value) return entry.word;
   }

@@ -44,9 +44,9 @@ void tap(TDM& dm, const std::string& designation, const std::string& number) {
   dm.relation_commande.FilterBy("n_commande=" + inQuotes(number) +
                                 "and code_article=" + inQuotes(dm.Article["code_barre"].text()));
   ASSERT_EQ(dm.Article["desto"].text(), "OUI");
-  const bool known = !dm.relation_commande["n_commande"].isNull();
-  const std::int64_t before = known ? dm.relation_commande["qte"].toInteger() : 0;
-  known ? dm.relation_commande.Edit() : dm.relation_commande.Insert();
+  const bool ordered = !dm.relation_commande["n_commande"].isNull();
+  const std::int64_t before = ordered ? dm.relation_commande["qte"].toInteger() : 0;
+  ordered ? dm.relation_commande.Edit() : dm.relation_commande.Insert();
   dm.relation_commande["n_commande"] = number;
   dm.relation_commande["code_article"] = dm.Article["code_barre"];
   dm.relation_commande["article"] = dm.Article["designation_article"];
@@ -60,7 +60,7 @@ void tap(TDM& dm, const std::string& designation, const std::string& number) {
   dm.relation_commande.Reopen();
   dm.relation_commande1.Reopen();
   dm.sum_commande.Reopen();
-  if (!known) {
+  if (!ordered) {
     dm.Table_.FilterBy("table='T1'");
     dm.Table_.Edit();
     dm.Table_["etat"] = "ON";

@@ -14,7 +14,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 std::string messageOf(const std::function<void()>& action) {
   try {

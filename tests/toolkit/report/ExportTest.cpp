@@ -7,10 +7,10 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QImage>
 
-#include "Samples.h"
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "toolkit/report/DocumentFile.h"
+#include "toolkit/report/Samples.h"
 
 namespace tavoline::report {
 namespace {

@@ -37,7 +37,7 @@ TEST(Expression, theFiveFormsAreReadAndNoOther) {
     if (c.again) {
       EXPECT_EQ(writeMemoText(std::get<MemoText>(result)), c.again);
     } else {
-      EXPECT_NE(std::get<ExpressionError>(result).sentence.find("["), std::string::npos);
+      EXPECT_NE(std::get<ExpressionError>(result).sentence.find('['), std::string::npos);
     }
   }
 }

@@ -1,4 +1,4 @@
-#include "Samples.h"
+#include "toolkit/report/Samples.h"
 
 namespace tavoline::report {
 namespace {

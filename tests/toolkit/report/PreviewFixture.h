@@ -6,16 +6,22 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QToolButton>
 
-#include "Samples.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/PageView.h"
 #include "toolkit/report/PreviewU.h"
+#include "toolkit/report/Samples.h"
 
 namespace tavoline {
 
 /// A panel with the sample document; what it tells is kept in `shown_`, and it is given `file_` wherever it
 /// asks for one.
 class PreviewTest : public testing::Test {
+ public:
+  ~PreviewTest() override {
+    Messages::current() = Messages::real();
+    report::PrintSystem::current() = report::PrintSystem::real();
+  }
+
  protected:
   PreviewTest() {
     Messages::current().show = [this](const std::string& text) { shown_.push_back(text); };
@@ -26,11 +32,6 @@ class PreviewTest : public testing::Test {
     panel_.resize(900, 700);
     panel_.show();
   }
-  ~PreviewTest() override {
-    Messages::current() = Messages::real();
-    report::PrintSystem::current() = report::PrintSystem::real();
-  }
-
   void open(int rows) {
     panel_.open({std::make_shared<report::Document>(report::sampleDocument(rows)), {}, {}, {}});
   }

@@ -1,7 +1,7 @@
 #include "toolkit/report/Renderer.h"
 
-#include "Support.h"
 #include "data/value/Errors.h"
+#include "toolkit/report/Support.h"
 
 namespace tavoline::report {
 namespace {

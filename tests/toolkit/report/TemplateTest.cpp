@@ -1,17 +1,17 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QXmlStreamWriter>
 
-#include "Support.h"
+#include "toolkit/report/Support.h"
 
 namespace tavoline::report {
 namespace {
 
-std::string page(const std::string& bands) {
+std::string inReport(const std::string& bands) {
   return "<TfrxReport Name='r'>\n<TfrxDBDataset UserName='ds1' DataSet='d'/>\n<TfrxReportPage>\n" + bands +
          "\n</TfrxReportPage>\n</TfrxReport>";
 }
 std::string title(const std::string& objects) {
-  return page("<TfrxReportTitle>\n" + objects + "\n</TfrxReportTitle>");
+  return inReport("<TfrxReportTitle>\n" + objects + "\n</TfrxReportTitle>");
 }
 
 TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
@@ -24,13 +24,13 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
       {"<Other/>", 1, 9, "TfrxReport"},
       {"<TfrxReport Name='r'>\n</TfrxReport>", 1, 1, "TfrxReportPage"},
       {"<TfrxReport><TfrxReportPage/></TfrxReport", 1, 42, "bien formé"},
-      {page("<TfrxHeader/>"), 4, 1, "TfrxHeader"},
-      {page("  <TfrxReportTitle Hauteur='3'/>"), 4, 3, "Hauteur"},
-      {page("<TfrxReportTitle Height='-1'/>"), 4, 1, "négative"},
-      {page("<TfrxReportTitle Height='x'/>"), 4, 1, "« x »"},
-      {page("<TfrxReportTitle/><TfrxReportTitle/>"), 4, 19, "qu'une fois"},
-      {page("<TfrxMasterData Name='M' DataSet='ds2'/>"), 4, 1, "ds2"},
-      {page("<TfrxMasterData Name='M' DataSet='ds1'/>\n<TfrxMasterData Name='m' DataSet='ds1'/>"), 5, 1,
+      {inReport("<TfrxHeader/>"), 4, 1, "TfrxHeader"},
+      {inReport("  <TfrxReportTitle Hauteur='3'/>"), 4, 3, "Hauteur"},
+      {inReport("<TfrxReportTitle Height='-1'/>"), 4, 1, "négative"},
+      {inReport("<TfrxReportTitle Height='x'/>"), 4, 1, "« x »"},
+      {inReport("<TfrxReportTitle/><TfrxReportTitle/>"), 4, 19, "qu'une fois"},
+      {inReport("<TfrxMasterData Name='M' DataSet='ds2'/>"), 4, 1, "ds2"},
+      {inReport("<TfrxMasterData Name='M' DataSet='ds1'/>\n<TfrxMasterData Name='m' DataSet='ds1'/>"), 5, 1,
        "deux bandes"},
       {title("<TfrxMemoView>[Page#]</TfrxMemoView>"), 5, 1, "[Page#]"},
       {title(" <TfrxMemoView>[ds2.\"x\"]</TfrxMemoView>"), 5, 2, "ds2"},
@@ -40,7 +40,7 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
       {title("<TfrxMemoView Fill.BackColor='red'/>"), 5, 1, "Fill.BackColor"},
       {title("<TfrxBarCodeView BarType='bcCode39'/>"), 5, 1, "BarType"},
       {title("<TfrxBarCodeView/>"), 5, 1, "Expression"},
-      {page("<TfrxMasterData Name='M' RowCount='5' DataSet='ds1'/>"), 4, 1, "RowCount"},
+      {inReport("<TfrxMasterData Name='M' RowCount='5' DataSet='ds1'/>"), 4, 1, "RowCount"},
       {"<TfrxReport><TfrxDBDataset UserName='a' CloseDataSource='true'/></TfrxReport>", 1, 13,
        "CloseDataSource"},
       {title("<TfrxPictureView/>"), 5, 1, "logo"},
@@ -67,10 +67,10 @@ TEST(Template, whatCannotPrintIsRefusedWithItsPlace) {
 
 TEST(Template, blanksInTextsAreKeptAndDataBandsRunByTop) {
   const auto report =
-      templateOf(page("<TfrxReportSummary/>"
-                      "<TfrxMasterData Name='B' Top='40' DataSet='ds1'/>"
-                      "<TfrxMasterData Name='A' Top='20' DataSet='DS1'/>"
-                      "<TfrxReportTitle><TfrxMemoView>TICKET   N° : </TfrxMemoView></TfrxReportTitle>"));
+      templateOf(inReport("<TfrxReportSummary/>"
+                          "<TfrxMasterData Name='B' Top='40' DataSet='ds1'/>"
+                          "<TfrxMasterData Name='A' Top='20' DataSet='DS1'/>"
+                          "<TfrxReportTitle><TfrxMemoView>TICKET   N° : </TfrxMemoView></TfrxReportTitle>"));
   ASSERT_TRUE(report);
   ASSERT_EQ(report->bands.size(), 4U);
   EXPECT_EQ(report->bands[0].kind, BandKind::Title);

@@ -14,7 +14,6 @@ namespace {
 constexpr int kDemoDays = 26, kDemoOrders = 1150, kDemoDaysNotClosed = 2;
 constexpr std::uint64_t kDemoSeed = 2011;
 constexpr int kGeneratedDays = 3652, kGeneratedDaysNotClosed = 1;
-constexpr std::int64_t kMinute = 60'000, kDay = 24 * (60 * kMinute);
 
 DateTime earlier(DateTime from, std::int64_t milliseconds) {
   return DateTime::fromMillis(from.millis() - milliseconds);
@@ -144,7 +143,7 @@ DemoReport createCafeteria(const std::string& path, HistoryPlan plan, bool withP
   DemoReport report;
   const std::unique_ptr<Pictures> pictures = withPictures ? makePictures(report.withoutPictures) : nullptr;
   report.pictures = pictures != nullptr;
-  plan.firstDay = earlier(Clock::today(), plan.days * kDay);
+  plan.firstDay = earlier(Clock::today(), plan.days * kMillisecondsPerDay);
   createStore(path, schema::kStorePassword, [&](Database& database) {
     writeCatalogue(database, pictures.get());
     writePeople(database, pictures.get());

@@ -7,7 +7,7 @@ namespace tavoline::tool {
 namespace {
 
 constexpr double kFloat = 5000;  // DA left in a desk overnight.
-constexpr std::int64_t kSecond = 1000, kMinute = 60 * kSecond, kDay = 24 * (60 * kMinute);
+constexpr std::int64_t kSecond = 1000;
 constexpr std::array kDiscounts = {5, 10, 10, 15, 20};           // Percent.
 constexpr std::array kWeek = {120, 100, 95, 100, 105, 125, 70};  // Percent, from Saturday on.
 constexpr std::string_view kManager = "20";
@@ -22,7 +22,7 @@ double counted(double amount) {
 }
 
 int weekday(DateTime day) {
-  return static_cast<int>(day.millis() / kDay % 7);
+  return static_cast<int>(day.millis() / kMillisecondsPerDay % 7);
 }
 
 std::string_view surname(std::string_view login) {
@@ -75,12 +75,12 @@ History::History(Database& database, const HistoryPlan& plan)
 void History::write() {
   std::int64_t weight = 0;
   for (int day = 0; day < plan_.days; ++day)
-    weight +=
-        kWeek[static_cast<std::size_t>(weekday(DateTime::fromMillis(plan_.firstDay.millis() + day * kDay)))];
+    weight += kWeek[static_cast<std::size_t>(
+        weekday(DateTime::fromMillis(plan_.firstDay.millis() + day * kMillisecondsPerDay)))];
 
   std::int64_t reached = 0;
   for (int i = 0; i < plan_.days; ++i) {
-    const DateTime day = DateTime::fromMillis(plan_.firstDay.millis() + i * kDay);
+    const DateTime day = DateTime::fromMillis(plan_.firstDay.millis() + i * kMillisecondsPerDay);
     reached += kWeek[static_cast<std::size_t>(weekday(day))];
     liveDay(day, plan_.orders * reached / weight - order_, i < plan_.days - plan_.daysNotClosed);
   }
@@ -95,7 +95,7 @@ void History::liveDay(DateTime day, std::int64_t orders, bool closed) {
   for (std::int64_t end : ends) writeOrder(DateTime::fromMillis(end), closed);
 
   if (orders == 0) return;  // Screens allow an expense only while a finished order waits for its closing.
-  const std::int64_t index = (day.millis() - plan_.firstDay.millis()) / kDay;
+  const std::int64_t index = (day.millis() - plan_.firstDay.millis()) / kMillisecondsPerDay;
   spend(day, index);
   if (index % 4 == 1) receiveDelivery(day);
   if (!closed) return;

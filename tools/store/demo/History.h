@@ -13,6 +13,8 @@
 
 namespace tavoline::tool {
 
+inline constexpr std::int64_t kMinute = 60'000;  ///< In milliseconds.
+
 struct HistoryPlan {
   DateTime firstDay;
   int days = 0;
