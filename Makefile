@@ -25,7 +25,7 @@ run:  ## Open the program on a demo store; without a display, serve its screens 
 	@$(MAKE) -s build
 	@scripts/run $(BUILD)/bin
 
-test:  ## Build and run all tests
+test:  ## Build and run all tests; PRESET=sanitize: under the sanitizers
 	@scripts/install-packages build run test
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET)
