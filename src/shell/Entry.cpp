@@ -27,12 +27,17 @@ void paintRed(const EntryInputs& inputs, bool on) {
   for (const EntryInput& input : inputs) input.Red(on);
 }
 
+bool filledIn(const EntryInputs& inputs, std::string_view message) {
+  if (std::none_of(inputs.begin(), inputs.end(), [](const EntryInput& i) { return i.empty(); })) return true;
+  ShowMessage(message);
+  paintRed(inputs, true);
+  return false;
+}
+
 bool mandatory(const EntryInputs& inputs, std::string_view message) {
-  const bool missing =
-      std::any_of(inputs.begin(), inputs.end(), [](const EntryInput& i) { return i.empty(); });
-  if (missing) ShowMessage(message);
-  paintRed(inputs, missing);
-  return !missing;
+  if (!filledIn(inputs, message)) return false;
+  paintRed(inputs, false);
+  return true;
 }
 
 void deleteOnConsent(Dataset& rows) {

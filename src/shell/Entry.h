@@ -44,8 +44,10 @@ using EntryInputs = std::vector<EntryInput>;
 
 /// Paints the inputs red, or puts their own colours back.
 void paintRed(const EntryInputs& inputs, bool on);
-/// True if every input has a text (blanks count as one); their own colours are put back. Otherwise shows the
-/// message, paints all of them red, those that are filled too, and is false.
+/// True if every input has a text; blanks count as one. Otherwise shows the message, paints all of them red,
+/// those that are filled too, and is false.
+bool filledIn(const EntryInputs& inputs, std::string_view message);
+/// The same, and puts their own colours back if it is true.
 bool mandatory(const EntryInputs& inputs,
                std::string_view message = "Saisissez le code de l'élément en cours");
 

@@ -21,8 +21,10 @@ void TutilisateurFF::FormClose() {
 
 // Neither a password nor a role is asked for.
 void TutilisateurFF::EnregistrerClick() {
-  if (!mandatory({RzDBEdit9, RzDBEdit1, RzDBEdit2}, "veuillez saisir les champs obligatoire")) return;
+  const EntryInputs mandatories = {RzDBEdit9, RzDBEdit1, RzDBEdit2};
+  if (!filledIn(mandatories, "veuillez saisir les champs obligatoire")) return;
   saveEntry(DM->utilisateur);
+  paintRed(mandatories, false);
   endEntry(*this);
 }
 

@@ -92,7 +92,7 @@ void put(Page& page, const LooseBand& loose, double top) {
 
 }  // namespace
 
-void Document::rearrange(const PageSetup& setup) {
+bool Document::rearrange(const PageSetup& setup, const Progress& progress) {
   const Band* footer = template_->band(BandKind::PageFooter);
   PageLayout layout(setup, footer ? footer->height : 0);
   std::vector<Page> pages(1);
@@ -101,8 +101,9 @@ void Document::rearrange(const PageSetup& setup) {
     if (footer) put(pages.back(), foot, layout.footerTop());
     pages.back().shrink();
   };
-  for (const Page& page : pages_) {
-    const std::vector<LooseBand> bands = loosen(*template_, page);
+  for (std::size_t done = 0; done < pages_.size(); ++done) {
+    if (progress && !progress(done, pages_.size())) return false;
+    const std::vector<LooseBand> bands = loosen(*template_, pages_[done]);
     for (const LooseBand& loose : bands) {
       const Band& band = template_->bands[loose.band];
       if (&band == footer) continue;
@@ -119,6 +120,7 @@ void Document::rearrange(const PageSetup& setup) {
   finish();
   pages_ = std::move(pages);
   setup_ = setup;
+  return true;
 }
 
 namespace {

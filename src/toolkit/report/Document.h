@@ -73,8 +73,9 @@ class Document {
   void setText(std::size_t page, std::size_t word, std::string_view text) {
     pages_[page].setText(word, text);
   }
-  /// Lays the same bands out on another paper. Page footers stay with the bands they stood under.
-  void rearrange(const PageSetup& setup);
+  /// Lays the same bands out on another paper. Page footers stay with the bands they stood under. False when
+  /// `progress` gave up: the pages stay as they are.
+  bool rearrange(const PageSetup& setup, const Progress& progress = {});
   void setSetup(const PageSetup& setup) { setup_ = setup; }  ///< For pages that were laid out so already.
 
   /// The page as text: paper, bands, and each object with its rectangle and its words.

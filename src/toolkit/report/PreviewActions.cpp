@@ -95,7 +95,8 @@ void PreviewPanel::pageSetup() {
 }
 
 void PreviewPanel::applySetup(const report::PageSetup& setup) {
-  document()->rearrange(setup);
+  report::ProgressBox box("Mise en page…", this);
+  if (!document()->rearrange(setup, box.progress())) return;
   pages().changed();
   outline_->setDocument(document());
   updateState();
