@@ -109,12 +109,29 @@ QString styleSheet() {
   return sheet;
 }
 
+// The words of Qt's file dialog that its own French leaves out.
+class FileWords : public QTranslator {
+ public:
+  using QTranslator::QTranslator;
+  bool isEmpty() const override { return false; }
+  QString translate(const char* context, const char* source, const char*, int) const override {
+    static constexpr const char* words[][2] = {
+        {"Folder", "Dossier"}, {"Drive", "Lecteur"}, {"Shortcut", "Raccourci"}, {"Unknown", "Inconnu"}};
+    if (qstrcmp(context, "QAbstractFileIconProvider") != 0) return {};
+    for (const auto& [english, french] : words) {
+      if (qstrcmp(source, english) == 0) return QString::fromUtf8(french);
+    }
+    return {};
+  }
+};
+
 void speakFrench(QApplication& application) {
   QLocale::setDefault(QLocale(QLocale::French));
   auto* translator = new QTranslator(&application);
   if (translator->load(QStringLiteral("qtbase_fr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     application.installTranslator(translator);
   }
+  application.installTranslator(new FileWords(&application));
 }
 
 }  // namespace

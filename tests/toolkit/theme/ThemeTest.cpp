@@ -47,6 +47,7 @@ TEST_F(ThemeTest, WhatIsTouchedIsAFingerHigh) {
 
 TEST_F(ThemeTest, QtSpeaksFrenchAndIconsAreThere) {
   EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Annuler");
+  EXPECT_EQ(QCoreApplication::translate("QAbstractFileIconProvider", "Folder"), "Dossier");
   EXPECT_TRUE(QIcon::hasThemeIcon(QStringLiteral("document-print")));
   EXPECT_FALSE(QIcon::fromTheme(QStringLiteral("document-print")).pixmap(32).isNull());
 }
