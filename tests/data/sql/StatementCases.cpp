@@ -3,10 +3,17 @@
 //     select ..., update ...     runs it; a select says its rows, what fails its sentence
 //     DATASET COLUMN...          the statement of a dataset; of its columns those told, or all
 //     filter TEXT                the last select narrowed by it, in the store and, which has to be the same,
-//     in memory :NAME TEXT                 sets a parameter, or with no text clears it written the last one
-//     as each engine gets it, behind its select list, and the values beside it columns                    of
-//     the last one, with their types, then its tables walks DATASET FILTER       the tables that the engine
-//     goes through row by row empty                      deletes all rows
+//     in memory where CONDITION            the same, by any condition of a statement among TABLE RID...,
+//     beside TABLE RID..., above TABLE RID
+//                                the same, by row numbers: these, all but these, those above; in the store
+//                                alone
+//     limit N, newest TABLE      the last select cut to so many rows, its newest rows first
+//     :NAME TEXT                 sets a parameter, or with no text clears it
+//     written                    the last one as each engine gets it, behind its select list, and its values
+//     columns                    of the last one, with their types, then its tables
+//     parameters STATEMENT       the names of its parameters
+//     walks DATASET FILTER       the tables that the engine goes through row by row
+//     empty                      deletes all rows
 
 #include <fstream>
 #include <iterator>
@@ -16,18 +23,13 @@
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
+#include "support/Literals.h"
 #include "support/StoreFile.h"
 #include "support/Transcript.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
 namespace {
-
-std::string joined(const std::vector<Value>& values) {
-  std::string line;
-  for (const Value& value : values) line += (&value == &values[0] ? "" : "|") + value.text();
-  return line;
-}
 
 class Dialect {
  public:
@@ -42,7 +44,13 @@ class Dialect {
     const std::string whole = step, verb = takeWord(step);
     if (const Dataset* dataset = dm_->Find(verb)) return run(dataset->SQL(), words(step));
     if (verb[0] == ':') return set(verb.substr(1), step);
-    if (verb == "filter") return filter(step);
+    if (verb == "filter") return filter(sql::parseFilter(step));
+    if (verb == "where")
+      return filter(std::get<sql::Select>(sql::parseStatement("select * from x where " + step)).where);
+    if (verb == "among" || verb == "beside" || verb == "above") return byNumber(verb, step);
+    if (verb == "limit") return void(select_.limit = std::stoi(step));
+    if (verb == "newest") return void(select_.orderBy = {{sql::rid(step), true}});
+    if (verb == "parameters") return parameters(step);
     if (verb == "written") return written();
     if (verb == "columns") return columns();
     if (verb == "walks") return walks(step);
@@ -85,8 +93,25 @@ class Dialect {
     for (const auto& row : rows) script_.say(row.size() == 1 && row[0].isNull() ? "null" : joined(row));
   }
 
-  void filter(const std::string& text) {
-    const sql::ExprPtr filter = sql::parseFilter(text);
+  void byNumber(const std::string& verb, std::string rest) {
+    const sql::ExprPtr rid = sql::rid(takeWord(rest));
+    std::vector<Value> numbers;
+    for (const std::string& word : words(rest)) numbers.push_back(valueOf(word));
+    sql::Select narrowed = select_;
+    narrowed.where = conjunction(
+        narrowed.where, verb == "above"
+                            ? sql::binary(sql::Op::Greater, rid, sql::make(sql::Literal{numbers.at(0)}))
+                            : sql::make(sql::In{rid, numbers, verb == "beside"}));
+    tell(narrowed, {});
+  }
+
+  void parameters(const std::string& statement) {
+    std::string names;
+    for (const std::string& name : sql::parametersOf(sql::parseStatement(statement))) names += (names.empty() ? "" : " ") + name;
+    script_.say(names);
+  }
+
+  void filter(const sql::ExprPtr& filter) {
     narrowed_ = sql::narrowed(select_, filter);
     tell(narrowed_, {});
     const sql::ExprPtr inMemory = sql::resolveFilter(filter, select_.items);
