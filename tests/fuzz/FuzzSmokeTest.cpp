@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -47,64 +48,28 @@ class Mutation {
   const std::string& pick() { return seeds_[below(seeds_.size())]; }
 
   void change(std::string& text) {
+    const auto part = [this](const std::string& of, std::size_t most) {
+      return of.substr(below(of.size() + 1), below(most));
+    };
     const std::size_t at = below(text.size() + 1);
-    switch (below(5)) {
-      case 0:
-        text.erase(at, below(6));
-        break;
-      case 1:
-        text.insert(at, piece());
-        break;
-      case 2:
-        text.insert(at, text.substr(below(text.size() + 1), below(40)));
-        break;
-      case 3:
-        text.replace(at, below(12), std::string(1, static_cast<char>(below(256))));
-        break;
-      default: {
-        const std::string& other = pick();
-        text.insert(at, other.substr(below(other.size() + 1), below(60)));
-      }
-    }
+    const std::size_t kind = below(5);
+    if (kind == 0) text.erase(at, below(6));
+    if (kind == 1) text.insert(at, piece());
+    if (kind == 2) text.insert(at, part(text, 40));
+    if (kind == 3) text.replace(at, below(12), std::string(1, static_cast<char>(below(256))));
+    if (kind == 4) text.insert(at, part(pick(), 60));
   }
 
   std::string piece() {
-    static const std::string pieces[] = {"'",
-                                         "\"",
-                                         "''",
-                                         "(",
-                                         ")",
-                                         ",",
-                                         ".",
-                                         ";",
-                                         "*",
-                                         " and ",
-                                         " or ",
-                                         " not ",
-                                         " is null",
-                                         "=",
-                                         "<>",
-                                         " between 9 and 1",
-                                         " like '%'",
-                                         ":x",
-                                         "[",
-                                         "]",
-                                         "[type]",
-                                         "type.",
-                                         " first(",
-                                         " sum(",
-                                         " group by ",
-                                         " order by ",
-                                         " inner join ",
-                                         "1e9",
-                                         "9999999999999999999999",
-                                         "-",
-                                         "/0",
-                                         "\n--\n",
-                                         "é",
-                                         "\xC3",
-                                         std::string(1, '\0')};
-    return pieces[below(std::size(pieces))];
+    static const std::vector<std::string> pieces = [] {
+      std::istringstream all(
+          "'|\"|''|(|)|,|.|;|*| and | or | not | is null|=|<>| between 9 and 1| like '%'|:x|[|]|[type]|type.|"
+          " first(| sum(| group by | order by | inner join |1e9|9999999999999999999999|-|/0|\n--\n|é|\xC3");
+      std::vector<std::string> split = {std::string(1, '\0')};
+      for (std::string each; std::getline(all, each, '|');) split.push_back(each);
+      return split;
+    }();
+    return pieces[below(pieces.size())];
   }
 
   std::vector<std::string> seeds_;

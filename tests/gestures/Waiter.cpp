@@ -6,6 +6,19 @@
 #include "data/value/Text.h"
 
 namespace tavoline::test {
+namespace {
+
+using Fields = std::initializer_list<std::pair<const char*, Value>>;
+
+void fill(Dataset& rows, Fields fields) {
+  for (const auto& [name, value] : fields) rows[name] = value;
+}
+
+void reopen(std::initializer_list<Dataset*> all) {
+  for (Dataset* rows : all) rows->Reopen();
+}
+
+}  // namespace
 
 Menu Menu::of(TDM& dm) {
   Menu menu;
@@ -40,9 +53,8 @@ void Waiter::logIn() {
 
 bool Waiter::takeTable(const std::string& table) {
   table_ = table;
-  for (Dataset* dataset : {&dm_.C, &dm_.Table_, &dm_.commande, &dm_.relation_commande,
-                           &dm_.relation_commande1, &dm_.imp_commande, &dm_.sum_commande, &dm_.imp_commande})
-    dataset->Reopen();
+  reopen({&dm_.C, &dm_.Table_, &dm_.commande, &dm_.relation_commande, &dm_.relation_commande1,
+          &dm_.imp_commande, &dm_.sum_commande, &dm_.imp_commande});
   filterTable();
   const bool free = dm_.Table_["control"].text() == "open";
   if (free) {
@@ -60,32 +72,23 @@ bool Waiter::takeTable(const std::string& table) {
 }
 
 void Waiter::reopenOrder() {
-  const std::string ofOrder = "n_commande=" + inQuotes(dm_.Table_["n_commande"].text());
-  for (Dataset* dataset : {&dm_.relation_commande1, &dm_.sum_commande, &dm_.commande})
-    dataset->FilterBy(ofOrder);
+  filterOrder(dm_.Table_["n_commande"].text(), {&dm_.relation_commande1, &dm_.sum_commande, &dm_.commande});
   order_ = dm_.commande["n_commande"].text();
 }
 
 void Waiter::beginOrder() {
   dm_.commande.Insert();
-  dm_.commande["date_commande"] = Clock::now();
-  dm_.commande["n_commande"] = dm_.commande.Eof() ? Value(1) : dm_.C["C"] + Value(1);
-  dm_.commande["n_table"] = dm_.Table_["id_table"];
-  dm_.commande["table"] = dm_.Table_["table"];
-  dm_.commande["login"] = menu_.login;
-  dm_.commande["etat_commande"] = "Encours";
-  dm_.commande["en_caisser"] = "no";
+  fill(dm_.commande, {{"date_commande", Clock::now()},
+                      {"n_commande", dm_.commande.Eof() ? Value(1) : dm_.C["C"] + Value(1)},
+                      {"n_table", dm_.Table_["id_table"]},
+                      {"table", dm_.Table_["table"]},
+                      {"login", menu_.login},
+                      {"etat_commande", "Encours"},
+                      {"en_caisser", "no"}});
   dm_.commande.Post();
-  const DateTime now = dm_.commande["date_commande"].toDateTime();
-  dm_.commande.Edit();
-  dm_.commande["J"] = now.day();
-  dm_.commande["M"] = now.month();
-  dm_.commande["A"] = now.year();
-  dm_.commande.Post();
-
+  dateOrder();
   order_ = dm_.commande["n_commande"].text();
-  dm_.relation_commande1.FilterBy("n_commande=" + inQuotes(order_));
-  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order_));
+  filterOrder(order_, {&dm_.relation_commande1, &dm_.sum_commande});
 }
 
 bool Waiter::tap(const std::string& designation) {
@@ -94,8 +97,7 @@ bool Waiter::tap(const std::string& designation) {
   dm_.Article.Refresh();
   dm_.Article.FilterBy("designation_article='" + designation + "'");
   const std::string order = dm_.commande["n_commande"].text();
-  dm_.relation_commande1.FilterBy("n_commande=" + inQuotes(order));
-  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order));
+  filterOrder(order, {&dm_.relation_commande1, &dm_.sum_commande});
   dm_.relation_commande.FilterBy("n_commande=" + inQuotes(order) +
                                  "and code_article=" + inQuotes(dm_.Article["code_barre"].text()));
   if (dm_.Article["desto"].text() != "OUI") throw std::runtime_error("not kept in stock: " + designation);
@@ -103,25 +105,17 @@ bool Waiter::tap(const std::string& designation) {
 
   const bool standing = !dm_.relation_commande["n_commande"].text().empty();
   const Value before = standing ? dm_.relation_commande["qte"].get() : Value(0);
-  if (standing)
-    dm_.relation_commande.Edit();
-  else
-    dm_.relation_commande.Insert();
-  dm_.relation_commande["n_commande"] = order;
-  dm_.relation_commande["code_article"] = dm_.Article["code_barre"];
-  dm_.relation_commande["article"] = dm_.Article["designation_article"];
-  dm_.relation_commande["qte"] = before + Value(1);
-  dm_.relation_commande["prix"] = dm_.Article["prix_vente"];
+  standing ? dm_.relation_commande.Edit() : dm_.relation_commande.Insert();
+  fill(dm_.relation_commande, {{"n_commande", order},
+                               {"code_article", dm_.Article["code_barre"]},
+                               {"article", dm_.Article["designation_article"]},
+                               {"qte", before + Value(1)},
+                               {"prix", dm_.Article["prix_vente"]}});
   dm_.relation_commande["total"] = dm_.relation_commande["qte"] * dm_.relation_commande["prix"];
   dm_.relation_commande.Post();
 
-  dm_.Article.Edit();
-  dm_.Article["qte_stock"] = dm_.Article["qte_stock"] - dm_.relation_commande["qte"] + before;
-  dm_.Article.Post();
-
-  dm_.relation_commande.Reopen();
-  dm_.relation_commande1.Reopen();
-  dm_.sum_commande.Reopen();
+  stock(dm_.Article["qte_stock"] - dm_.relation_commande["qte"] + before);
+  reopen({&dm_.relation_commande, &dm_.relation_commande1, &dm_.sum_commande});
   if (!standing) writeTable({{"etat", "ON"}, {"n_commande", dm_.commande["n_commande"]}});
   dm_.Table_.Filtered(false);
   showOrder();
@@ -132,14 +126,9 @@ bool Waiter::tap(const std::string& designation) {
 void Waiter::removeLine() {
   if (!hasLines()) return;
   dm_.Article.FilterBy("code_barre=" + inQuotes(dm_.relation_commande1["code_article"].text()));
-  if (dm_.Article["desto"].text() == "OUI") {
-    dm_.Article.Edit();
-    dm_.Article["qte_stock"] = dm_.Article["qte_stock"] + dm_.relation_commande1["qte"];
-    dm_.Article.Post();
-  }
+  if (dm_.Article["desto"].text() == "OUI") stock(dm_.Article["qte_stock"] + dm_.relation_commande1["qte"]);
   dm_.relation_commande1.Delete();
-  dm_.relation_commande.Reopen();
-  dm_.sum_commande.Reopen();
+  reopen({&dm_.relation_commande, &dm_.sum_commande});
   showOrder();
   showArticle();
 }
@@ -154,52 +143,37 @@ void Waiter::save() {
 }
 
 void Waiter::leave() {
-  dm_.relation_commande1.Reopen();
-  dm_.relation_commande.Reopen();
+  reopen({&dm_.relation_commande1, &dm_.relation_commande});
   if (hasLines()) throw std::runtime_error("the order has lines");
   writeTable({{"etat", "OFF"}, {"n_commande", 0}, {"control", "open"}});
   dm_.commande.Delete();
-  dm_.commande.Reopen();
-  dm_.C.Reopen();
+  reopen({&dm_.commande, &dm_.C});
   backToMap();
 }
 
 void Waiter::closeTable() {
-  dm_.commande.Reopen();
-  dm_.relation_commande.Reopen();
-  dm_.relation_commande1.Reopen();
+  reopen({&dm_.commande, &dm_.relation_commande, &dm_.relation_commande1});
   if (!hasLines()) throw std::runtime_error("no line");
   dm_.commande.Edit();
   dm_.commande.Post();
   dm_.Table_.Edit();
   dm_.Table_.Post();
-  dm_.commande.FilterBy("n_commande=" + inQuotes(order_));
-  dm_.sum_commande.FilterBy("n_commande=" + inQuotes(order_));
+  filterOrder(order_, {&dm_.commande, &dm_.sum_commande});
 
-  const auto post = [this](auto write) {
+  const auto post = [this](Fields fields) {
     dm_.commande.Edit();
-    write();
+    fill(dm_.commande, fields);
     dm_.commande.Post();
   };
-  post([this] {
-    dm_.commande["login"] = menu_.login;
-    dm_.commande["etat_commande"] = "Terminer";
-    dm_.commande["HT"] = dm_.sum_commande["SumOftotal"];
-    dm_.commande["date_commande"] = Clock::now();
-  });
-  const DateTime closed = dm_.commande["date_commande"].toDateTime();
-  post([&] {
-    dm_.commande["J"] = closed.day();
-    dm_.commande["M"] = closed.month();
-    dm_.commande["A"] = closed.year();
-  });
-  post([this] { dm_.commande["remi"] = dm_.commande["remise"] * dm_.commande["HT"] / Value(100); });
+  post({{"login", menu_.login},
+        {"etat_commande", "Terminer"},
+        {"HT", dm_.sum_commande["SumOftotal"]},
+        {"date_commande", Clock::now()}});
+  dateOrder();
+  post({{"remi", dm_.commande["remise"] * dm_.commande["HT"] / Value(100)}});
   const bool taxed = dm_.TVA["utilisation"].text() == "OUI";
-  post([&] { dm_.commande["TVA"] = taxed ? dm_.commande["HT"] * dm_.TVA["tva"] / Value(100) : Value(0); });
-  post([this] {
-    dm_.commande["tcc"] = dm_.commande["HT"] + dm_.commande["TVA"] - dm_.commande["remi"];
-    dm_.commande["id_caisse"] = menu_.desk;
-  });
+  post({{"TVA", taxed ? dm_.commande["HT"] * dm_.TVA["tva"] / Value(100) : Value(0)}});
+  post({{"tcc", dm_.commande["HT"] + dm_.commande["TVA"] - dm_.commande["remi"]}, {"id_caisse", menu_.desk}});
 
   dm_.Caisse.FilterBy("id_caise=" + inQuotes(menu_.desk));
   dm_.Caisse.Edit();
@@ -236,6 +210,24 @@ void Waiter::serve(int orders) {
   }
 }
 
+/// The day of the order in columns of its own, which is a post by itself.
+void Waiter::dateOrder() {
+  const DateTime date = dm_.commande["date_commande"].toDateTime();
+  dm_.commande.Edit();
+  fill(dm_.commande, {{"J", date.day()}, {"M", date.month()}, {"A", date.year()}});
+  dm_.commande.Post();
+}
+
+void Waiter::filterOrder(const std::string& order, std::initializer_list<Dataset*> all) {
+  for (Dataset* rows : all) rows->FilterBy("n_commande=" + inQuotes(order));
+}
+
+void Waiter::stock(const Value& now) {
+  dm_.Article.Edit();
+  dm_.Article["qte_stock"] = now;
+  dm_.Article.Post();
+}
+
 void Waiter::filterTable() {
   dm_.Table_.FilterBy("table='" + table_ + "'");
 }
@@ -243,7 +235,7 @@ void Waiter::filterTable() {
 void Waiter::writeTable(std::initializer_list<std::pair<const char*, Value>> fields) {
   filterTable();
   dm_.Table_.Edit();
-  for (const auto& [name, value] : fields) dm_.Table_[name] = value;
+  fill(dm_.Table_, fields);
   dm_.Table_.Post();
 }
 

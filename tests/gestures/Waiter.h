@@ -42,9 +42,8 @@ class Waiter {
   /// Whole orders of eight lines, the first of them tapped twice, over the tables in turn.
   void serve(int orders);
 
-  std::size_t shown() const {
-    return shown_;
-  }  ///< Characters read to be shown: keeps the reads from being dropped.
+  /// Characters read to be shown: keeps the reads from being dropped.
+  std::size_t shown() const { return shown_; }
 
  private:
   void beginOrder();
@@ -55,6 +54,9 @@ class Waiter {
   void showOrder();
   void showArticle();
   void show(const Value& value) { shown_ += value.text().size(); }
+  void dateOrder();
+  static void filterOrder(const std::string& order, std::initializer_list<Dataset*> all);
+  void stock(const Value& now);
   void filterTable();
   void writeTable(std::initializer_list<std::pair<const char*, Value>> fields);
 

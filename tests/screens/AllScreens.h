@@ -23,12 +23,13 @@ class AllScreens : public testing::Test {
 
   /// Brings a screen up where it belongs: in the menu's panel, or as a window.
   void bringUp(TForm* form) {
-    static const QStringList docked = {
-        "Liste_produitF", "Liste_TypeF",       "Liste_fournisseurF", "liste_ClientF",
-        "C_articleF",     "liste_endroitF",    "liste_tableF",       "Configuration_utlisateurF",
-        "C_tableF",       "commandeF",         "Commande_avnF",      "liste_commandeF",
-        "liste_caiseF",   "c_facture_achatF",  "liste_caisseF",      "liste_facture_achatF",
-        "statF",          "liste_aff_caisseF", "liste_depenceF"};
+    static const QStringList docked =
+        QStringLiteral(
+            "Liste_produitF Liste_TypeF Liste_fournisseurF liste_ClientF C_articleF liste_endroitF "
+            "liste_tableF "
+            "Configuration_utlisateurF C_tableF commandeF Commande_avnF liste_commandeF liste_caiseF "
+            "c_facture_achatF liste_caisseF liste_facture_achatF statF liste_aff_caisseF liste_depenceF")
+            .split(u' ');
     if (docked.contains(form->objectName())) form->Dock(MenuF->RzPanel4);
     form->Show();
     at.settle();
@@ -37,9 +38,8 @@ class AllScreens : public testing::Test {
   template <class T = QWidget>
   static std::vector<T*> visible(const TForm* form) {
     std::vector<T*> found;
-    for (T* child : form->findChildren<T*>()) {
+    for (T* child : form->findChildren<T*>())
       if (child->isVisible() && child->window() == form->window()) found.push_back(child);
-    }
     return found;
   }
 

@@ -21,9 +21,8 @@ TEST_F(WalkTest, ScreensAreMadeInTheFixedOrder) {
   start();
   std::vector<std::string> made, expected;
   for (const TForm* form : Forms::all()) made.push_back(form->objectName().toStdString());
-  for (const std::string& name : test::words(kOrder)) {
+  for (const std::string& name : test::words(kOrder))
     if (Forms::find(name)) expected.push_back(name);
-  }
   EXPECT_EQ(made, expected);
 }
 
@@ -66,9 +65,8 @@ TEST_F(WalkTest, TheTabKeyGoesRound) {
   };
   onEach([&](TForm& form, const std::string& name) {
     QSet<QWidget*> wanted, reached;
-    for (QWidget* control : visible(&form)) {
+    for (QWidget* control : visible(&form))
       if (takesTab(control)) wanted.insert(control);
-    }
     const auto inWindow = form.window()->findChildren<QWidget*>();
     if (!wanted.isEmpty()) form.activateWindow();
     at.settle();

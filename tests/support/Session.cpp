@@ -67,7 +67,8 @@ Session::Session(const std::filesystem::path& folder) : at(folder) {
 }
 
 void Session::listen() {
-  clock("14/07/2024 12:30:15");
+  std::string start = "14/07/2024 12:30:15";
+  clock(start);
   // Between the steps a test answers by the workstation's own means.
   messages_ = Messages::current();
   Messages& messages = Messages::current();
@@ -106,16 +107,7 @@ void Session::play(test::Transcript& script) {
 }
 
 std::string Session::play(const std::string& steps) {
-  std::vector<std::string> lines;
-  std::istringstream in(steps);
-  for (std::string line; std::getline(in >> std::ws, line);) lines.push_back(line);
-  test::Transcript script({}, lines);
-  play(script);
-  std::string said;
-  std::istringstream all(script.said());
-  for (std::string line; std::getline(all, line);)
-    if (line.starts_with("  ")) said += line.substr(2) + '\n';
-  return said;
+  return test::answers(steps, [this](test::Transcript& script) { play(script); });
 }
 
 void Session::run() {
@@ -141,59 +133,31 @@ void Session::perform(std::string step) {
     modals_.pop_back();
   });
   watch.start(1);
-  const std::map<std::string, std::function<void()>> verbs = {
-      {"store", [&] { file(step); }},
-      {"sql", [&] { at.sql(step); }},
-      {"stored", [&] { stored(step); }},
-      {"start", [&] { start(); }},
-      {"login", [&] { login(step); }},
-      {"screen",
-       [&] {
-         if (!Forms::find(step)) new BlankScreen(step);
-       }},
-      {"clock", [&] { clock(step); }},
-      {"in", [&] { form_ = step; }},
-      {"tap", [&] { tap(step); }},
-      {"type", [&] { type(step); }},
-      {"press", [&] { press(step); }},
-      {"set", [&] { set(step); }},
-      {"choose", [&] { choose(step); }},
-      {"focus", [&] { focus(); }},
-      {"over", [&] { over(step); }},
-      {"row", [&] { row(step); }},
-      {"answer", [&] { answers_.push_back(step); }},
-      {"leave", [&] { QApplication::activeWindow()->close(); }},
-      {"show", [&] { show(step); }},
-      {"disabled", [&] { disabled(step); }},
-      {"picture", [&] { picture(step); }},
-      {"grid", [&] { grid(step); }},
-      {"tiles", [&] { tiles(step); }},
-      {"data", [&] { data(step); }},
-      {"rows", [&] { rows(step); }},
-      {"filters", [&] { filters(); }},
-      {"filter",
-       [&] {
-         const std::string name = takeWord(step);
-         dataset(name).FilterBy(step);
-       }},
-      {"locate",
-       [&] {
-         const auto parts = test::words(step);
-         dataset(parts.at(0)).Locate(parts.at(1), parts.at(2));
-       }},
-      {"edit", [&] { edit(step); }},
-      {"reopen", [&] { forEach(step, &Dataset::Reopen); }},
-      {"insert", [&] { forEach(step, &Dataset::Insert); }},
-      {"post", [&] { forEach(step, &Dataset::Post); }},
-      {"cancel", [&] { forEach(step, &Dataset::Cancel); }},
-      {"first", [&] { forEach(step, &Dataset::First); }},
-      {"last", [&] { forEach(step, &Dataset::Last); }},
-  };
+  static const std::map<std::string, void (Session::*)(std::string&)> verbs = {
+      {"store", &Session::file},      {"sql", &Session::sql},
+      {"stored", &Session::stored},   {"start", &Session::start},
+      {"login", &Session::login},     {"screen", &Session::screen},
+      {"clock", &Session::clock},     {"in", &Session::in},
+      {"tap", &Session::tap},         {"type", &Session::type},
+      {"press", &Session::press},     {"set", &Session::set},
+      {"choose", &Session::choose},   {"focus", &Session::focus},
+      {"over", &Session::over},       {"row", &Session::row},
+      {"answer", &Session::answer},   {"leave", &Session::leave},
+      {"show", &Session::show},       {"disabled", &Session::disabled},
+      {"picture", &Session::picture}, {"grid", &Session::grid},
+      {"tiles", &Session::tiles},     {"data", &Session::data},
+      {"rows", &Session::rows},       {"filters", &Session::filters},
+      {"filter", &Session::filter},   {"locate", &Session::locate},
+      {"edit", &Session::edit}};
+  static const std::map<std::string, void (Dataset::*)()> operations = {
+      {"reopen", &Dataset::Reopen}, {"insert", &Dataset::Insert}, {"post", &Dataset::Post},
+      {"cancel", &Dataset::Cancel}, {"first", &Dataset::First},   {"last", &Dataset::Last}};
   const std::string verb = takeWord(step);
   script_->attempt([&] {
-    const auto found = verbs.find(verb);
-    if (found == verbs.end()) throw std::runtime_error("no step begins so");
-    found->second();
+    if (const auto found = verbs.find(verb); found != verbs.end()) return (this->*found->second)(step);
+    const auto operation = operations.find(verb);
+    if (operation == operations.end()) throw std::runtime_error("no step begins so");
+    for (const std::string& name : test::words(step)) (dataset(name).*operation->second)();
   });
   tellScreens();
 }
@@ -210,7 +174,7 @@ void Session::tellScreens() {
   open_ = now;
 }
 
-void Session::start() {
+void Session::start(std::string&) {
   const auto store = std::make_shared<TellingStore>(Store::open(TDM::ConnectionString), *this);
   std::vector<Creator> steps = screensInOrder();
   steps.at(1) = [&] { at.start(store); };
@@ -221,14 +185,16 @@ void Session::start() {
   at.settle();
 }
 
-void Session::login(std::string rest) {
+void Session::login(std::string& rest) {
   if (!LoginF->Visible()) MenuF->ChangerUtilisateur1->trigger();
-  over("LoginF.RzEdit2 " + takeWord(rest));
-  over("LoginF.RzEdit1 " + rest);
-  tap("LoginF.RzBitBtn2");
+  const std::string code = takeWord(rest);
+  std::string login = "LoginF.RzEdit2 " + code, password = "LoginF.RzEdit1 " + rest, go = "LoginF.RzBitBtn2";
+  over(login);
+  over(password);
+  tap(go);
 }
 
-void Session::file(const std::string& name) {
+void Session::file(std::string& name) {
   std::ifstream in(std::filesystem::path(script_->file()).replace_filename(name));
   std::ostringstream text;
   text << in.rdbuf();
@@ -239,7 +205,37 @@ void Session::file(const std::string& name) {
   at.sql("commit");
 }
 
-void Session::clock(const std::string& text) {
+void Session::sql(std::string& statement) {
+  at.sql(statement);
+}
+
+void Session::screen(std::string& name) {
+  if (!Forms::find(name)) new BlankScreen(name);
+}
+
+void Session::in(std::string& form) {
+  form_ = form;
+}
+
+void Session::answer(std::string& text) {
+  answers_.push_back(text);
+}
+
+void Session::leave(std::string&) {
+  QApplication::activeWindow()->close();
+}
+
+void Session::filter(std::string& rest) {
+  Dataset& rows = dataset(takeWord(rest));
+  rows.FilterBy(rest);
+}
+
+void Session::locate(std::string& rest) {
+  const auto parts = test::words(rest);
+  dataset(parts.at(0)).Locate(parts.at(1), parts.at(2));
+}
+
+void Session::clock(std::string& text) {
   Clock::set([now = readDateTime(text)] { return now; });
 }
 
@@ -260,11 +256,7 @@ Dataset& Session::dataset(const std::string& name) {
   throw std::runtime_error("there is no dataset " + name);
 }
 
-void Session::forEach(const std::string& names, void (Dataset::*action)()) {
-  for (const std::string& name : test::words(names)) (dataset(name).*action)();
-}
-
-void Session::picture(std::string rest) {
+void Session::picture(std::string& rest) {
   const std::string file = takeWord(rest);
   if (rest.empty()) {
     std::ofstream(file, std::ios::binary) << "\x89PNG\r\n\x1a\n and nothing else";
@@ -276,7 +268,7 @@ void Session::picture(std::string rest) {
   picture.save(QString::fromStdString(file));
 }
 
-void Session::tap(const std::string& name) {
+void Session::tap(std::string& name) {
   QObject* found = find(unquoted(name));
   if (auto* entry = dynamic_cast<QAction*>(found)) return entry->trigger();
   auto& widget = dynamic_cast<QWidget&>(*found);
@@ -285,7 +277,7 @@ void Session::tap(const std::string& name) {
   at.tap(&widget);
 }
 
-void Session::type(std::string text) {
+void Session::type(std::string& text) {
   text = unquoted(text);
   std::string keys;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -296,29 +288,29 @@ void Session::type(std::string text) {
   at.type(keys);
 }
 
-void Session::press(const std::string& keys) {
+void Session::press(std::string& keys) {
   const QKeyCombination key = QKeySequence::fromString(QString::fromStdString(keys))[0];
   at.press(key.key(), key.keyboardModifiers());
 }
 
-void Session::set(std::string rest) {
+void Session::set(std::string& rest) {
   auto& control = *find(takeWord(rest));
   if (auto* box = dynamic_cast<QAbstractButton*>(&control)) return box->setChecked(rest == "on");
   control.setProperty("text", QString::fromStdString(unquoted(rest)));
 }
 
-void Session::choose(std::string rest) {
+void Session::choose(std::string& rest) {
   QObject* list = find(takeWord(rest));
   if (auto* box = dynamic_cast<DBLookupListBox*>(list)) return box->Choose(rest);
   dynamic_cast<DBLookupComboBox&>(*list).Choose(rest);
 }
 
-void Session::focus() {
+void Session::focus(std::string&) {
   const QWidget* focused = QApplication::focusWidget();
   script_->say(focused ? focused->objectName().toStdString() : "(none)");
 }
 
-void Session::over(std::string rest) {
+void Session::over(std::string& rest) {
   auto& input = control<QLineEdit>(takeWord(rest));
   at.tap(&input);
   input.selectAll();
@@ -326,13 +318,13 @@ void Session::over(std::string rest) {
   type(rest);
 }
 
-void Session::row(std::string rest) {
+void Session::row(std::string& rest) {
   auto& view = control<QAbstractItemView>(takeWord(rest));
   at.settle();
   at.tapAt(view.viewport(), view.visualRect(view.model()->index(std::stoi(rest), 1)).center());
 }
 
-void Session::edit(std::string rest) {
+void Session::edit(std::string& rest) {
   Dataset& rows = dataset(takeWord(rest));
   rows.Edit();
   for (const std::string& assignment : test::words(rest)) {

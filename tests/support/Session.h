@@ -66,28 +66,9 @@ class Session {
   void perform(std::string step);
   void tellScreens();
   std::string ask(const std::string& text);
-  void start();
-  void login(std::string rest);
-  void file(const std::string& name);
-  void clock(const std::string& text);
-  void picture(std::string rest);
-  void tap(const std::string& name);
-  void type(std::string text);
-  void press(const std::string& keys);
-  void set(std::string rest);
-  void choose(std::string rest);
-  void focus();
-  void over(std::string rest);
-  void row(std::string rest);
-  void show(const std::string& names);
-  void disabled(const std::string& screen);
-  void grid(const std::string& name);
-  void tiles(const std::string& name);
-  void stored(const std::string& select);
-  void data(std::string rest);
-  void rows(std::string rest);
-  void filters();
-  void edit(std::string rest);
+  using Step = void(std::string& rest);
+  Step file, sql, stored, start, login, screen, clock, in, tap, type, press, set, choose, focus, over, row,
+      answer, leave, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate, edit;
 
   QObject* find(const std::string& name) const;
   template <class T>
@@ -96,7 +77,6 @@ class Session {
     throw std::runtime_error(name + " is of another kind");
   }
   static Dataset& dataset(const std::string& name);
-  static void forEach(const std::string& names, void (Dataset::*action)());
   static std::string told(const Value& value);
 
   test::Transcript* script_ = nullptr;  // none between the steps

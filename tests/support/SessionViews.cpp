@@ -18,7 +18,7 @@ std::string Session::told(const Value& value) {
   return text.empty() || text.find(' ') != std::string::npos ? '"' + text + '"' : text;
 }
 
-void Session::show(const std::string& names) {
+void Session::show(std::string& names) {
   for (const std::string& name : test::words(names)) {
     const QObject* found = find(name);
     std::string line = name;
@@ -40,7 +40,7 @@ void Session::show(const std::string& names) {
   }
 }
 
-void Session::disabled(const std::string& screen) {
+void Session::disabled(std::string& screen) {
   for (const QObject* child : Forms::find(screen)->findChildren<QObject*>()) {
     const auto* around = dynamic_cast<const QWidget*>(child->parent());
     if (child->property("enabled").toBool() || !child->property("enabled").isValid()) continue;
@@ -49,7 +49,7 @@ void Session::disabled(const std::string& screen) {
   }
 }
 
-void Session::grid(const std::string& name) {
+void Session::grid(std::string& name) {
   at.settle();
   const QAbstractItemModel& model = *control<QAbstractItemView>(name).model();
   if (model.rowCount() == 0) script_->say("(none)");
@@ -61,7 +61,7 @@ void Session::grid(const std::string& name) {
   }
 }
 
-void Session::tiles(const std::string& name) {
+void Session::tiles(std::string& name) {
   std::string all;
   for (auto* tile : control<FlowPanel>(name).tiles<QWidget>()) {
     all += (all.empty() ? "" : ", ") + tile->property("text").toString().toStdString();
@@ -71,7 +71,7 @@ void Session::tiles(const std::string& name) {
   script_->say(all.empty() ? "(none)" : all);
 }
 
-void Session::stored(const std::string& statement) {
+void Session::stored(std::string& statement) {
   const Workstation::Rows rows = at.sql("select " + statement);
   if (rows.empty()) script_->say("(none)");
   for (const std::vector<std::string>& row : rows) {
@@ -82,7 +82,7 @@ void Session::stored(const std::string& statement) {
   }
 }
 
-void Session::data(std::string rest) {
+void Session::data(std::string& rest) {
   Dataset& rows = dataset(takeWord(rest));
   const char* const states[] = {"inactive", "browse", "edit", "insert"};
   std::string line = states[static_cast<int>(rows.State())];
@@ -90,7 +90,7 @@ void Session::data(std::string rest) {
   script_->say(line);
 }
 
-void Session::rows(std::string rest) {
+void Session::rows(std::string& rest) {
   Dataset& rows = dataset(takeWord(rest));
   std::string all;
   for (std::size_t record = 0; record < rows.RecordCount(); ++record) {
@@ -102,7 +102,7 @@ void Session::rows(std::string rest) {
   script_->say(all.empty() ? "(none)" : all);
 }
 
-void Session::filters() {
+void Session::filters(std::string&) {
   bool any = false;
   for (const Dataset* dataset : DM->Datasets()) {
     if (!dataset->Filtered()) continue;

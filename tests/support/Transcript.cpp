@@ -115,6 +115,19 @@ bool registerTranscripts(const std::string& files, const std::function<void(Tran
   return true;
 }
 
+std::string answers(const std::string& steps, const std::function<void(Transcript&)>& play) {
+  std::vector<std::string> lines;
+  std::istringstream in(steps);
+  for (std::string line; std::getline(in >> std::ws, line);) lines.push_back(line);
+  Transcript script({}, lines);
+  play(script);
+  std::string all;
+  std::istringstream said(script.said());
+  for (std::string line; std::getline(said, line);)
+    if (isSaid(line)) all += line.substr(2) + '\n';
+  return all;
+}
+
 std::string takeWord(std::string& text) {
   const auto start = std::min(text.find_first_not_of(' '), text.size());
   const bool quoted = start < text.size() && text[start] == '"';

@@ -40,6 +40,9 @@ class Transcript {
 /// Makes every case of some files, blanks between them, a test of its own, played by `play`.
 bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play);
 
+/// Plays some steps, a line each, and gives what they say, one line each.
+std::string answers(const std::string& steps, const std::function<void(Transcript&)>& play);
+
 /// The words of a text, blanks between them; one in double quotes may hold blanks.
 std::vector<std::string> words(const std::string& text);
 /// The first word of a text, which is taken off it.

@@ -5,6 +5,7 @@
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <map>
 
 #include "tools/store/Creation.h"
 
@@ -14,34 +15,21 @@ namespace {
 constexpr int patience = 10000;  // ms that a condition may take on a busy machine
 }
 
-Workstation::Workstation() : before_(std::filesystem::current_path()) {
-  std::string name = (std::filesystem::temp_directory_path() / "tavoline-XXXXXX").string();
-  if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-  folder_ = name;
-  ownFolder_ = true;
-  std::filesystem::current_path(folder_);
-  tool::createStore("BDD.mdb");
+Workstation::Workstation() : own_(std::in_place), folder_(own_->path()) {
+  tool::createStore((folder_ / "BDD.mdb").string());
   settleIn();
 }
 
-Workstation::Workstation(const std::filesystem::path& folder)
-    : folder_(folder), before_(std::filesystem::current_path()) {
-  std::filesystem::current_path(folder_);
+Workstation::Workstation(const std::filesystem::path& folder) : folder_(folder) {
   settleIn();
 }
 
 void Workstation::settleIn() {
-  sqlite3* door = nullptr;
-  if (sqlite3_open("BDD.mdb", &door) != SQLITE_OK) ADD_FAILURE() << "the store cannot be opened on the side";
-  door_.reset(door);
-  sqlite3_busy_timeout(door, patience);
-
+  std::filesystem::current_path(folder_);
+  door_.emplace("BDD.mdb", tool::Database::Mode::Create);
   Messages& messages = Messages::current();
   messages.show = [this](const std::string& text) { answer(text); };
-  messages.confirm = [this](const std::string& text, const std::string& title) {
-    titles_.push_back(title);
-    return answer(text) == "Oui";
-  };
+  messages.confirm = [this](const std::string& text, const std::string&) { return answer(text) == "Oui"; };
   messages.openPicture = [this] { return answer("image"); };
   messages.openFile = [this](const std::string& title, const std::string&) { return answer(title); };
   messages.saveFile = [this](const std::string& title, const std::string&, const std::string&) {
@@ -58,9 +46,7 @@ Workstation::~Workstation() {
   delete DM;
   DM = nullptr;
   Messages::current() = Messages::real();
-  door_.reset();
   std::filesystem::current_path(before_);
-  if (ownFolder_) std::filesystem::remove_all(folder_);
 }
 
 void Workstation::start() {
@@ -74,21 +60,13 @@ void Workstation::start(std::shared_ptr<Store> store) {
 
 Workstation::Rows Workstation::sql(const std::string& statement) {
   Rows rows;
-  sqlite3_stmt* prepared = nullptr;
-  if (sqlite3_prepare_v2(door_.get(), statement.c_str(), -1, &prepared, nullptr) != SQLITE_OK) {
-    ADD_FAILURE() << sqlite3_errmsg(door_.get()) << " in " << statement;
-    return rows;
-  }
-  int step;
-  while ((step = sqlite3_step(prepared)) == SQLITE_ROW) {
-    std::vector<std::string>& row = rows.emplace_back();
-    for (int column = 0; column < sqlite3_column_count(prepared); ++column) {
-      const unsigned char* text = sqlite3_column_text(prepared, column);
-      row.emplace_back(text ? reinterpret_cast<const char*>(text) : "");
-    }
-  }
-  if (step != SQLITE_DONE) ADD_FAILURE() << sqlite3_errmsg(door_.get()) << " in " << statement;
-  sqlite3_finalize(prepared);
+  const auto take = [](void* all, int columns, char** values, char**) {
+    auto& row = static_cast<Rows*>(all)->emplace_back();
+    for (int i = 0; i < columns; ++i) row.emplace_back(values[i] ? values[i] : "");
+    return 0;
+  };
+  if (sqlite3_exec(door_->handle(), statement.c_str(), take, &rows, nullptr) != SQLITE_OK)
+    ADD_FAILURE() << sqlite3_errmsg(door_->handle()) << " in " << statement;
   return rows;
 }
 
@@ -98,12 +76,11 @@ std::string Workstation::value(const std::string& statement) {
 }
 
 QWidget* Workstation::find(std::string_view formAndControl) {
-  const auto dot = formAndControl.find('.');
+  const auto dot = std::min(formAndControl.find('.'), formAndControl.size());
   const std::string_view form = formAndControl.substr(0, dot);
-  QWidget* found = Forms::find(form);
-  if (dot != std::string_view::npos) {
-    found = Forms::control(form, std::string(formAndControl.substr(dot + 1)).c_str());
-  }
+  QWidget* found = dot == formAndControl.size()
+                       ? Forms::find(form)
+                       : Forms::control(form, std::string(formAndControl.substr(dot + 1)).c_str());
   if (!found) ADD_FAILURE() << formAndControl << " does not exist";
   return found;
 }
@@ -114,21 +91,18 @@ std::string Workstation::text(std::string_view formAndControl) {
 }
 
 bool Workstation::reachable(QWidget* control, QPoint place) {
+  settle();
   if (!control) return false;
-  const std::string name = control->objectName().toStdString();
   const QWidget* modal = QApplication::activeModalWidget();
   const QWidget* under = control->window()->childAt(control->mapTo(control->window(), place));
-  if (!control->isVisible())
-    ADD_FAILURE() << name << " is hidden";
-  else if (!control->isEnabled())
-    ADD_FAILURE() << name << " is disabled";
-  else if (modal && control->window() != modal->window())
-    ADD_FAILURE() << name << " is behind a modal screen";
-  else if (under && under != control && !control->isAncestorOf(under)) {
-    ADD_FAILURE() << name << " is covered by " << under->objectName().toStdString();
-  } else
-    return true;
-  return false;
+  const bool covered = under && under != control && !control->isAncestorOf(under);
+  const std::string obstacle = !control->isVisible()                           ? "hidden"
+                               : !control->isEnabled()                         ? "disabled"
+                               : modal && control->window() != modal->window() ? "behind a modal screen"
+                               : covered ? "covered by " + under->objectName().toStdString()
+                                         : "";
+  if (!obstacle.empty()) ADD_FAILURE() << control->objectName().toStdString() << " is " << obstacle;
+  return obstacle.empty();
 }
 
 void Workstation::tap(QWidget* control) {
@@ -136,7 +110,6 @@ void Workstation::tap(QWidget* control) {
 }
 
 void Workstation::tapAt(QWidget* control, QPoint place) {
-  settle();
   if (!reachable(control, place)) return;
   QWidget* window = control->window();
   QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, place));
@@ -144,7 +117,6 @@ void Workstation::tapAt(QWidget* control, QPoint place) {
 }
 
 void Workstation::doubleTapAt(QWidget* control, QPoint place) {
-  settle();
   if (!reachable(control, place)) return;
   QWidget* window = control->window();
   QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, place));
@@ -153,24 +125,14 @@ void Workstation::doubleTapAt(QWidget* control, QPoint place) {
 
 void Workstation::type(std::string_view text) {
   for (const QChar sign : QString::fromUtf8(text.data(), qsizetype(text.size()))) {
-    switch (sign.unicode()) {
-      case '\n':
-        press(Qt::Key_Return);
-        continue;
-      case '\t':
-        press(Qt::Key_Tab);
-        continue;
-      case '\b':
-        press(Qt::Key_Backspace);
-        continue;
-      default:
-        break;
+    static const std::map<char16_t, Qt::Key> keys = {
+        {u'\n', Qt::Key_Return}, {u'\t', Qt::Key_Tab}, {u'\b', Qt::Key_Backspace}};
+    if (const auto key = keys.find(sign.unicode()); key != keys.end()) {
+      press(key->second);
+      continue;
     }
     QWidget* focus = QApplication::focusWidget();
-    if (!focus) {
-      ADD_FAILURE() << "nothing has the focus to type into";
-      return;
-    }
+    if (!focus) return void(ADD_FAILURE() << "nothing has the focus to type into");
     const int key = sign.unicode() < 128 ? sign.toUpper().unicode() : 0;
     QKeyEvent down(QEvent::KeyPress, key, {}, QString(sign)), up(QEvent::KeyRelease, key, {}, QString(sign));
     QCoreApplication::sendEvent(focus, &down);
@@ -181,10 +143,7 @@ void Workstation::type(std::string_view text) {
 
 void Workstation::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   QWindow* window = QGuiApplication::focusWindow();
-  if (!window) {
-    ADD_FAILURE() << "no window is active to press a key in";
-    return;
-  }
+  if (!window) return void(ADD_FAILURE() << "no window is active to press a key in");
   QTest::keyClick(window, key, modifiers);
   settle();
 }
@@ -226,7 +185,6 @@ void Workstation::answers(std::vector<Answer> expected) {
 }
 
 std::string Workstation::answer(const std::string& text) {
-  shown_.push_back(text);
   if (expected_.empty()) {
     ADD_FAILURE() << "unexpected box: " << text;
     return {};
@@ -235,11 +193,6 @@ std::string Workstation::answer(const std::string& text) {
   expected_.pop_front();
   EXPECT_THAT(text, next.to);
   return next.with;
-}
-
-void Workstation::screenshot(QWidget* form, const std::string& file) {
-  settle();
-  EXPECT_TRUE(form->grab().save(QString::fromStdString(file), "PNG")) << file << " cannot be written";
 }
 
 }  // namespace tavoline

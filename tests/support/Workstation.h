@@ -1,20 +1,22 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <sqlite3.h>
 
 #include <QtWidgets/QWidget>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "data/DMU.h"
+#include "support/StoreFile.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Messages.h"
+#include "tools/store/Sqlite.h"
 
 namespace tavoline {
 
@@ -48,7 +50,7 @@ class Workstation {
     return *instance;
   }
 
-  /// What reached the store: runs a statement through a connection of its own; the rows as text, null as "".
+  /// What reached the store: runs SQL through a connection of its own; the rows as text, null as "".
   using Rows = std::vector<std::vector<std::string>>;
   Rows sql(const std::string& statement);
   std::string value(const std::string& statement);  ///< The first column of the first row; "" for none.
@@ -87,10 +89,7 @@ class Workstation {
   /// The boxes of the steps that follow, in order. A file box is known by its title; choosing a picture by
   /// "image".
   void answers(std::vector<Answer> expected);
-  const std::vector<std::string>& shown() const { return shown_; }    ///< The texts of all boxes so far.
-  const std::vector<std::string>& titles() const { return titles_; }  ///< Those of the questions among them.
 
-  void screenshot(QWidget* form, const std::string& file);  ///< As a PNG.
   const std::filesystem::path& folder() const { return folder_; }
 
  private:
@@ -99,12 +98,11 @@ class Workstation {
   bool reachable(QWidget* control, QPoint place);
   void settleIn();
 
-  std::filesystem::path folder_, before_;
-  bool ownFolder_ = false;
-  std::unique_ptr<sqlite3, int (*)(sqlite3*)> door_{nullptr, sqlite3_close};
+  std::optional<test::TemporaryFolder> own_;
+  std::filesystem::path folder_, before_ = std::filesystem::current_path();
+  std::optional<tool::Database> door_;
   std::vector<std::function<void()>> forget_;
   std::deque<Answer> expected_;
-  std::vector<std::string> shown_, titles_;
 };
 
 }  // namespace tavoline

@@ -15,6 +15,7 @@
 
 #include "data/value/Errors.h"
 #include "gestures/Waiter.h"
+#include "support/StoreFile.h"
 #include "support/StoreVfs.h"
 #include "tools/store/Check.h"
 #include "tools/store/demo/Demo.h"
@@ -36,22 +37,17 @@ int setting(const char* name, int otherwise) {
 /// A store in a passing folder that is the working directory.
 class Cafe {
  public:
-  Cafe() : before_(fs::current_path()) {
-    std::string pattern = (fs::temp_directory_path() / "torture-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no folder: " + pattern);
-    folder_ = pattern;
-    fs::current_path(folder_);
+  Cafe() {
+    fs::current_path(folder_.path());
     tool::createGenerated("BDD.mdb", {.orders = 200, .seed = 1, .pictures = false});
   }
-  ~Cafe() {
-    fs::current_path(before_);
-    fs::remove_all(folder_);
-  }
+  ~Cafe() { fs::current_path(before_); }
   Cafe(const Cafe&) = delete;
   Cafe& operator=(const Cafe&) = delete;
 
  private:
-  fs::path before_, folder_;
+  fs::path before_ = fs::current_path();
+  TemporaryFolder folder_;
 };
 
 using Chance = std::mt19937;
@@ -65,40 +61,47 @@ const T& oneOf(Chance& chance, const std::vector<T>& all) {
   return all[static_cast<std::size_t>(upTo(chance, static_cast<int>(all.size()) - 1))];
 }
 
-void serveSomebody(Waiter& waiter, const Menu& menu, Chance& chance) {
-  if (!waiter.takeTable(oneOf(chance, menu.tables))) return;
-  for (int gestures = upTo(chance, 7); gestures > 0; --gestures) {
-    if (upTo(chance, 4) == 0)
-      waiter.removeLine();
-    else
-      waiter.tap(oneOf(chance, menu.articles));
-  }
-  if (!waiter.hasLines()) return waiter.leave();
-  upTo(chance, 2) == 0 ? waiter.save() : waiter.closeTable();
-}
+/// A workstation at random gestures.
+class Workstation {
+ public:
+  Workstation(int pipe, Chance& chance)
+      : dm_(std::make_shared<Journal>(Store::open(TDM::ConnectionString), pipe)), chance_(chance) {}
 
-/// Sets free what was held by a dead predecessor, or by a gesture that failed: "Actualiser".
-void openTables(TDM& dm) {
-  for (dm.Table_.Reopen(), dm.Table_.First(); !dm.Table_.Eof(); dm.Table_.Next()) {
-    if (dm.Table_["control"].text() == "open") continue;
-    dm.Table_.Edit();
-    dm.Table_["control"] = "open";
-    dm.Table_.Post();
+  void serveSomebody() {
+    if (waiter_.takeTable(oneOf(chance_, menu_.tables))) serve();
+    if (upTo(chance_, 2) == 0) dm_.Idle();
   }
-}
+  void logIn() { waiter_.logIn(); }
+
+  /// Sets free what was held by a dead predecessor, or by a gesture that failed: "Actualiser".
+  void openTables() {
+    for (dm_.Table_.Reopen(), dm_.Table_.First(); !dm_.Table_.Eof(); dm_.Table_.Next()) {
+      if (dm_.Table_["control"].text() == "open") continue;
+      dm_.Table_.Edit();
+      dm_.Table_["control"] = "open";
+      dm_.Table_.Post();
+    }
+  }
+
+ private:
+  void serve() {
+    for (int gestures = upTo(chance_, 7); gestures > 0; --gestures)
+      upTo(chance_, 4) == 0 ? waiter_.removeLine() : void(waiter_.tap(oneOf(chance_, menu_.articles)));
+    if (!waiter_.hasLines()) return waiter_.leave();
+    upTo(chance_, 2) == 0 ? waiter_.save() : waiter_.closeTable();
+  }
+
+  TDM dm_;
+  Menu menu_ = (openTables(), Menu::of(dm_));
+  Waiter waiter_{dm_, menu_};
+  Chance& chance_;
+};
 
 /// A workstation's life, until it is killed.
-[[noreturn]] void work(int pipe, unsigned seed) {
-  Chance chance(seed);
-  TDM dm(std::make_shared<Journal>(Store::open(TDM::ConnectionString), pipe));
-  openTables(dm);
-  const Menu menu = Menu::of(dm);
-  Waiter waiter(dm, menu);
-  waiter.logIn();
-  for (;;) {
-    serveSomebody(waiter, menu, chance);
-    if (upTo(chance, 2) == 0) dm.Idle();
-  }
+[[noreturn]] void work(int pipe, Chance& chance) {
+  Workstation station(pipe, chance);
+  station.logIn();
+  for (;;) station.serveSomebody();
 }
 
 /// What may happen to a disk: it is full, or it fails, at once or after some writes more, or when it is to
@@ -111,26 +114,21 @@ void spoil(StoreVfs& disk, Chance& chance) {
 
 /// The same on a disk that fails now and then, for one gesture or for several, and gets well again. A gesture
 /// upon one that was cut short may find empty what it computes with, and end in its turn.
-[[noreturn]] void workOnABadDisk(int pipe, unsigned seed) {
-  Chance chance(seed);
+[[noreturn]] void workOnABadDisk(int pipe, Chance& chance) {
   StoreVfs disk;
-  TDM dm(std::make_shared<Journal>(Store::open(TDM::ConnectionString), pipe));
-  openTables(dm);
-  const Menu menu = Menu::of(dm);
-  Waiter waiter(dm, menu);
+  Workstation station(pipe, chance);
   for (;;) {
     if (upTo(chance, 2) == 0) spoil(disk, chance);
     try {
-      waiter.logIn();
-      serveSomebody(waiter, menu, chance);
-      if (upTo(chance, 2) == 0) dm.Idle();
+      station.logIn();
+      station.serveSomebody();
       continue;
     } catch (const StoreError&) {
       if (upTo(chance, 1) == 0) continue;
     } catch (const Error&) {  // it stands upon one that was cut short, and finds empty what it needs
     }
     disk.heal();
-    openTables(dm);
+    station.openTables();
   }
 }
 
@@ -150,15 +148,15 @@ void follow(int pipe, JournalReader& journal, std::size_t enough, Clock::time_po
 constexpr std::size_t kWithoutEnd = static_cast<std::size_t>(-1);
 
 /// Lets a workstation work for a random while and kills it. What it told before it died.
-JournalReader lifeAndDeath(void (*work)(int, unsigned), Chance& chance) {
+JournalReader lifeAndDeath(void (*work)(int, Chance&), Chance& chance) {
   int ends[2];
   if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
-  const auto seed = static_cast<unsigned>(chance());
+  Chance itsOwn(static_cast<unsigned>(chance()));
   const pid_t child = ::fork();
   if (child == 0) {
     ::close(ends[0]);
     try {
-      work(ends[1], seed);
+      work(ends[1], itsOwn);
     } catch (const std::exception& failure) {
       std::fprintf(stderr, "the workstation failed: %s\n", failure.what());
     }
@@ -195,7 +193,7 @@ struct Sum {
   std::size_t inFlight = 0, acknowledged = 0, refused = 0, afterwards = 0;
 };
 
-Sum torture(void (*work)(int, unsigned)) {
+Sum torture(void (*work)(int, Chance&)) {
   const Cafe cafe;
   const int runs = setting("TAVOLINE_TORTURE_RUNS", 25);
   const int seed = setting("TAVOLINE_TORTURE_SEED", 1);

@@ -107,7 +107,8 @@ class Dialect {
 
   void parameters(const std::string& statement) {
     std::string names;
-    for (const std::string& name : sql::parametersOf(sql::parseStatement(statement))) names += (names.empty() ? "" : " ") + name;
+    for (const std::string& name : sql::parametersOf(sql::parseStatement(statement)))
+      names += (names.empty() ? "" : " ") + name;
     script_.say(names);
   }
 

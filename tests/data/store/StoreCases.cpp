@@ -88,7 +88,7 @@ class Stores {
   }
 
   void perform(std::string step) {
-    static const std::map<std::string, void (Stores::*)(std::string)> verbs = {
+    static const std::map<std::string, void (Stores::*)(std::string&)> verbs = {
         {"forget", &Stores::forget}, {"next", &Stores::next},       {"keep", &Stores::keep},
         {"wide", &Stores::wide},     {"catalog", &Stores::catalog}, {"default", &Stores::defaultOf},
         {"name", &Stores::name},     {"times", &Stores::times},     {"other", &Stores::other},
@@ -110,11 +110,11 @@ class Stores {
     std::istringstream in(steps);
     for (std::string step; std::getline(in >> std::ws, step, ';');) perform(step);
   }
-  void name(std::string step) {
+  void name(std::string& step) {
     const std::string name = takeWord(step);
     names_[name] = step;
   }
-  void times(std::string step) {
+  void times(std::string& step) {
     for (int left = std::stoi(takeWord(step)); left > 0; --left) performAll(step);
   }
   void say(const std::string& text) { script_->say(text.empty() ? "(none)" : text); }
@@ -179,20 +179,20 @@ class Stores {
       names += (names.empty() ? "" : ", ") + row[0].text();
     say(names);
   }
-  void forget(std::string name) { snapshots_.erase(name); }
-  void next(std::string name) {
+  void forget(std::string& name) { snapshots_.erase(name); }
+  void next(std::string& name) {
     Rows& rows = *streams_.at(name);
     say(rows.next() ? rows.value(0).text() : "the end");
   }
 
   // Values
 
-  void keep(std::string step) {
+  void keep(std::string& step) {
     const std::string table = takeWord(step), column = takeWord(step);
     at("here").insert(table, {{column, valueOf(step)}});
     say(told(read(at("here"), "select " + column + " from " + table).back()[0]));
   }
-  void wide(std::string step) {
+  void wide(std::string& step) {
     const std::string table = takeWord(step), column = takeWord(step);
     std::string text;
     for (int width = std::stoi(step); width > 0; --width) text += "é";
@@ -200,18 +200,18 @@ class Stores {
     say(step + " are taken");
     at("here").insert(table, {{column, text + "s"}});
   }
-  void kinds(std::string step) {
+  void kinds(std::string& step) {
     for (const auto& row : read(at("here"), "select " + step)) {
       std::string line;
       for (const Value& value : row) line += (line.empty() ? "" : ", ") + told(value);
       say(line);
     }
   }
-  void defaultOf(std::string step) {
+  void defaultOf(std::string& step) {
     const std::string table = takeWord(step);
     say(told(at("here").catalog().find(table)->find(step)->defaultValue));
   }
-  void catalog(std::string) {
+  void catalog(std::string&) {
     const auto listed = [](const auto& tables) {
       std::string all;
       for (const auto& table : tables) {
@@ -228,24 +228,22 @@ class Stores {
 
   // Other processes
 
-  void other(std::string step) {
+  void other(std::string& step) {
     std::strcpy(sharedPage(), step.c_str());
     if (!other_) {
       if (!opened_.empty()) throw std::runtime_error("an open store must not cross a fork");
       other_ = std::make_unique<StoreProcess>([this](StoreProcess::Turns& turns) {
         while (turns.next()) {
-          Transcript script({}, {std::string("times 1 ") + sharedPage()});
-          play(script);
-          std::strcpy(sharedPage(), script.said().substr(script.said().find('\n') + 1).c_str());
+          const std::string steps = std::string("times 1 ") + sharedPage();
+          std::strcpy(sharedPage(), answers(steps, [this](Transcript& script) { play(script); }).c_str());
         }
       });
     }
     other_->turn();
-    std::istringstream in(sharedPage());
-    for (std::string line; std::getline(in >> std::ws, line);) say(line);
+    script_->say(sharedPage());
   }
 
-  void killed(std::string step) {
+  void killed(std::string& step) {
     const auto fault =
         takeWord(step) == "before" ? StoreFaults::Fault::DieBefore : StoreFaults::Fault::DieAfter;
     const int write = std::stoi(takeWord(step));
@@ -260,7 +258,7 @@ class Stores {
 
   // The disk, and what stands on it
 
-  void disk(std::string step) {
+  void disk(std::string& step) {
     static const std::map<std::string, int> codes = {{"full", SQLITE_FULL},
                                                      {"read-only", SQLITE_READONLY},
                                                      {"broken", SQLITE_IOERR_WRITE},
@@ -277,15 +275,15 @@ class Stores {
     disk_->failSyncs(SQLITE_OK);
     disk_->failWrites(codes.at(what), step.empty() ? 0 : std::stoi(step));
   }
-  void sql(std::string step) { tool::Database(path(), tool::Database::Mode::Create).execute(step); }
-  void ask(std::string step) { say(engine_.file.run("SELECT " + step)); }
-  void log(std::string step) {
+  void sql(std::string& step) { tool::Database(path(), tool::Database::Mode::Create).execute(step); }
+  void ask(std::string& step) { say(engine_.file.run("SELECT " + step)); }
+  void log(std::string& step) {
     say(fs::file_size(path() + "-wal") < std::stoul(step) ? "smaller" : "larger");
   }
-  void none(std::string) { fs::remove(path()); }
-  void folder(std::string) { fs::create_directory(path()); }
-  void pipe(std::string) { ::mkfifo(path().c_str(), 0600); }
-  void file(std::string step) {
+  void none(std::string&) { fs::remove(path()); }
+  void folder(std::string&) { fs::create_directory(path()); }
+  void pipe(std::string&) { ::mkfifo(path().c_str(), 0600); }
+  void file(std::string& step) {
     std::ofstream out(path(), std::ios::binary | std::ios::app);
     for (const std::string& word : words(step)) {
       const Value part = valueOf(word);
@@ -293,28 +291,29 @@ class Stores {
       out << std::string(bytes.begin(), bytes.end()) << (part.isText() ? part.text() : "");
     }
   }
-  void cut(std::string step) { fs::resize_file(path(), std::stoul(step)); }
-  void mode(std::string step) {
+  void cut(std::string& step) { fs::resize_file(path(), std::stoul(step)); }
+  void mode(std::string& step) {
     const auto mode = static_cast<mode_t>(std::stoi(takeWord(step), nullptr, 8));
     ::chmod((engine_.file.folder().path() / step).c_str(), mode);
   }
-  void open(std::string) { connect(engine_.file.connectionString()); }
-  void connect(std::string step) {
+  void open(std::string&) { opened(engine_.file.connectionString()); }
+  void connect(std::string& step) { opened(step); }
+  void opened(const std::string& connection) {
     const auto before = engine_.file.folder().contents();
     try {
-      Store::open(step);
+      Store::open(connection);
       say("opens");
     } catch (const StoreError&) {
       if (engine_.file.folder().contents() != before) say("the folder is not as it was");
       throw;
     }
   }
-  void nobody(std::string) {
+  void nobody(std::string&) {
     constexpr uid_t kNobody = 65534;
     if (::geteuid() == 0 && ::setuid(kNobody) != 0) throw std::runtime_error("no other user");
   }
-  void string(std::string step) { string_ = step; }
-  void part(std::string step) { say(ConnectionString(string_).get(step)); }
+  void string(std::string& step) { string_ = step; }
+  void part(std::string& step) { say(ConnectionString(string_).get(step)); }
   std::string path() const { return engine_.file.path().string(); }
 
   Transcript* script_ = nullptr;
