@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -15,71 +17,39 @@ namespace tavoline::test {
 namespace {
 
 /// Every word that a writer may use outside of a quoted name.
-constexpr std::array kWords = {
+const std::set<std::string, std::less<>> kWords = {
     "select", "from",   "where",     "group",  "order",   "by",           "having",    "limit",
     "as",     "and",    "or",        "not",    "is",      "null",         "in",        "between",
     "like",   "escape", "sum",       "count",  "min",     "max",          "symmetric", "cast",
     "double", "desc",   "precision", "nullif", "lower",   "nulls",        "first",     "last",
     "update", "set",    "true",      "false",  "collate", "tavoline_like"};
 
-class Inspection {
- public:
-  explicit Inspection(const sql::Written& written) : text_(written.text), values_(written.values.size()) {}
-
-  void run() {
-    while (at_ < text_.size()) step();
-    if (highest_ != values_) fail("placeholders and values differ in number");
+void inspect(const sql::Written& written) {
+  const std::string& text = written.text;
+  const auto fail = [&](const char* what) { throw std::logic_error(std::string(what) + ": " + text); };
+  const auto behind = [&](const char* signs, std::size_t at) {
+    return std::min(text.find_first_not_of(signs, at), text.size());
+  };
+  std::size_t highest = 0;
+  for (std::size_t at = 0, next = 0; at < text.size(); at = next) {
+    next = at + 1;
+    if (text[at] == '"') {  // doubled within a name, it ends one and begins another
+      next = text.find('"', next) + 1;
+      if (next == 0) fail("a name without end");
+    } else if (text[at] == '?' || text[at] == '$') {
+      next = behind("0123456789", next);
+      highest = std::max(highest, std::stoul(text.substr(at + 1, next - at - 1)));
+    } else if (std::strchr(" .,()=<>+*-/", text[at]) == nullptr) {
+      next = behind("abcdefghijklmnopqrstuvwxyz_", at);
+      const std::string word = text.substr(at, next - at);
+      if (!kWords.contains(word)) fail("a word or a sign that no writer writes");
+      const std::string value = word == "limit" ? " 1" : word == "escape" ? " ''" : "";
+      if (text.compare(next, value.size(), value) != 0) fail("a value in the text");
+      next += value.size();
+    }
   }
-
- private:
-  static bool isDigit(char c) { return c >= '0' && c <= '9'; }
-  static bool isLetter(char c) { return (c >= 'a' && c <= 'z') || c == '_'; }
-
-  [[noreturn]] void fail(const char* what) const { throw std::logic_error(std::string(what) + ": " + text_); }
-
-  void step() {
-    const char c = text_[at_];
-    if (c == '"') return name();
-    if (c == '?' || c == '$') return placeholder();
-    if (isLetter(c)) return word();
-    constexpr std::string_view kSigns = " .,()=<>+-*/";
-    if (kSigns.find(c) == std::string_view::npos) fail("a sign that no writer writes");
-    ++at_;
-  }
-
-  void name() {
-    do {
-      at_ = text_.find('"', at_ + 1);
-      if (at_ == std::string::npos) fail("a name without end");
-      ++at_;
-    } while (at_ < text_.size() && text_[at_] == '"');
-  }
-
-  void placeholder() {
-    std::size_t number = 0;
-    while (++at_ < text_.size() && isDigit(text_[at_]))
-      number = number * 10 + static_cast<std::size_t>(text_[at_] - '0');
-    highest_ = std::max(highest_, number);
-  }
-
-  void word() {
-    const std::size_t start = at_;
-    while (at_ < text_.size() && isLetter(text_[at_])) ++at_;
-    const std::string_view word = std::string_view(text_).substr(start, at_ - start);
-    if (std::find(kWords.begin(), kWords.end(), word) == kWords.end()) fail("a word that no writer writes");
-    if (word == "limit") skip(" 1");
-    if (word == "escape") skip(" ''");
-  }
-
-  void skip(std::string_view expected) {
-    if (text_.compare(at_, expected.size(), expected) != 0) fail("a value in the text");
-    at_ += expected.size();
-  }
-
-  const std::string text_;
-  const std::size_t values_;
-  std::size_t at_ = 0, highest_ = 0;
-};
+  if (highest != written.values.size()) fail("placeholders and values differ in number");
+}
 
 /// The tables of a store, as its schema has them.
 const Catalog& catalog() {
@@ -109,7 +79,7 @@ sql::Parameters parametersFor(const sql::Statement& statement) {
 template <class T>
 void writeBoth(const T& resolved, const sql::Parameters& parameters) {
   for (const sql::Engine* engine : {&sql::sqliteEngine(), &sql::postgresEngine()})
-    Inspection(sql::write(resolved, parameters, *engine)).run();
+    inspect(sql::write(resolved, parameters, *engine));
 }
 
 void run(std::string_view text, std::string_view filterText) {

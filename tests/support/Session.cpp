@@ -134,21 +134,16 @@ void Session::perform(std::string step) {
   });
   watch.start(1);
   static const std::map<std::string, void (Session::*)(std::string&)> verbs = {
-      {"store", &Session::file},      {"sql", &Session::sql},
-      {"stored", &Session::stored},   {"start", &Session::start},
-      {"login", &Session::login},     {"screen", &Session::screen},
-      {"clock", &Session::clock},     {"in", &Session::in},
-      {"tap", &Session::tap},         {"type", &Session::type},
-      {"press", &Session::press},     {"set", &Session::set},
-      {"choose", &Session::choose},   {"focus", &Session::focus},
-      {"over", &Session::over},       {"row", &Session::row},
-      {"answer", &Session::answer},   {"leave", &Session::leave},
-      {"show", &Session::show},       {"disabled", &Session::disabled},
-      {"picture", &Session::picture}, {"grid", &Session::grid},
-      {"tiles", &Session::tiles},     {"data", &Session::data},
-      {"rows", &Session::rows},       {"filters", &Session::filters},
-      {"filter", &Session::filter},   {"locate", &Session::locate},
-      {"edit", &Session::edit}};
+      {"store", &Session::file},      {"sql", &Session::sql},       {"stored", &Session::stored},
+      {"start", &Session::start},     {"login", &Session::login},   {"screen", &Session::screen},
+      {"clock", &Session::clock},     {"in", &Session::in},         {"tap", &Session::tap},
+      {"type", &Session::type},       {"press", &Session::press},   {"set", &Session::set},
+      {"choose", &Session::choose},   {"focus", &Session::focus},   {"over", &Session::over},
+      {"row", &Session::row},         {"answer", &Session::answer}, {"leave", &Session::leave},
+      {"loop", &Session::loop},       {"show", &Session::show},     {"disabled", &Session::disabled},
+      {"picture", &Session::picture}, {"grid", &Session::grid},     {"tiles", &Session::tiles},
+      {"data", &Session::data},       {"rows", &Session::rows},     {"filters", &Session::filters},
+      {"filter", &Session::filter},   {"locate", &Session::locate}, {"edit", &Session::edit}};
   static const std::map<std::string, void (Dataset::*)()> operations = {
       {"reopen", &Dataset::Reopen}, {"insert", &Dataset::Insert}, {"post", &Dataset::Post},
       {"cancel", &Dataset::Cancel}, {"first", &Dataset::First},   {"last", &Dataset::Last}};
@@ -221,8 +216,14 @@ void Session::answer(std::string& text) {
   answers_.push_back(text);
 }
 
-void Session::leave(std::string&) {
-  QApplication::activeWindow()->close();
+void Session::leave(std::string& screen) {
+  (screen.empty() ? QApplication::activeWindow() : Forms::find(screen))->close();
+}
+
+void Session::loop(std::string& step) {
+  QTimer::singleShot(0, MenuF, [this, step] { perform(step); });
+  const int status = QCoreApplication::exec();
+  script_->say("ends with " + std::to_string(status));
 }
 
 void Session::filter(std::string& rest) {

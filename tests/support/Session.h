@@ -36,7 +36,8 @@ namespace tavoline {
 ///     choose LIST KEY        a row of a look-up list
 ///     row GRID NUMBER        a click on a row, from 0
 ///     answer TEXT            to the next question or file box; a box without one is answered "Non"
-///     leave                  closes the window in front by the window's own means
+///     leave [SCREEN]         closes a window, the one in front, by the window's own means
+///     loop STEP              takes a step in the event loop that the process runs in, and says how that ends
 ///     show CONTROL...        what each holds, and its state; `disabled SCREEN` all that is disabled there;
 ///                            `focus` where the keyboard is
 ///     grid GRID, tiles PANEL their rows and tiles
@@ -68,7 +69,7 @@ class Session {
   std::string ask(const std::string& text);
   using Step = void(std::string& rest);
   Step file, sql, stored, start, login, screen, clock, in, tap, type, press, set, choose, focus, over, row,
-      answer, leave, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate, edit;
+      answer, leave, loop, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate, edit;
 
   QObject* find(const std::string& name) const;
   template <class T>

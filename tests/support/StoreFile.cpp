@@ -1,6 +1,5 @@
 #include "support/StoreFile.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -14,6 +13,11 @@ namespace tavoline::test {
 
 namespace fs = std::filesystem;
 
+std::string bytesOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
 TemporaryFolder::TemporaryFolder() {
   std::string name = (fs::temp_directory_path() / "tavoline-XXXXXX").string();
   if (!::mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
@@ -25,17 +29,10 @@ TemporaryFolder::~TemporaryFolder() {
   fs::remove_all(path_, ignored);
 }
 
-std::vector<std::pair<std::string, std::string>> TemporaryFolder::contents() const {
-  std::vector<std::pair<std::string, std::string>> found;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_)) {
-    std::string bytes;
-    if (entry.is_regular_file()) {
-      std::ifstream in(entry.path(), std::ios::binary);
-      bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
-    found.emplace_back(fs::relative(entry.path(), path_).string(), std::move(bytes));
-  }
-  std::sort(found.begin(), found.end());
+std::map<std::string, std::string> TemporaryFolder::contents() const {
+  std::map<std::string, std::string> found;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_))
+    found[fs::relative(entry.path(), path_)] = entry.is_regular_file() ? bytesOf(entry.path()) : "";
   return found;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@
 #include "data/store/Store.h"
 
 namespace tavoline::test {
+
+/// The bytes of a file; none if it cannot be read.
+std::string bytesOf(const std::filesystem::path& file);
 
 /// A folder that goes when the test ends.
 class TemporaryFolder {
@@ -20,7 +24,7 @@ class TemporaryFolder {
 
   const std::filesystem::path& path() const { return path_; }
   /// Names and bytes of all that stands in it: equal before and after where nothing may be touched.
-  std::vector<std::pair<std::string, std::string>> contents() const;
+  std::map<std::string, std::string> contents() const;
 
  private:
   std::filesystem::path path_;

@@ -1,9 +1,9 @@
 #include "support/StoreProcess.h"
 
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <exception>
 #include <iostream>
@@ -13,22 +13,17 @@ namespace tavoline::test {
 
 namespace {
 
-std::array<int, 2> makePipe() {
-  std::array<int, 2> ends{};
-  if (::pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
-  return ends;
-}
-
-bool receive(int pipe) {
+bool receive(int line) {
   char byte = 0;
   ssize_t got = 0;
-  do got = ::read(pipe, &byte, 1);
+  do got = ::read(line, &byte, 1);
   while (got < 0 && errno == EINTR);
   return got == 1;
 }
 
-bool send(int pipe) {
-  return ::write(pipe, "+", 1) == 1;
+// Where the other end has gone, it fails and raises no signal.
+bool send(int line) {
+  return ::send(line, "+", 1, MSG_NOSIGNAL) == 1;
 }
 
 // The body of a forked process: it must never return into the test program.
@@ -53,42 +48,38 @@ int waitFor(pid_t pid) {
 }  // namespace
 
 bool StoreProcess::Turns::next() {
-  return send(out_) && receive(in_);
+  return send(line_) && receive(line_);
 }
 
 StoreProcess::StoreProcess(const std::function<void(Turns&)>& body) {
-  const auto there = makePipe(), back = makePipe();
+  int ends[2];
+  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0) throw std::runtime_error("no line");
   pid_ = ::fork();
   if (pid_ < 0) throw std::runtime_error("no process");
-  if (pid_ == 0) {
-    ::close(there[1]);
-    ::close(back[0]);
-    Turns turns(there[0], back[1]);
+  ::close(ends[pid_ == 0 ? 1 : 0]);
+  line_ = ends[pid_ == 0 ? 0 : 1];
+  if (pid_ == 0)
     runAndLeave([&] {
+      Turns turns(line_);
       body(turns);
-      send(back[1]);
+      send(line_);
     });
-  }
-  ::close(there[0]);
-  ::close(back[1]);
-  toOther_ = there[1];
-  fromOther_ = back[0];
   waitForTurn();
 }
 
 StoreProcess::~StoreProcess() {
-  ::close(toOther_);
+  ::shutdown(line_, SHUT_WR);
   waitFor(pid_);
-  ::close(fromOther_);
+  ::close(line_);
 }
 
 void StoreProcess::turn() {
-  if (!send(toOther_)) throw std::runtime_error("the other process has gone");
+  if (!send(line_)) throw std::runtime_error("the other process has gone");
   waitForTurn();
 }
 
 void StoreProcess::waitForTurn() {
-  if (!receive(fromOther_)) throw std::runtime_error("the other process failed");
+  if (!receive(line_)) throw std::runtime_error("the other process failed");
 }
 
 int runElsewhere(const std::function<void()>& body) {

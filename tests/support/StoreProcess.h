@@ -13,12 +13,12 @@ class StoreProcess {
   /// The other process's side of the turns.
   class Turns {
    public:
-    Turns(int in, int out) : in_(in), out_(out) {}
+    explicit Turns(int line) : line_(line) {}
     /// Ends this turn and waits for the next one; false when the test wants no more.
     bool next();
 
    private:
-    int in_, out_;
+    int line_;
   };
 
   /// Runs `body` in another process, up to its first `next` or its end.
@@ -35,7 +35,7 @@ class StoreProcess {
   void waitForTurn();
 
   pid_t pid_ = 0;
-  int toOther_ = -1, fromOther_ = -1;
+  int line_ = -1;
 };
 
 /// Runs `body` in another process and gives its exit status as waitpid tells it; 0 if it came to its end.

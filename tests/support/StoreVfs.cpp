@@ -15,32 +15,22 @@ struct Disk {
   sqlite3_io_methods methods{};
   int writeCode = SQLITE_OK, syncCode = SQLITE_OK;
   int writesLeft = 0;
-  int refused = 0, syncs = 0;
+  int syncs = 0;
   bool skipsWaiting = false;
   std::function<void()> whenWaiting;
 };
 Disk disk;
 
-// A file of the real disk stands behind this head, in the same block of memory.
-struct File {
-  sqlite3_file head;
-  sqlite3_file* behind() { return reinterpret_cast<sqlite3_file*>(this + 1); }
-};
-
+// The file of the real disk, which stands behind this head in the same block of memory.
 sqlite3_file* behind(sqlite3_file* file) {
-  return reinterpret_cast<File*>(file)->behind();
-}
-
-int refuse(int code) {
-  ++disk.refused;
-  return code;
+  return file + 1;
 }
 
 // SQLITE_OK while the disk is well.
 int writeVerdict() {
   if (disk.writeCode == SQLITE_OK) return SQLITE_OK;
   if (disk.writesLeft > 0) return --disk.writesLeft, SQLITE_OK;
-  return refuse(disk.writeCode);
+  return disk.writeCode;
 }
 
 int write(sqlite3_file* file, const void* bytes, int count, sqlite3_int64 at) {
@@ -54,7 +44,7 @@ int truncate(sqlite3_file* file, sqlite3_int64 size) {
 }
 
 int sync(sqlite3_file* file, int flags) {
-  if (disk.syncCode != SQLITE_OK) return refuse(disk.syncCode);
+  if (disk.syncCode != SQLITE_OK) return disk.syncCode;
   ++disk.syncs;
   return behind(file)->pMethods->xSync(behind(file), flags);
 }
@@ -105,7 +95,7 @@ void install() {
   disk.shim = *disk.real;
   disk.shim.zName = "tavoline-faults";
   disk.shim.pNext = nullptr;
-  disk.shim.szOsFile = static_cast<int>(sizeof(File)) + disk.real->szOsFile;
+  disk.shim.szOsFile = static_cast<int>(sizeof(sqlite3_file)) + disk.real->szOsFile;
   disk.shim.xOpen = openFile;
   disk.shim.xSleep = wait;
 }
@@ -143,10 +133,6 @@ void StoreVfs::skipWaiting() {
 
 void StoreVfs::whenWaiting(std::function<void()> then) {
   disk.whenWaiting = std::move(then);
-}
-
-int StoreVfs::refused() const {
-  return disk.refused;
 }
 
 int StoreVfs::syncs() const {

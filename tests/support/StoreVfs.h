@@ -21,8 +21,7 @@ class StoreVfs {
   void skipWaiting();
   /// Calls `then`, once, when SQLite first waits for another process.
   void whenWaiting(std::function<void()> then);
-  int refused() const;  ///< How many calls have failed so far.
-  int syncs() const;    ///< How many times a file was forced to the disk so far.
+  int syncs() const;  ///< How many times a file was forced to the disk so far.
 };
 
 }  // namespace tavoline::test

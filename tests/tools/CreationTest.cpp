@@ -23,12 +23,12 @@ using Creation = ToolTest;
 TEST_F(Creation, ANameTakenMeanwhileIsNotReplaced) {
   const auto fill = [&](Database&) { std::ofstream(file()) << "another's"; };
   EXPECT_THROW(createStore(file(), "secret", fill), StoreError);
-  EXPECT_EQ(bytes(file()), "another's");
-  EXPECT_EQ(content().size(), 1U);
+  EXPECT_EQ(test::bytesOf(file()), "another's");
+  EXPECT_EQ(folder.contents().size(), 1U);
 
   fs::create_symlink("nowhere", file("link"));
   EXPECT_EQ(tool({"create", file("link")}), 1);
-  EXPECT_EQ(content().size(), 2U);
+  EXPECT_EQ(folder.contents().size(), 2U);
 }
 
 TEST_F(Creation, AFailureLeavesNothing) {
@@ -38,7 +38,7 @@ TEST_F(Creation, AFailureLeavesNothing) {
       createStore(file(), "secret",
                   [](Database& database) { database.execute("INSERT INTO type (code) VALUES (1), (1)"); }),
       StoreError);
-  EXPECT_THAT(content(), IsEmpty());
+  EXPECT_THAT(folder.contents(), IsEmpty());
 }
 
 TEST_F(Creation, AKilledToolLeavesNothingUnderTheName) {
@@ -56,7 +56,7 @@ TEST_F(Creation, AKilledToolLeavesNothingUnderTheName) {
   ASSERT_TRUE(WIFSIGNALED(status));
   EXPECT_FALSE(fs::exists(file()));
   EXPECT_EQ(tool({"create", file()}), 0) << said;
-  EXPECT_EQ(content().size(), 1U) << "the next run clears what was left";
+  EXPECT_EQ(folder.contents().size(), 1U) << "the next run clears what was left";
 }
 
 TEST_F(Creation, ABackupAndACheckHoldWhatIsCommittedWhileAWorkstationWrites) {
@@ -64,10 +64,10 @@ TEST_F(Creation, ABackupAndACheckHoldWhatIsCommittedWhileAWorkstationWrites) {
   Database workstation(file(), Database::Mode::Create);
   workstation.execute("INSERT INTO type (code, Type_Produit) VALUES (1, 'Boissons')");
   workstation.execute("BEGIN IMMEDIATE; INSERT INTO type (code, Type_Produit) VALUES (2, 'Glaces')");
-  const std::string store = bytes(file()), log = bytes(file() + "-wal");
+  const std::string store = test::bytesOf(file()), log = test::bytesOf(file() + "-wal");
   ASSERT_EQ(tool({"backup", file(), file("copy.mdb")}), 0) << said;
   EXPECT_EQ(tool({"check", file()}), 0) << said;
-  EXPECT_EQ(bytes(file()) + bytes(file() + "-wal"), store + log);
+  EXPECT_EQ(test::bytesOf(file()) + test::bytesOf(file() + "-wal"), store + log);
   workstation.execute("COMMIT");
 
   EXPECT_EQ(ask(file("copy.mdb"), "SELECT group_concat(Type_Produit) FROM type"), "Boissons");

@@ -4,10 +4,12 @@
 //     tavoline-store ARGUMENTS   says what it says, and its exit status unless that is 0
 //     quietly ARGUMENTS          the same, where only its success counts
 //     on FILE                    the store of the next steps, as any SQLite tool opens it
-//     sql STATEMENTS             runs them; ask SELECT says its rows, way SELECT the tables and indexes of
-//     its plan whole                      BDD.mdb is a whole store with a history of 300 orders write FILE
-//     TEXT, folder NAME changed                    the files that came, went or changed since it was asked
-//     before
+//     sql STATEMENTS             runs them
+//     ask SELECT, way SELECT     says its rows; the tables and indexes of its plan
+//     whole                      BDD.mdb is a whole store with a history of 300 orders
+//     rules FILE                 how many queries of a file find nothing, as they should
+//     write FILE TEXT, folder NAME
+//     changed                    the files that came, went or changed since it was asked before
 
 #include "support/Transcript.h"
 #include "tests/tools/ToolFixture.h"
@@ -51,7 +53,7 @@ class Tool : public ToolTest {
       Generation generation;
       generation.orders = 300;
       createGenerated("whole.mdb", generation);
-      return bytes("whole.mdb");
+      return test::bytesOf("whole.mdb");
     }();
     fs::remove("whole.mdb");
     std::ofstream("BDD.mdb", std::ios::binary) << bytesOfIt;
@@ -72,7 +74,7 @@ class Tool : public ToolTest {
   }
 
   void changed() {
-    auto now = content();
+    auto now = folder.contents();
     bool any = false;
     for (const auto& [name, text] : now)
       if (!before_.contains(name) || before_[name] != text) script_.say(name), any = true;

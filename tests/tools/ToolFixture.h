@@ -4,8 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -42,19 +40,6 @@ class ToolTest : public testing::Test {
 
   static std::string ask(const std::string& path, const std::string& sql) {
     return Database(path, Database::Mode::Observe).text(sql);
-  }
-
-  static std::string bytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
-
-  /// Every file of the folder with its content.
-  std::map<std::string, std::string> content() const {
-    std::map<std::string, std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-      files[entry.path().filename()] = entry.is_regular_file() ? bytes(entry.path()) : std::string();
-    return files;
   }
 
   const test::TemporaryFolder folder;
