@@ -8,17 +8,8 @@
 
 namespace tavoline::test {
 
-/// What one write asks of the store, as it goes over a pipe to who will check it.
-struct Write {
-  enum class Kind { Insert, Update, Erase };
-  Kind kind = Kind::Update;
-  std::string table;
-  RowId row = 0;  ///< 0 for an insert that is not acknowledged yet.
-  /// Columns and their values, as the engine writes a literal.
-  std::vector<std::pair<std::string, std::string>> fields;
-};
-
-/// A store that tells a pipe of every write: before it is asked for, and once it is acknowledged or refused.
+/// A store that tells a pipe of every write: as a statement before it is asked for, and once it is
+/// acknowledged or refused.
 class Journal : public PassingStore {
  public:
   Journal(std::shared_ptr<Store> inner, int pipe) : PassingStore(std::move(inner)), pipe_(pipe) {}
@@ -27,7 +18,7 @@ class Journal : public PassingStore {
   void passWrite(const Request& request, const std::function<RowId()>& pass) override;
 
  private:
-  std::string literals(const Request& request) const;
+  std::string statement(const Request& request) const;
 
   int pipe_;
 };
@@ -38,17 +29,16 @@ class JournalReader {
   /// Takes bytes as they came from the pipe; a line cut short by the writer's death counts for nothing.
   void take(std::string_view bytes);
 
-  std::vector<Write> acknowledged;
+  std::vector<std::string> acknowledged;
   /// One of these may have been done. A refused write is among them: a disk that could not keep it may hold
   /// it all the same, and only the next write goes over it.
-  std::vector<Write> uncertain;
+  std::vector<std::string> uncertain;
   bool diedWriting() const { return underWay_; }
   std::size_t refused = 0;     ///< Writes that the store did not do.
   std::size_t afterwards = 0;  ///< Acknowledged ones that came straight behind a refused one.
 
  private:
   void line(const std::string& text);
-  void answer(const std::vector<std::string>& parts);
   std::string rest_;
   bool underWay_ = false, lastRefused_ = false;
 };

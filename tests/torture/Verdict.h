@@ -7,20 +7,18 @@
 
 namespace tavoline::test {
 
-/// The store before a run: how many rows each table has, and its highest row number.
-struct Counts {
-  struct Table {
-    std::string name;
-    long long rows = 0, highest = 0;
-  };
-  std::vector<Table> tables;
+/// A copy of a store on which what the journal tells is done again.
+class Witness {
+ public:
+  explicit Witness(std::string store);
 
-  static Counts of(const std::string& path);
+  /// Compares the store with the copy, row by row: every acknowledged write is there, the one under way is
+  /// there whole or not at all, and nothing else. The tables that differ; none is well, and then the copy is
+  /// as the store for another run.
+  std::vector<std::string> verdict(const JournalReader& journal);
+
+ private:
+  std::string store_, copy_;
 };
-
-/// Compares the store with what the journal tells: every acknowledged write is there, the one under way is
-/// there whole or not at all, nothing else changed in number. One sentence for each thing wrong; none is
-/// well.
-std::vector<std::string> verdict(const std::string& path, const Counts& before, const JournalReader& journal);
 
 }  // namespace tavoline::test
