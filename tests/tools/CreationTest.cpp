@@ -16,7 +16,6 @@ namespace tavoline::tool {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using Creation = ToolTest;
 
@@ -57,47 +56,6 @@ TEST_F(Creation, AKilledToolLeavesNothingUnderTheName) {
   EXPECT_FALSE(fs::exists(file()));
   EXPECT_EQ(tool({"create", file()}), 0) << said;
   EXPECT_EQ(folder.contents().size(), 1U) << "the next run clears what was left";
-}
-
-TEST_F(Creation, ABackupAndACheckHoldWhatIsCommittedWhileAWorkstationWrites) {
-  ASSERT_EQ(tool({"create", file()}), 0);
-  Database workstation(file(), Database::Mode::Create);
-  workstation.execute("INSERT INTO type (code, Type_Produit) VALUES (1, 'Boissons')");
-  workstation.execute("BEGIN IMMEDIATE; INSERT INTO type (code, Type_Produit) VALUES (2, 'Glaces')");
-  const std::string store = test::bytesOf(file()), log = test::bytesOf(file() + "-wal");
-  ASSERT_EQ(tool({"backup", file(), file("copy.mdb")}), 0) << said;
-  EXPECT_EQ(tool({"check", file()}), 0) << said;
-  EXPECT_EQ(test::bytesOf(file()) + test::bytesOf(file() + "-wal"), store + log);
-  workstation.execute("COMMIT");
-
-  EXPECT_EQ(ask(file("copy.mdb"), "SELECT group_concat(Type_Produit) FROM type"), "Boissons");
-  EXPECT_EQ(ask(file(), "SELECT count(*) FROM type"), "2");
-  EXPECT_EQ(tool({"check", file("copy.mdb")}), 0) << said;
-  EXPECT_FALSE(fs::exists(file("copy.mdb-wal")));
-}
-
-TEST_F(Creation, ACheckFindsDamagedPagesAndOtherSystemsFiles) {
-  ASSERT_EQ(tool({"generate", file(), "--orders", "300"}), 0);
-  std::fstream store(file(), std::ios::binary | std::ios::in | std::ios::out);
-  store.seekp(static_cast<std::streamoff>(fs::file_size(file()) / 2 / 4096 * 4096));
-  store << std::string(4096, '\xff');
-  store.close();
-  EXPECT_EQ(tool({"check", file()}), 1);
-  EXPECT_THAT(said, HasSubstr("abîmé"));
-
-  std::ofstream(file("jet"), std::ios::binary) << std::string("\0\1\0\0Standard Jet DB\0", 20);
-  EXPECT_EQ(tool({"check", file("jet")}), 1);
-  EXPECT_THAT(said, HasSubstr("Jet"));
-}
-
-TEST_F(Creation, TheSeedDecidesTheHistory) {
-  const auto history = [&](const std::string& name, const char* seed) {
-    EXPECT_EQ(tool({"generate", file(name), "--orders", "60", "--seed", seed}), 0) << said;
-    return ask(file(name), "SELECT group_concat(date_commande || tcc) FROM commande");
-  };
-  const std::string first = history("1", "4");
-  EXPECT_EQ(history("2", "4"), first);
-  EXPECT_NE(history("3", "5"), first);
 }
 
 // What the tests make for themselves is what the tool makes.

@@ -4,13 +4,15 @@
 //     tavoline-store ARGUMENTS   says what it says, and its exit status unless that is 0
 //     quietly ARGUMENTS          the same, where only its success counts
 //     on FILE                    the store of the next steps, as any SQLite tool opens it
-//     sql STATEMENTS             runs them
-//     ask SELECT, way SELECT     says its rows; the tables and indexes of its plan
-//     whole                      BDD.mdb is a whole store with a history of 300 orders
-//     rules FILE                 how many queries of a file find nothing, as they should
-//     write FILE TEXT, folder NAME
-//     changed                    the files that came, went or changed since it was asked before
+//     sql STATEMENTS             runs them; workstation STATEMENTS on BDD.mdb, by one connection that stays
+//     open ask SELECT, way SELECT     says its rows; the tables and indexes of its plan whole BDD.mdb is a
+//     whole store with a history of 300 orders rules FILE                 how many queries of a file find
+//     nothing, as they should write FILE TEXT, bytes FILE BYTES, folder NAME spoil FILE overwrites the page
+//     in its middle changed                    the files that came, went or changed since it was asked before
 
+#include <optional>
+
+#include "support/Literals.h"
 #include "support/Transcript.h"
 #include "tests/tools/ToolFixture.h"
 #include "tools/store/demo/Demo.h"
@@ -33,6 +35,9 @@ class Tool : public ToolTest {
     if (verb == "whole") return whole();
     if (verb == "rules") return rules(step);
     if (verb == "changed") return changed();
+    if (verb == "workstation") return workstation(step);
+    if (verb == "bytes") return bytes(test::takeWord(step), step);
+    if (verb == "spoil") return spoil(step);
     if (verb == "folder") return void(fs::create_directory(step));
     if (verb == "on") return void(store_ = step);
     if (verb == "sql") return plant(store_, step);
@@ -73,6 +78,22 @@ class Tool : public ToolTest {
     script_.say(std::to_string(kept) + " rules are kept");
   }
 
+  void workstation(const std::string& statements) {
+    if (!workstation_) workstation_.emplace("BDD.mdb", Database::Mode::Create);
+    workstation_->execute(statements);
+  }
+
+  static void bytes(const std::string& name, const std::string& word) {
+    const SharedBytes bytes = test::valueOf(word).toBytes();
+    std::ofstream(name, std::ios::binary) << std::string(bytes->begin(), bytes->end());
+  }
+
+  static void spoil(const std::string& name) {
+    std::fstream store(name, std::ios::binary | std::ios::in | std::ios::out);
+    store.seekp(static_cast<std::streamoff>(fs::file_size(name) / 2 / 4096 * 4096));
+    store << std::string(4096, '\xff');
+  }
+
   void changed() {
     auto now = folder.contents();
     bool any = false;
@@ -94,6 +115,7 @@ class Tool : public ToolTest {
 
   test::Transcript& script_;
   std::string store_ = "BDD.mdb";
+  std::optional<Database> workstation_;
   std::map<std::string, std::string> before_;
 };
 

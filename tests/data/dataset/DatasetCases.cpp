@@ -13,6 +13,7 @@
 //     row FIELD...               state and current row; eof and bof where they hold
 //     walk FIELD                 what a walk from First to the end shows
 //     count, counted, count on N how many records there are, or are known so far; counts on
+//     locate FIELD VALUE         whether it goes to the first row that has this
 //     record N FIELD             a field of a record by its number
 //     stored                     the places in the store
 //     written, heard             whether anything was written, or told to controls, since that was asked
@@ -102,6 +103,8 @@ class Played : public DatasetTest {
     if (verb == "param") return put(rows_->ParamByName(test::takeWord(step)), step);
     if (verb == "count" && !step.empty()) return void(rows_->CountOn(std::stoul(step.substr(3))));
     if (verb == "count") return tell(std::to_string(rows_->RecordCount()));
+    if (verb == "locate")
+      return tell(rows_->Locate(test::takeWord(step), test::valueOf(step)) ? "yes" : "no");
     if (verb == "counted") return tell(std::to_string(rows_->RecordsCounted()));
     if (verb == "record") return record(std::stoul(test::takeWord(step)), step);
     if (verb == "heard") return tell(std::exchange(ear_.events, 0) ? "yes" : "no");
@@ -132,6 +135,9 @@ class Played : public DatasetTest {
   template <class Place>
   void put(Place&& place, const std::string& value) {
     place = test::valueOf(value);
+  }
+  void locate(const std::string& field, const std::string& value) {
+    tell(rows_->Locate(field, test::valueOf(value)) ? "yes" : "no");
   }
   void record(std::size_t number, const std::string& field) {
     tell(rows_->ValueAt(number, static_cast<std::size_t>(rows_->ColumnIndex(field))).text());
