@@ -40,9 +40,10 @@ std::string Journal::statement(const Request& request) const {
     const ColumnInfo* column = info ? info->find(name) : nullptr;
     if (!column) throw std::runtime_error("no column " + request.table + '.' + name);
     const std::string comma = names.empty() ? "" : ", ", known = literal(value.as(column->type));
-    names += comma + '"' + column->name + '"';
+    const std::string quoted = comma + '"' + column->name + '"';
+    names += quoted;
     values += comma + known;
-    assignments += comma + '"' + column->name + "\" = " + known;
+    assignments += quoted + " = " + known;
   }
   const std::string table = '"' + request.table + '"', row = " WHERE rid = " + std::to_string(request.row);
   switch (request.kind) {

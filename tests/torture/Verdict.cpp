@@ -20,8 +20,8 @@ std::map<std::string, std::string> contents(const Database& store) {
     for (const schema::Column& column : table.columns)
       row.append(" || ' ' || quote(\"").append(column.name).append("\")");
     const std::string name(table.name);
-    found[name] = store.text("SELECT group_concat(line, char(10)) FROM (SELECT " + row + " AS line FROM \"" +
-                             name + "\" ORDER BY rid)");
+    std::string lines = "SELECT " + row + " AS line FROM \"" + name + "\" ORDER BY rid";
+    found[name] = store.text("SELECT group_concat(line, char(10)) FROM (" + lines + ")");
   }
   return found;
 }
@@ -31,7 +31,11 @@ std::vector<std::string> differences(const std::string& store, const Database& c
   std::vector<std::string> wrong;
   for (const auto& [table, rows] : contents(copy))
     if (found.at(table) != rows)
-      wrong.push_back(table + " should be:\n" + rows + "\nand is:\n" + found.at(table));
+      wrong.emplace_back(table)
+          .append(" should be:\n")
+          .append(rows)
+          .append("\nand is:\n")
+          .append(found.at(table));
   return wrong;
 }
 
@@ -45,7 +49,7 @@ Witness::Witness(std::string store) : store_(std::move(store)), copy_(store_ + "
 std::vector<std::string> Witness::verdict(const JournalReader& journal) {
   const Database copy(copy_, Database::Mode::Create);
   for (const std::string& write : journal.acknowledged) copy.execute(write);
-  const std::vector<std::string> wrong = differences(store_, copy);
+  std::vector<std::string> wrong = differences(store_, copy);
   if (wrong.empty()) return wrong;
   for (const std::string& open : journal.uncertain) {
     copy.execute("BEGIN");

@@ -13,6 +13,7 @@
 //     row FIELD...               state and current row; eof and bof where they hold
 //     walk FIELD                 what a walk from First to the end shows
 //     count, counted, count on N how many records there are, or are known so far; counts on
+//     to N                       goes to a record by its number
 //     locate FIELD VALUE         whether it goes to the first row that has this
 //     record N FIELD             a field of a record by its number
 //     stored                     the places in the store
@@ -103,8 +104,8 @@ class Played : public DatasetTest {
     if (verb == "param") return put(rows_->ParamByName(test::takeWord(step)), step);
     if (verb == "count" && !step.empty()) return void(rows_->CountOn(std::stoul(step.substr(3))));
     if (verb == "count") return tell(std::to_string(rows_->RecordCount()));
-    if (verb == "locate")
-      return tell(rows_->Locate(test::takeWord(step), test::valueOf(step)) ? "yes" : "no");
+    if (verb == "locate") return locate(test::takeWord(step), step);
+    if (verb == "to") return void(rows_->MoveTo(std::stoul(step)));
     if (verb == "counted") return tell(std::to_string(rows_->RecordsCounted()));
     if (verb == "record") return record(std::stoul(test::takeWord(step)), step);
     if (verb == "heard") return tell(std::exchange(ear_.events, 0) ? "yes" : "no");
