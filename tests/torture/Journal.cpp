@@ -43,7 +43,7 @@ std::string Journal::statement(const Request& request) const {
     const std::string quoted = comma + '"' + column->name + '"';
     names += quoted;
     values += comma + known;
-    assignments += quoted + " = " + known;
+    assignments.append(quoted).append(" = ").append(known);
   }
   const std::string table = '"' + request.table + '"', row = " WHERE rid = " + std::to_string(request.row);
   switch (request.kind) {

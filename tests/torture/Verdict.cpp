@@ -16,12 +16,11 @@ using tool::Database;
 std::map<std::string, std::string> contents(const Database& store) {
   std::map<std::string, std::string> found;
   for (const schema::Table& table : schema::tables()) {
-    std::string row = "rid";
+    std::string lines = "SELECT rid";
     for (const schema::Column& column : table.columns)
-      row.append(" || ' ' || quote(\"").append(column.name).append("\")");
-    const std::string name(table.name);
-    std::string lines = "SELECT " + row + " AS line FROM \"" + name + "\" ORDER BY rid";
-    found[name] = store.text("SELECT group_concat(line, char(10)) FROM (" + lines + ")");
+      lines.append(" || ' ' || quote(\"").append(column.name).append("\")");
+    lines.append(" AS line FROM \"").append(table.name).append("\" ORDER BY rid");
+    found[std::string(table.name)] = store.text("SELECT group_concat(line, char(10)) FROM (" + lines + ")");
   }
   return found;
 }
