@@ -36,7 +36,7 @@ class Cursor {
   /// Counts some `rows` more; whether all are counted.
   virtual bool countOn(std::size_t rows);
   virtual Value valueAt(std::size_t record, std::size_t column) = 0;
-  virtual int record() = 0;  ///< -1 without a current row.
+  virtual int record() = 0;  ///< -1 without a current row, or with one that the filter hides.
   virtual bool moveTo(std::size_t record) = 0;
   virtual bool locate(std::size_t column, const Value& value) = 0;
 
@@ -47,8 +47,8 @@ class Cursor {
 
   virtual bool updatable() const { return false; }
   /// Only on an updatable cursor. Columns are given as (index, value) of what is written; each is durable on
-  /// return, and throws StoreError with nothing changed. The row written is current afterwards, unless the
-  /// filter hides it: then its successor, or else its predecessor.
+  /// return, and throws StoreError with nothing changed. The row written is current afterwards, also where
+  /// the filter hides it, until the position moves; the row behind a deleted one, or else the one before.
   using Written = std::vector<std::pair<std::size_t, Value>>;
   virtual void insert(Store& store, const Written& fields);
   virtual void update(Store& store, const Written& fields);

@@ -46,6 +46,7 @@ void TableCursor::filter(const sql::ExprPtr& filter) {
   list_.reset();
   page_.clear();
   pageSize_ = 0;
+  aside_.reset();
   where_ = Where::Unread;
 }
 
@@ -57,19 +58,31 @@ bool TableCursor::visible(const Row& row) const {
 // -----------------------------------------------------------------------------------------------
 
 bool TableCursor::first() {
+  leaveAside();
   pageSize_ = 0;
   if (loadPage(std::nullopt, true, false)) return true;
   return ownNext(0);
 }
 
 bool TableCursor::last() {
+  leaveAside();
   if (ownPrior(own_.size())) return true;
   pageSize_ = 0;
   return loadPage(std::nullopt, true, true);
 }
 
+void TableCursor::leaveAside() {
+  aside_.reset();
+  if (where_ == Where::Aside) where_ = Where::Unread;
+}
+
 bool TableCursor::next() {
   if (!settle()) return false;
+  if (where_ == Where::Aside) {
+    pageSize_ = 0;
+    if (isOwn(lostRow_)) return ownNext(ownIndex(lostRow_) + 1);
+    return loadPage(Key(lost_), false, false) || ownNext(0);
+  }
   if (where_ == Where::Own) return ownNext(at_ + 1);
   if (at_ + 1 < page_.size()) return ++at_, true;
   if (!pageEnd_ && loadPage(Key(page_[at_].key), false, false)) return true;
@@ -79,8 +92,12 @@ bool TableCursor::next() {
 
 bool TableCursor::prior() {
   if (!settle()) return false;
-  if (where_ == Where::Own) {
-    if (ownPrior(at_)) return true;
+  if (where_ == Where::Aside && !isOwn(lostRow_)) {
+    pageSize_ = 0;
+    return loadPage(Key(lost_), false, true);
+  }
+  if (where_ == Where::Own || where_ == Where::Aside) {
+    if (ownPrior(where_ == Where::Own ? at_ : ownIndex(lostRow_))) return true;
     return loadPage(std::nullopt, true, true);
   }
   if (at_ > 0) return --at_, true;
@@ -102,20 +119,33 @@ bool TableCursor::settle() {
       return at_ < page_.size();
     case Where::Own:
       return at_ < own_.size();
+    case Where::Aside:
+      return true;
   }
   return false;
 }
 
-/// The row itself if it is still there and visible; else the next; else the one before; else none.
+bool TableCursor::isOwn(RowId rid) const {
+  return std::binary_search(own_.begin(), own_.end(), rid);
+}
+
+/// Where an own row stands in `own_`, or would stand.
+std::size_t TableCursor::ownIndex(RowId rid) const {
+  return static_cast<std::size_t>(std::lower_bound(own_.begin(), own_.end(), rid) - own_.begin());
+}
+
+/// The row itself if it is still there, and visible or aside; else the next; else the one before; else none.
 bool TableCursor::settleAfterLoss() {
   const Key key = lost_;
   pageSize_ = 0;
   ownRows();  // drops those that were deleted elsewhere
-  const bool wasOwn =
-      std::binary_search(own_.begin(), own_.end(), lostRow_) || (ceiling_ && lostRow_ > *ceiling_);
-  if (wasOwn) {
-    const auto index =
-        static_cast<std::size_t>(std::lower_bound(own_.begin(), own_.end(), lostRow_) - own_.begin());
+  if (std::exchange(aside_, std::nullopt)) {
+    aside_ = find(lostRow_);
+    if (aside_ && !visible(*aside_)) return where_ = Where::Aside, true;
+    aside_.reset();
+  }
+  if (isOwn(lostRow_) || (ceiling_ && lostRow_ > *ceiling_)) {
+    const std::size_t index = ownIndex(lostRow_);
     return ownNext(index) || ownPrior(index) || loadPage(std::nullopt, true, true);
   }
   return loadPage(key, true, false) || ownNext(0) || loadPage(key, false, true);
@@ -153,6 +183,7 @@ std::vector<TableCursor::Row> TableCursor::ownRows() {
 }
 
 TableCursor::Row& TableCursor::current() {
+  if (where_ == Where::Aside) return *aside_;
   if (where_ == Where::Own) {
     ownRows();
     return ownRead_.at(own_.at(at_));
@@ -206,7 +237,10 @@ void TableCursor::refresh(std::shared_ptr<const Snapshot> newer) {
     const Value rid = rows->next() ? rows->value(0) : Value();
     ceiling_ = rid.isNull() ? 0 : rid.toInteger();
   }
-  if (where_ == Where::Page || where_ == Where::Own) {
+  if (where_ == Where::Aside) {
+    where_ = Where::Lost;
+  } else if (where_ == Where::Page || where_ == Where::Own) {
+    aside_.reset();
     if (settle()) {
       lost_ = current().key;
       lostRow_ = current().rid;
@@ -270,7 +304,7 @@ void TableCursor::update(Store& store, const Written& fields) {
     row.unread[column] = false;
   }
   current() = row;
-  if (where_ == Where::Own)
+  if (isOwn(row.rid))
     ownRead_[row.rid] = row;
   else
     changes_[row.rid] = Change{row, row.key};
@@ -281,29 +315,41 @@ void TableCursor::erase(Store& store) {
   const Row row = current();
   store.erase(table_, row.rid);
   unlist(row.rid);
-  if (where_ == Where::Own) {
-    own_.erase(own_.begin() + static_cast<std::ptrdiff_t>(at_));
+  aside_.reset();
+  if (isOwn(row.rid)) {
+    const std::size_t index = ownIndex(row.rid);
+    own_.erase(own_.begin() + static_cast<std::ptrdiff_t>(index));
     ownRead_.erase(row.rid);
-    if (!ownNext(at_) && !ownPrior(at_) && !loadPage(std::nullopt, true, true)) where_ = Where::Unread;
+    if (!ownNext(index) && !ownPrior(index) && !loadPage(std::nullopt, true, true)) where_ = Where::Unread;
     return;
   }
   changes_[row.rid] = Change{std::nullopt, row.key};
-  page_.erase(page_.begin() + static_cast<std::ptrdiff_t>(at_));
-  if (at_ < page_.size()) return;
+  if (where_ == Where::Page) {
+    page_.erase(page_.begin() + static_cast<std::ptrdiff_t>(at_));
+    if (at_ < page_.size()) return;
+  }
   pageSize_ = 0;
   page_.clear();
   if (!loadPage(row.key, false, false) && !ownNext(0) && !loadPage(row.key, false, true))
     where_ = Where::Unread;
 }
 
-/// The row just written stays current if the filter shows it; otherwise its place is settled when asked for.
+/// The row just written stays current, also where the filter hides it.
 void TableCursor::afterWrite(const Row& row) {
   listRead_.erase(row.rid);
-  if (visible(row)) return;
-  unlist(row.rid);
+  const bool wasAside = where_ == Where::Aside;
+  if (visible(row) && !wasAside) return;
   lost_ = row.key;
   lostRow_ = row.rid;
-  where_ = Where::Lost;
+  if (visible(row)) {
+    aside_.reset();
+    list_.reset();
+    where_ = Where::Lost;
+    return;
+  }
+  unlist(row.rid);
+  aside_ = row;
+  where_ = Where::Aside;
 }
 
 }  // namespace tavoline

@@ -67,12 +67,16 @@ class TableCursor : public Cursor {
     Unread,
     Page,
     Own,
-    Lost
-  };  // Lost: the row at `lost_` may be gone; the next one takes over
+    Lost,  // the row at `lost_` may be gone; the next one takes over
+    Aside  // on `aside_`, between its neighbours
+  };
 
   // TableCursor.cpp: the position
   bool settle();
   bool settleAfterLoss();
+  void leaveAside();
+  bool isOwn(RowId rid) const;
+  std::size_t ownIndex(RowId rid) const;
   Row& current();
   bool ownNext(std::size_t from);
   bool ownPrior(std::size_t from);
@@ -128,6 +132,7 @@ class TableCursor : public Cursor {
   std::size_t at_ = 0;  // in page_, or in own_
   Key lost_;
   RowId lostRow_ = 0;
+  std::optional<Row> aside_;  // the current row, which was written here and which the filter hides
 
   std::optional<RowList> list_;
   std::map<RowId, Row> listRead_;

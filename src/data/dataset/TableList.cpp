@@ -174,7 +174,7 @@ Value TableCursor::valueAt(std::size_t record, std::size_t column) {
 }
 
 int TableCursor::record() {
-  if (!settle()) return -1;
+  if (!settle() || where_ == Where::Aside) return -1;
   const RowId rid = current().rid;
   list();
   auto place = placeOf(rid);

@@ -26,9 +26,10 @@ struct Model {
   /// The first row from `i` on, or backwards, that the filter shows; -1 for none.
   int shown(int i, int step = 1) {
     for (i = std::min(i, step > 0 ? size() : size() - 1); i >= 0 && i < size(); i += step)
-      if (wanted.empty() || (*this)[i].value == wanted) return i;
+      if (shows(i)) return i;
     return -1;
   }
+  bool shows(int i) { return wanted.empty() || (*this)[i].value == wanted; }
   int nth(std::size_t record) {
     int n = shown(0);
     for (; record > 0; --record) n = shown(n + 1);
@@ -102,6 +103,8 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
   }
   void refresh() {
     rows->Refresh();
+    // A row that was written here stays current though the filter hides it, as long as it is there.
+    bool stays = model.at >= 0 && !model.shows(model.at);
     int position = std::max(model.at, 0);
     for (int i = 0; i < model.size();) {
       const auto now = inStore(model[i].id);
@@ -110,9 +113,10 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
         continue;
       }
       model.erase(i);
+      if (i == position) stays = false;
       if (i < position) --position;
     }
-    model.settle(position);
+    stays ? model.move(position) : model.settle(position);
   }
   void filter() {
     const bool wasOn = !model.wanted.empty();
@@ -127,7 +131,7 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
     for (const auto& [name, value] : fields(stored.emplace_back(fresh()))) (*rows)[name] = value;
     rows->Post();
     model.rows.push_back(stored.back());
-    model.settle(model.size() - 1);
+    model.at = model.size() - 1;
   }
   void edit() {
     const std::string value = letter(3);
@@ -138,7 +142,6 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
     }
     write(*rows, value);
     now->value = model.current().value = value;
-    model.settle(model.at);
   }
   void erase() {
     const auto now = inStore(model.current().id);
@@ -175,6 +178,7 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
     model.move(model.shown(model.at - 1, -1));
   }
   void jump() {
+    if (rows->RecordCount() == 0) return;
     const auto record = static_cast<std::size_t>(pick(rows->RecordCount()));
     rows->MoveTo(record);
     model.at = model.nth(record);
