@@ -116,7 +116,8 @@ void TcommandeF::startOrder(const std::string& name) {
   DM->commande.Insert();
   Commande_avnF->Label4->Caption("insert");
   DM->commande["date_commande"] = Clock::now();
-  if (DM->commande.Eof())
+  // A filter left on the orders may show none of them where there are some.
+  if (DM->commande.Eof() && DM->C["C"].isNull())
     DM->commande["n_commande"] = 1;
   else
     DM->commande["n_commande"] = DM->C["C"] + 1;

@@ -79,7 +79,7 @@ void Waiter::reopenOrder() {
 void Waiter::beginOrder() {
   dm_.commande.Insert();
   fill(dm_.commande, {{"date_commande", Clock::now()},
-                      {"n_commande", dm_.commande.Eof() ? Value(1) : dm_.C["C"] + Value(1)},
+                      {"n_commande", dm_.C["C"].isNull() ? Value(1) : dm_.C["C"] + Value(1)},
                       {"n_table", dm_.Table_["id_table"]},
                       {"table", dm_.Table_["table"]},
                       {"login", menu_.login},
