@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <utility>
+
 #include "data/dataset/DatasetFixture.h"
 #include "data/value/Errors.h"
 #include "gestures/Waiter.h"
@@ -54,6 +56,18 @@ TEST_F(DataModule, AStoreThatLacksSomethingNamesIt) {
     EXPECT_THAT(error.what(), testing::HasSubstr("client"));
   }
   EXPECT_EQ(DM, nullptr);
+}
+
+TEST_F(DataModule, AQuietMomentLetsGoOfAVersionWhoseRowsANewerOneShowsToo) {
+  auto held = here->snapshot();
+  TDM dm(here);
+  const std::weak_ptr<const Snapshot> atStart = std::exchange(held, nullptr);
+  here->insert("client", {{"code_client", Value("K1")}});
+  dm.Client.Reopen();
+  dm.imp_facture_vente.Reopen();
+  EXPECT_FALSE(atStart.expired()) << "no dataset held it";
+  dm.Idle();
+  EXPECT_TRUE(atStart.expired());
 }
 
 TEST_F(DataModule, ATapReadsTheRowsOfItsOrderWhateverTheHistory) {
