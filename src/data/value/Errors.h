@@ -2,14 +2,22 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace tavoline {
 
 /// The root of every failure that a user may see. what() is a French sentence in UTF-8 that can be
-/// read out over the telephone: what happened, to what, what to do.
+/// read out over the telephone: what happened, to what, what to do. What only helps whoever mends it (the
+/// engine's own words, a piece of a statement) stands apart from it, in detail().
 class Error : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit Error(const std::string& sentence, std::string detail = {})
+      : std::runtime_error(sentence), detail_(std::move(detail)) {}
+
+  const std::string& detail() const { return detail_; }  ///< Empty where there is none.
+
+ private:
+  std::string detail_;
 };
 
 /// A text that is no number or date, or a value of the wrong kind, where one is needed.
