@@ -39,8 +39,7 @@ void Tliste_commandeF::wireFilters() {
   RzDateTimeEdit1->OnEnter = filter;
   RzDateTimeEdit2->OnEnter = filter;
   RzDBLookupComboBox1->OnEnter = filter;
-  RzDateTimeEdit1->OnChange = [this] { RzDateTimeEdit1Change(); };
-  RzDateTimeEdit2->OnChange = [this] { RzDateTimeEdit2Change(); };
+  dates_.Wire(*this);
   Filtrer->OnClick = [this] { FiltrerClick(); };
   Initialiser->OnClick = [this] { InitialiserClick(); };
 }
@@ -56,24 +55,6 @@ void Tliste_commandeF::wireMenu() {
   runs(AnnulerFiltres, &Tliste_commandeF::AnnulerFiltresClick);
 }
 
-/// The end date follows a start date just chosen.
-void Tliste_commandeF::RzDateTimeEdit1Change() {
-  const auto day = RzDateTimeEdit1->Date();
-  if (!day) return;
-  Label99->Caption(std::to_string(day->day()));
-  Label999->Caption(std::to_string(day->month()));
-  Label9999->Caption(std::to_string(day->year()));
-  RzDateTimeEdit2->Date(*day);
-}
-
-void Tliste_commandeF::RzDateTimeEdit2Change() {
-  const auto day = RzDateTimeEdit2->Date();
-  if (!day) return;
-  Label88->Caption(std::to_string(day->day()));
-  Label888->Caption(std::to_string(day->month()));
-  Label8888->Caption(std::to_string(day->year()));
-}
-
 /// Any combination but these four leaves the filter as it was.
 void Tliste_commandeF::FiltrerClick() {
   const std::string number = RzEdit1->Text();
@@ -85,15 +66,9 @@ void Tliste_commandeF::FiltrerClick() {
   if (number.empty() && start.empty() && !state.empty())
     DM->commande.FilterBy("etat_commande=" + inQuotes(state));
   if (number.empty() && !start.empty() && !state.empty() && !end.empty())
-    DM->commande.FilterBy(datePieces() + "and etat_commande=" + inQuotes(state));
-  if (number.empty() && !start.empty() && state.empty() && !end.empty()) DM->commande.FilterBy(datePieces());
-}
-
-/// The bounds of day and month hold within every year and month; the year is the start's.
-std::string Tliste_commandeF::datePieces() {
-  return "j>=" + inQuotes(Label99->Caption()) + "and j<=" + inQuotes(Label88->Caption()) +
-         "and M>=" + inQuotes(Label999->Caption()) + "and M<=" + inQuotes(Label888->Caption()) +
-         "and A=" + inQuotes(Label9999->Caption()) + "and A<=" + inQuotes(Label8888->Caption());
+    DM->commande.FilterBy(dates_.Pieces() + "and etat_commande=" + inQuotes(state));
+  if (number.empty() && !start.empty() && state.empty() && !end.empty())
+    DM->commande.FilterBy(dates_.Pieces());
 }
 
 void Tliste_commandeF::InitialiserClick() {
@@ -107,8 +82,7 @@ void Tliste_commandeF::AnnulerFiltresClick() {
   DM->commande.Filtered(false);
   RzDBLookupComboBox1->Clear();
   RzEdit1->Clear();
-  RzDateTimeEdit1->Clear();
-  RzDateTimeEdit2->Clear();
+  dates_.Clear();
 }
 
 void Tliste_commandeF::ImprimerClick() {

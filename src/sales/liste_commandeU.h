@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "toolkit/controls/DateEdit.h"
+#include "shell/DateFilter.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_liste_commandeU.h"
 
@@ -20,8 +20,6 @@ class Tliste_commandeF : public TForm, public Ui::liste_commandeF {
   Tliste_commandeF();
   ~Tliste_commandeF() override;
 
-  void RzDateTimeEdit1Change();
-  void RzDateTimeEdit2Change();
   void FiltrerClick();
   void InitialiserClick();
   void AnnulerFiltresClick();
@@ -39,8 +37,9 @@ class Tliste_commandeF : public TForm, public Ui::liste_commandeF {
  private:
   void wireFilters();
   void wireMenu();
-  std::string datePieces();
   std::string ofTheCurrentOrder();
+
+  DateFilter dates_;
 };
 
 extern Tliste_commandeF* liste_commandeF;
