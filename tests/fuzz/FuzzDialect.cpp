@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "data/sql/Lexer.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
@@ -66,13 +67,12 @@ const Catalog& catalog() {
 }
 
 /// Parameters that convert to some types and not to others.
-sql::Parameters parametersFor(const sql::Statement& statement) {
+sql::Parameters parametersFor(std::string_view text) {
   const std::array<Value, 5> kinds = {Value("12"), DateTime::of(2024, 5, 1), Value(3), Value(),
                                       Value("C00%")};
   sql::Parameters parameters;
   std::size_t next = 0;
-  for (const std::string& name : sql::parametersOf(statement))
-    parameters[name] = kinds[next++ % kinds.size()];
+  for (const std::string& name : sql::parametersIn(text)) parameters[name] = kinds[next++ % kinds.size()];
   return parameters;
 }
 
@@ -84,7 +84,7 @@ void writeBoth(const T& resolved, const sql::Parameters& parameters) {
 
 void run(std::string_view text, std::string_view filterText) {
   const sql::Statement statement = sql::parseStatement(text);
-  const sql::Parameters parameters = parametersFor(statement);
+  const sql::Parameters parameters = parametersFor(text);
   if (const auto* update = std::get_if<sql::Update>(&statement))
     return writeBoth(sql::resolve(*update, catalog()), parameters);
 

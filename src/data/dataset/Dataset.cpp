@@ -4,6 +4,7 @@
 
 #include "data/dataset/Cursor.h"
 #include "data/dataset/DataSource.h"
+#include "data/sql/Lexer.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/value/Errors.h"
@@ -28,8 +29,9 @@ void Dataset::Connect(std::shared_ptr<Store> store) {
 void Dataset::prepare() {
   if (prepared_) return;
   if (!store_) throw DatasetError("« " + name_ + " » n'est relié à aucune base de données.");
-  sql::Statement parsed = sql::parseStatement(statement_);
-  inText_ = sql::parametersOf(parsed);
+  if (trimmed(statement_).empty())
+    throw DatasetError("« " + name_ + " » n'a pas d'instruction : il n'y a rien à lire ni à exécuter.");
+  const sql::Statement parsed = sql::parseStatement(statement_);
   if (const auto* select = std::get_if<sql::Select>(&parsed))
     prepared_ = sql::resolve(*select, store_->catalog());
   else
@@ -89,18 +91,14 @@ void Dataset::SQL(std::string text) {
   Close();
   statement_ = std::move(text);
   prepared_.reset();
-}
-
-void Dataset::CommandText(std::string text) {
-  SQL(std::move(text));
-  declared_ = sql::parametersOf(sql::parseStatement(statement_));
+  declared_.clear();
+  parameters_ = {};
 }
 
 Value& Dataset::ParamByName(std::string_view name) {
-  if (!prepared_) inText_ = sql::parametersOf(sql::parseStatement(statement_));
   const auto known = [&](const std::string& p) { return sameName(p, name); };
   if (std::none_of(declared_.begin(), declared_.end(), known) &&
-      std::none_of(inText_.begin(), inText_.end(), known))
+      std::ranges::none_of(sql::parametersIn(statement_), known))
     throw DatasetError("« " + name_ + " » n'a pas de paramètre « " + std::string(name) + " ».");
   return parameters_[std::string(name)];
 }

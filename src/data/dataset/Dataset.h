@@ -78,12 +78,12 @@ class Dataset {
   void Filtered(bool on);
   void FilterBy(std::string text);  ///< Off, text, on.
 
-  /// The statement; setting it on an open dataset closes it. Lines are joined by line ends.
+  /// The statement. Setting it closes the dataset and takes the parameters from the text, null at first. Any
+  /// text will do, an empty one too: it is for Open to refuse it. Lines are joined by line ends.
   const std::string& SQL() const { return statement_; }
   void SQL(std::string text);
-  const std::string& CommandText() const { return statement_; }
-  /// As SQL; the parameters are taken from the new text.
-  void CommandText(std::string text);
+  const std::string& CommandText() const { return SQL(); }  ///< The same.
+  void CommandText(std::string text) { SQL(std::move(text)); }
   sql::Parameters& Parameters() { return parameters_; }
   /// Throws DatasetError for a name that neither the text nor the declaration knows.
   Value& ParamByName(std::string_view name);
@@ -141,12 +141,11 @@ class Dataset {
 
   std::string name_;
   std::string statement_;
-  std::vector<std::string> declared_;
+  std::vector<std::string> declared_;  // parameters that the first text need not have
   sql::Parameters parameters_;
   std::shared_ptr<Store> store_;
 
   std::optional<sql::Statement> prepared_;
-  std::vector<std::string> inText_;  // parameters that the text itself has
   std::unique_ptr<Cursor> cursor_;
   std::vector<sql::Item> columns_;
   std::map<std::string, std::size_t, std::less<>> columnByName_;

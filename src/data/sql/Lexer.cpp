@@ -140,6 +140,18 @@ std::vector<Token> tokens(std::string_view text) {
   return Lexer(text).all();
 }
 
+std::vector<std::string> parametersIn(std::string_view text) try {
+  std::vector<std::string> names;
+  for (Token& token : tokens(text)) {
+    const auto same = [&](const std::string& name) { return sameName(name, token.text); };
+    if (token.kind == TokenKind::Parameter && std::ranges::none_of(names, same))
+      names.push_back(std::move(token.text));
+  }
+  return names;
+} catch (const StatementError&) {
+  return {};
+}
+
 void fault(std::string_view text, const Token& token, std::string_view wanted) {
   constexpr std::size_t kShown = 30;
   constexpr std::size_t kWhole = 120;  // a filter is shown in full, a long statement by its place only

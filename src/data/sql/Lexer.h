@@ -23,6 +23,10 @@ struct Token {
 /// neither does their absence wherever two tokens are told apart by their characters. Throws StatementError.
 std::vector<Token> tokens(std::string_view text);
 
+/// The names of the parameters in a statement, each once, in order of appearance. The text may be unfit to
+/// run: one that cannot be cut has none.
+std::vector<std::string> parametersIn(std::string_view text);
+
 /// Throws StatementError: what was wanted, and the place in `text` (which is what the token was cut from).
 [[noreturn]] void fault(std::string_view text, const Token& token, std::string_view wanted);
 

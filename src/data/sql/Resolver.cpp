@@ -198,30 +198,6 @@ void collectTables(const FromPtr& from, std::vector<std::string>& tables) {
   }
 }
 
-class ParameterNames {
- public:
-  void in(const ExprPtr& expr) {
-    walk(expr, [this](const Expr& part) {
-      if (const auto* parameter = std::get_if<Parameter>(&part.node)) add(parameter->name);
-    });
-  }
-
-  void in(const FromPtr& from) {
-    if (!from->left) return;
-    in(from->left);
-    in(from->right);
-    in(from->on);
-  }
-
-  std::vector<std::string> names;
-
- private:
-  void add(const std::string& name) {
-    const auto same = [&](const std::string& known) { return sameName(known, name); };
-    if (std::none_of(names.begin(), names.end(), same)) names.push_back(name);
-  }
-};
-
 }  // namespace
 
 Select resolve(const Select& select, const Catalog& catalog) {
@@ -250,22 +226,6 @@ std::vector<std::string> tablesOf(const Select& select) {
   std::vector<std::string> tables;
   collectTables(select.from, tables);
   return tables;
-}
-
-std::vector<std::string> parametersOf(const Statement& statement) {
-  ParameterNames found;
-  if (const auto* select = std::get_if<Select>(&statement)) {
-    for (const Item& item : select->items) found.in(item.expr);
-    found.in(select->from);
-    found.in(select->where);
-    for (const ExprPtr& group : select->groupBy) found.in(group);
-    for (const Order& order : select->orderBy) found.in(order.expr);
-  } else {
-    const Update& update = std::get<Update>(statement);
-    for (const Update::Assignment& assignment : update.assignments) found.in(assignment.value);
-    found.in(update.where);
-  }
-  return found.names;
 }
 
 }  // namespace tavoline::sql

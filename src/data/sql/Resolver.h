@@ -29,7 +29,4 @@ bool holds(const ExprPtr& filter, const std::vector<Item>& columns, const std::v
 /// The tables that a resolved statement reads, each once, in the catalog's spelling.
 std::vector<std::string> tablesOf(const Select& select);
 
-/// The names of the parameters of a statement, each once, in order of appearance.
-std::vector<std::string> parametersOf(const Statement& statement);
-
 }  // namespace tavoline::sql

@@ -20,6 +20,7 @@
 #include <map>
 
 #include "data/DMU.h"
+#include "data/sql/Lexer.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
@@ -107,8 +108,7 @@ class Dialect {
 
   void parameters(const std::string& statement) {
     std::string names;
-    for (const std::string& name : sql::parametersOf(sql::parseStatement(statement)))
-      names += (names.empty() ? "" : " ") + name;
+    for (const std::string& name : sql::parametersIn(statement)) names += (names.empty() ? "" : " ") + name;
     script_.say(names);
   }
 
