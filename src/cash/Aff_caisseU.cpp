@@ -13,8 +13,8 @@ TAff_caisseF::TAff_caisseF() : TForm("Aff_caisseF") {
   setWindowFlags(kSystemButtonOnly);
   RzDBLookupComboBox1->OnChange = [this] { RzDBLookupComboBox1Click(); };
   RzDBLookupComboBox2->OnChange = [this] { RzDBLookupComboBox2Click(); };
-  Enregistrer->OnClick = [this] { EnregistrerClick(); };
-  Fermer->OnClick = [this] { FermerClick(); };
+  saves(DM->acce_caisse, *this, Enregistrer, {RzDBLookupComboBox1, RzDBLookupComboBox2});
+  givesUp(DM->acce_caisse, *this, Fermer, {RzDBLookupComboBox1, RzDBLookupComboBox2});
   Ready();
 }
 
@@ -25,18 +25,6 @@ void TAff_caisseF::RzDBLookupComboBox1Click() {
 
 void TAff_caisseF::RzDBLookupComboBox2Click() {
   DBEdit5->Text(DM->utilisateur["nom"].text());
-}
-
-void TAff_caisseF::EnregistrerClick() {
-  if (!mandatory({RzDBLookupComboBox1, RzDBLookupComboBox2})) return;
-  saveEntry(DM->acce_caisse);
-  endEntry(*this);
-}
-
-void TAff_caisseF::FermerClick() {
-  DM->acce_caisse.Cancel();
-  paintRed({RzDBLookupComboBox1, RzDBLookupComboBox2}, false);
-  endEntry(*this);
 }
 
 void TAff_caisseF::FormClose() {

@@ -16,8 +16,6 @@ class TAff_caisseF : public TForm, public Ui::Aff_caisseF {
  private:
   void RzDBLookupComboBox1Click();
   void RzDBLookupComboBox2Click();
-  void EnregistrerClick();
-  void FermerClick();
 };
 
 extern TAff_caisseF* Aff_caisseF;

@@ -10,20 +10,9 @@ TC_caisseF* C_caisseF = nullptr;
 TC_caisseF::TC_caisseF() : TForm("C_caisseF") {
   setupUi(this);
   setWindowFlags(kSystemButtonOnly);
-  Enregistrer->OnClick = [this] { EnregistrerClick(); };
-  Fermer->OnClick = [this] { FermerClick(); };
+  saves(DM->Caisse, *this, Enregistrer, {DBEdit2});
+  givesUp(DM->Caisse, *this, Fermer);  // an input that is red stays red
   Ready();
-}
-
-void TC_caisseF::EnregistrerClick() {
-  if (!mandatory({DBEdit2})) return;
-  saveEntry(DM->Caisse);
-  endEntry(*this);
-}
-
-void TC_caisseF::FermerClick() {
-  DM->Caisse.Cancel();
-  endEntry(*this);
 }
 
 }  // namespace tavoline

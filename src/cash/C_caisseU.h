@@ -9,10 +9,6 @@ namespace tavoline {
 class TC_caisseF : public TForm, public Ui::C_caisseF {
  public:
   TC_caisseF();
-
- private:
-  void EnregistrerClick();
-  void FermerClick();
 };
 
 extern TC_caisseF* C_caisseF;

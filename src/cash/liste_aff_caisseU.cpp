@@ -13,8 +13,8 @@ Tliste_aff_caisseF::Tliste_aff_caisseF() : TForm("liste_aff_caisseF") {
   setupUi(this);
   RzShapeButton3->OnClick = [this] { RzShapeButton3Click(); };
   RzShapeButton4->OnClick = [this] { RzShapeButton4Click(); };
-  RzShapeButton5->OnClick = [this] { RzShapeButton5Click(); };
   AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
+  deletes(DM->acce_caisse, RzShapeButton5);
   navigates(DM->acce_caisse, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
@@ -31,10 +31,6 @@ void Tliste_aff_caisseF::RzShapeButton4Click() {
   DM->acce_caisse.Edit();
   beginEntry();
   Aff_caisseF->ShowModal();
-}
-
-void Tliste_aff_caisseF::RzShapeButton5Click() {
-  deleteOnConsent(DM->acce_caisse);
 }
 
 void Tliste_aff_caisseF::AdvSmoothButton1Click() {

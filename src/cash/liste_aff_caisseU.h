@@ -13,7 +13,6 @@ class Tliste_aff_caisseF : public TForm, public Ui::liste_aff_caisseF {
  private:
   void RzShapeButton3Click();
   void RzShapeButton4Click();
-  void RzShapeButton5Click();
   void AdvSmoothButton1Click();
 };
 

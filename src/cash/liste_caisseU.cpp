@@ -15,7 +15,7 @@ Tliste_caisseF::Tliste_caisseF() : TForm("liste_caisseF") {
   AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
   AdvSmoothButton4->OnClick = [this] { AdvSmoothButton4Click(); };
   AdvSmoothButton9->OnClick = [this] { AdvSmoothButton9Click(); };
-  AdvSmoothButton2->OnClick = [this] { AdvSmoothButton2Click(); };
+  quits(DM->Caisse, *this, AdvSmoothButton2);
   navigates(DM->Caisse, AdvSmoothButton8, AdvSmoothButton7, AdvSmoothButton5, AdvSmoothButton6);
   Ready();
 }
@@ -50,11 +50,6 @@ void Tliste_caisseF::AdvSmoothButton9Click() {
     DM->Caisse.Delete();
   }
   DM->acce_caisse.Filtered(false);
-}
-
-void Tliste_caisseF::AdvSmoothButton2Click() {
-  DM->Caisse.Cancel();
-  Close();
 }
 
 }  // namespace tavoline

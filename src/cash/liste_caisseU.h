@@ -15,7 +15,6 @@ class Tliste_caisseF : public TForm, public Ui::liste_caisseF {
   void AdvSmoothButton1Click();
   void AdvSmoothButton4Click();
   void AdvSmoothButton9Click();
-  void AdvSmoothButton2Click();
 };
 
 extern Tliste_caisseF* liste_caisseF;

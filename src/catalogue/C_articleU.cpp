@@ -9,10 +9,10 @@ TC_articleF* C_articleF = nullptr;
 
 TC_articleF::TC_articleF() : TForm("C_articleF") {
   setupUi(this);
-  Enregistrer->OnClick = [this] { EnregistrerClick(); };
-  Fermer->OnClick = [this] { FermerClick(); };
   InsertImage->OnClick = [this] { insertImage(*DBImage1); };
   wireKeyboardPath();
+  saves(DM->Article, *this, Enregistrer, {DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1});
+  givesUp(DM->Article, *this, Fermer, {DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1});
   Ready();
 }
 
@@ -29,18 +29,6 @@ void TC_articleF::wireKeyboardPath() {
   keys(DBEdit7, DBEdit6, DBEdit8);
   keys(DBEdit8, DBEdit7, DBEdit11);
   keys(RzDBComboBox1, DBEdit11, DBEdit1);
-}
-
-void TC_articleF::EnregistrerClick() {
-  if (!mandatory({DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1})) return;
-  saveEntry(DM->Article);
-  endEntry(*this);
-}
-
-void TC_articleF::FermerClick() {
-  DM->Article.Cancel();
-  paintRed({DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1}, false);
-  endEntry(*this);
 }
 
 }  // namespace tavoline

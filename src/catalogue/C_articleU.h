@@ -11,8 +11,6 @@ class TC_articleF : public TForm, public Ui::C_articleF {
   TC_articleF();
 
  private:
-  void EnregistrerClick();
-  void FermerClick();
   void wireKeyboardPath();
 };
 

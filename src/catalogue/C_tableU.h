@@ -12,8 +12,6 @@ class TC_tableF : public TForm, public Ui::C_tableF {
 
  private:
   void RzDBLookupComboBox1Click();
-  void EnregistrerClick();
-  void FermerClick();
 };
 
 extern TC_tableF* C_tableF;

@@ -9,20 +9,9 @@ TType_produitF* Type_produitF = nullptr;
 
 TType_produitF::TType_produitF() : TForm("Type_produitF") {
   setupUi(this);
-  Enregistrer->OnClick = [this] { EnregistrerClick(); };
-  Fermer->OnClick = [this] { FermerClick(); };
+  saves(DM->type_produit, *this, Enregistrer, {RzDBEdit2});
+  givesUp(DM->type_produit, *this, Fermer);  // an input that is red stays red
   Ready();
-}
-
-void TType_produitF::EnregistrerClick() {
-  if (!mandatory({RzDBEdit2})) return;
-  saveEntry(DM->type_produit);
-  endEntry(*this);
-}
-
-void TType_produitF::FermerClick() {
-  DM->type_produit.Cancel();
-  endEntry(*this);
 }
 
 }  // namespace tavoline

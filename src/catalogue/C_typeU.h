@@ -9,10 +9,6 @@ namespace tavoline {
 class TType_produitF : public TForm, public Ui::Type_produitF {
  public:
   TType_produitF();
-
- private:
-  void EnregistrerClick();
-  void FermerClick();
 };
 
 extern TType_produitF* Type_produitF;

@@ -12,8 +12,8 @@ TListe_TypeF::TListe_TypeF() : TForm("Liste_TypeF") {
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
-  Supprimer->OnClick = [this] { SupprimerClick(); };
-  Quitter->OnClick = [this] { QuitterClick(); };
+  deletes(DM->type_produit, Supprimer);
+  quits(DM->type_produit, *this, Quitter);
   navigates(DM->type_produit, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
@@ -21,7 +21,7 @@ TListe_TypeF::TListe_TypeF() : TForm("Liste_TypeF") {
 void TListe_TypeF::AjouterClick() {
   DM->T_p.Reopen();
   DM->type_produit.Insert();
-  DM->type_produit["code"] = DBText1->Caption().empty() ? Value(1) : DM->T_p["tp"] + Value(1);
+  DM->type_produit["code"] = nextNumber(*DBText1);
   Type_produitF->Show();
   Type_produitF->RzDBEdit2->SetFocus();
   beginEntry();
@@ -32,15 +32,6 @@ void TListe_TypeF::ModifierClick() {
   Type_produitF->Show();
   Type_produitF->RzDBEdit2->SetFocus();
   beginEntry();
-}
-
-void TListe_TypeF::SupprimerClick() {
-  deleteOnConsent(DM->type_produit);
-}
-
-void TListe_TypeF::QuitterClick() {
-  DM->type_produit.Cancel();
-  Close();
 }
 
 }  // namespace tavoline

@@ -13,8 +13,6 @@ class TListe_TypeF : public TForm, public Ui::Liste_TypeF {
  private:
   void AjouterClick();
   void ModifierClick();
-  void SupprimerClick();
-  void QuitterClick();
 };
 
 extern TListe_TypeF* Liste_TypeF;

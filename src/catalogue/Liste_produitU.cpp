@@ -20,8 +20,6 @@ TListe_produitF::TListe_produitF()
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
-  x7->OnClick = [this] { x7Click(); };
-  Quitter->OnClick = [this] { QuitterClick(); };
   Imprimer->OnClick = [this] { ImprimerClick(); };
   Filtrer->OnClick = [this] { FiltrerClick(); };
   Initialiser->OnClick = [this] { InitialiserClick(); };
@@ -31,6 +29,8 @@ TListe_produitF::TListe_produitF()
   DBGridEh1->OnCellColour = [this](Dataset& rows, std::size_t record, const std::string& field) {
     return DBGridEh1CellColour(rows, record, field);
   };
+  deletes(DM->Article, x7);
+  quits(DM->Article, *this, Quitter);
   navigates(DM->Article, Premier, Precedent, Suivant, Dernier);
 
   auto* Annulerlesfiltres1 = new QAction(QStringLiteral("Annuler les filtres"), this);
@@ -63,15 +63,6 @@ void TListe_produitF::ModifierClick() {
   showEntry("Edit");
   DM->Article.Edit();
   beginEntry();
-}
-
-void TListe_produitF::x7Click() {
-  deleteOnConsent(DM->Article);
-}
-
-void TListe_produitF::QuitterClick() {
-  DM->Article.Cancel();
-  Close();
 }
 
 // In the place of a print button, and without an action.

@@ -25,8 +25,6 @@ class TListe_produitF : public TForm, public Ui::Liste_produitF {
  private:
   void AjouterClick();
   void ModifierClick();
-  void x7Click();
-  void QuitterClick();
   void ImprimerClick();
   void FiltrerClick();
   void InitialiserClick();

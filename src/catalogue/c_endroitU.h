@@ -9,10 +9,6 @@ namespace tavoline {
 class Tc_endroitF : public TForm, public Ui::c_endroitF {
  public:
   Tc_endroitF();
-
- private:
-  void EnregistrerClick();
-  void FermerClick();
 };
 
 extern Tc_endroitF* c_endroitF;

@@ -12,8 +12,8 @@ Tliste_endroitF::Tliste_endroitF() : TForm("liste_endroitF") {
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
-  Supprimer->OnClick = [this] { SupprimerClick(); };
-  Quitter->OnClick = [this] { QuitterClick(); };
+  deletes(DM->Endroit, Supprimer);
+  quits(DM->Endroit, *this, Quitter);
   navigates(DM->Endroit, Premier, Precedent, Suivant, Dernier);
   Ready();
 }
@@ -21,9 +21,8 @@ Tliste_endroitF::Tliste_endroitF() : TForm("liste_endroitF") {
 void Tliste_endroitF::AjouterClick() {
   beginEntry();
   DM->E.Reopen();
-  const bool first = DBText1->Caption().empty();
   DM->Endroit.Insert();
-  DM->Endroit["ID_endroit"] = first ? Value(1) : DM->E["e"] + Value(1);
+  DM->Endroit["ID_endroit"] = nextNumber(*DBText1);
   c_endroitF->Show();
   c_endroitF->RzDBEdit2->SetFocus();
 }
@@ -33,15 +32,6 @@ void Tliste_endroitF::ModifierClick() {
   c_endroitF->Show();
   c_endroitF->RzDBEdit2->SetFocus();
   beginEntry();
-}
-
-void Tliste_endroitF::SupprimerClick() {
-  deleteOnConsent(DM->Endroit);
-}
-
-void Tliste_endroitF::QuitterClick() {
-  DM->Endroit.Cancel();
-  Close();
 }
 
 }  // namespace tavoline

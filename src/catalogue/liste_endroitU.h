@@ -13,8 +13,6 @@ class Tliste_endroitF : public TForm, public Ui::liste_endroitF {
  private:
   void AjouterClick();
   void ModifierClick();
-  void SupprimerClick();
-  void QuitterClick();
 };
 
 extern Tliste_endroitF* liste_endroitF;

@@ -14,10 +14,10 @@ Tliste_tableF::Tliste_tableF() : TForm("liste_tableF") {
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
-  Supprimer->OnClick = [this] { SupprimerClick(); };
-  Quitter->OnClick = [this] { QuitterClick(); };
   Filtrer->OnClick = [this] { FiltrerClick(); };
   Initialiser->OnClick = [this] { InitialiserClick(); };
+  deletes(DM->Table_, Supprimer);
+  quits(DM->Table_, *this, Quitter);
   navigates(DM->Table_, Premier, Precedent, Suivant, Dernier);
   // The button in the place of "first" goes one row back here, unlike on the list of places.
   moves(Premier, DM->Table_, &Dataset::Prior);
@@ -33,7 +33,7 @@ void Tliste_tableF::showEntry(const char* mode) {
 void Tliste_tableF::AjouterClick() {
   DM->T.Reopen();
   DM->Table_.Insert();
-  DM->Table_["ID_table"] = DBText1->Caption().empty() ? Value(1) : DM->T["t"] + Value(1);
+  DM->Table_["ID_table"] = nextNumber(*DBText1);
   DM->Table_["etat"] = "OFF";
   DM->Table_["control"] = "open";
   showEntry("Insert");
@@ -47,10 +47,6 @@ void Tliste_tableF::ModifierClick() {
   beginEntry();
 }
 
-void Tliste_tableF::SupprimerClick() {
-  deleteOnConsent(DM->Table_);
-}
-
 void Tliste_tableF::FiltrerClick() {
   if (RzDBLookupComboBox1->Text().empty()) return;
   DM->Table_.FilterBy("id_endroit=" + inQuotes(RzDBLookupComboBox1->KeyValue().text()));
@@ -59,11 +55,6 @@ void Tliste_tableF::FiltrerClick() {
 void Tliste_tableF::InitialiserClick() {
   DM->Table_.Filtered(false);
   RzDBLookupComboBox1->KeyValue(Value());
-}
-
-void Tliste_tableF::QuitterClick() {
-  DM->Table_.Cancel();
-  Close();
 }
 
 void Tliste_tableF::FormClose() {

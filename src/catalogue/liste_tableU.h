@@ -16,8 +16,6 @@ class Tliste_tableF : public TForm, public Ui::liste_tableF {
  private:
   void AjouterClick();
   void ModifierClick();
-  void SupprimerClick();
-  void QuitterClick();
   void FiltrerClick();
   void InitialiserClick();
   void showEntry(const char* mode);

@@ -12,8 +12,9 @@ TConfiguration_utlisateurF::TConfiguration_utlisateurF() : TForm("Configuration_
   setupUi(this);
   Ajouter->OnClick = [this] { AjouterClick(); };
   Modifier->OnClick = [this] { ModifierClick(); };
-  Supprimer->OnClick = [this] { SupprimerClick(); };
-  Quitter->OnClick = [this] { QuitterClick(); };
+  // Any account may go, the one logged in and the last "Admin" too; its assignments and its sessions stay.
+  deletes(DM->utilisateur, Supprimer);
+  quits(DM->utilisateur, *this, Quitter);
   Ready();
 }
 
@@ -28,16 +29,6 @@ void TConfiguration_utlisateurF::ModifierClick() {
   utilisateurFF->Show();
   DM->utilisateur.Edit();
   beginEntry();
-}
-
-// Any account may go, the one logged in and the last "Admin" too; its assignments and its sessions stay.
-void TConfiguration_utlisateurF::SupprimerClick() {
-  deleteOnConsent(DM->utilisateur);
-}
-
-void TConfiguration_utlisateurF::QuitterClick() {
-  DM->utilisateur.Cancel();
-  Close();
 }
 
 }  // namespace tavoline

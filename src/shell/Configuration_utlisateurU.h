@@ -13,8 +13,6 @@ class TConfiguration_utlisateurF : public TForm, public Ui::Configuration_utlisa
  private:
   void AjouterClick();
   void ModifierClick();
-  void SupprimerClick();
-  void QuitterClick();
 };
 
 extern TConfiguration_utlisateurF* Configuration_utlisateurF;

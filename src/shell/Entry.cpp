@@ -5,6 +5,7 @@
 #include "data/dataset/Dataset.h"
 #include "shell/MenuU.h"
 #include "toolkit/controls/DBImage.h"
+#include "toolkit/controls/DBText.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
@@ -43,6 +44,38 @@ bool mandatory(const EntryInputs& inputs, std::string_view message) {
 void deleteOnConsent(Dataset& rows) {
   if (rows.Eof()) return;
   if (ConfirmDeletion()) rows.Delete();
+}
+
+void saves(Dataset& rows, TForm& entry, Button* Enregistrer, const EntryInputs& mandatories) {
+  Enregistrer->OnClick = [&rows, &entry, mandatories] {
+    if (!mandatory(mandatories)) return;
+    saveEntry(rows);
+    endEntry(entry);
+  };
+}
+
+void givesUp(Dataset& rows, TForm& entry, Button* Fermer, const EntryInputs& painted) {
+  Fermer->OnClick = [&rows, &entry, painted] {
+    rows.Cancel();
+    paintRed(painted, false);
+    endEntry(entry);
+  };
+}
+
+Value nextNumber(DBText& highest) {
+  const std::string shown = highest.Caption();
+  return shown.empty() ? Value(1) : Value(Value(shown).toInteger() + 1);
+}
+
+void deletes(Dataset& rows, Button* Supprimer) {
+  Supprimer->OnClick = [&rows] { deleteOnConsent(rows); };
+}
+
+void quits(Dataset& rows, TForm& list, Button* Quitter) {
+  Quitter->OnClick = [&rows, &list] {
+    rows.Cancel();
+    list.Close();
+  };
 }
 
 void moves(Button* button, Dataset& rows, void (Dataset::*step)()) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "data/value/Value.h"
 #include "toolkit/controls/Button.h"
 #include "toolkit/forms/TForm.h"
 
@@ -13,6 +14,7 @@ namespace tavoline {
 
 class Dataset;
 class DBImage;
+class DBText;
 
 /// The gesture "list and entry": the list starts an Insert or an Edit and opens the entry screen, the menu's
 /// column of buttons is disabled meanwhile, and the entry screen saves or cancels. What every such pair
@@ -51,9 +53,20 @@ bool filledIn(const EntryInputs& inputs, std::string_view message);
 bool mandatory(const EntryInputs& inputs,
                std::string_view message = "Saisissez le code de l'élément en cours");
 
+/// Makes the entry's "Enregistrer" save once its mandatory inputs are filled, and end the entry.
+void saves(Dataset& rows, TForm& entry, Button* Enregistrer, const EntryInputs& mandatories);
+/// Makes the entry's "Fermer" drop what was typed, put the colours of `painted` back, and end the entry.
+void givesUp(Dataset& rows, TForm& entry, Button* Fermer, const EntryInputs& painted = {});
+
+/// The key of a row about to be inserted: the number that `highest` shows plus one, 1 where it shows nothing.
+/// The aggregate behind it is to be reopened before.
+Value nextNumber(DBText& highest);
 /// Deletes the current row once the user has agreed; asks nothing and does nothing at Eof.
 void deleteOnConsent(Dataset& rows);
-
+/// Makes the list's "Supprimer" do that.
+void deletes(Dataset& rows, Button* Supprimer);
+/// Makes the list's "Quitter" cancel what is pending and close the list.
+void quits(Dataset& rows, TForm& list, Button* Quitter);
 /// Makes a button move the current row: moves(Premier, DM->Table_, &Dataset::Prior).
 void moves(Button* button, Dataset& rows, void (Dataset::*step)());
 /// Makes the four buttons move to the first, previous, next and last row.
