@@ -16,7 +16,7 @@
 #include "shell/LoginU.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Messages.h"
-#include "toolkit/report/Preview.h"
+#include "toolkit/report/preview/Preview.h"
 
 namespace tavoline::bench {
 namespace {

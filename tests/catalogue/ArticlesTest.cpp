@@ -5,8 +5,8 @@
 #include "catalogue/C_articleU.h"
 #include "catalogue/Liste_produitU.h"
 #include "support/Session.h"
-#include "toolkit/report/Document.h"
 #include "toolkit/report/Report.h"
+#include "toolkit/report/model/Document.h"
 
 namespace tavoline {
 namespace {

@@ -8,8 +8,8 @@
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "support/Workstation.h"
-#include "toolkit/report/Preview.h"
 #include "toolkit/report/Support.h"
+#include "toolkit/report/preview/Preview.h"
 
 namespace tavoline {
 namespace {

@@ -6,8 +6,8 @@
 #include "sales/commandeU.h"
 #include "shell/MenuU.h"
 #include "support/Session.h"
-#include "toolkit/report/Document.h"
 #include "toolkit/report/Report.h"
+#include "toolkit/report/model/Document.h"
 
 namespace tavoline {
 namespace {

@@ -7,8 +7,8 @@
 #include "data/DMU.h"
 #include "data/value/Errors.h"
 #include "toolkit/forms/Messages.h"
-#include "toolkit/report/Preview.h"
-#include "toolkit/report/Renderer.h"
+#include "toolkit/report/model/Renderer.h"
+#include "toolkit/report/preview/Preview.h"
 
 namespace tavoline {
 

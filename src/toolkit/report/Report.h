@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "toolkit/report/Printing.h"
+#include "toolkit/report/output/Printing.h"
 
 class QWidget;
 

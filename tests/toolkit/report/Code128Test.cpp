@@ -1,4 +1,4 @@
-#include "toolkit/report/Code128.h"
+#include "toolkit/report/model/Code128.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "toolkit/report/Establishment.h"
+#include "toolkit/report/model/Establishment.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "toolkit/report/Export.h"
+#include "toolkit/report/output/Export.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -9,8 +9,8 @@
 
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
-#include "toolkit/report/DocumentFile.h"
 #include "toolkit/report/Samples.h"
+#include "toolkit/report/model/DocumentFile.h"
 
 namespace tavoline::report {
 namespace {

@@ -1,4 +1,4 @@
-#include "toolkit/report/Expression.h"
+#include "toolkit/report/model/Expression.h"
 
 #include <gtest/gtest.h>
 

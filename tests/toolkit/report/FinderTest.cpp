@@ -1,3 +1,5 @@
+#include "toolkit/report/model/Finder.h"
+
 #include "toolkit/report/Samples.h"
 
 namespace tavoline::report {

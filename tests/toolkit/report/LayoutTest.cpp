@@ -1,4 +1,4 @@
-#include "toolkit/report/Layout.h"
+#include "toolkit/report/model/Layout.h"
 
 #include <gtest/gtest.h>
 

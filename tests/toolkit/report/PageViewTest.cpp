@@ -1,4 +1,4 @@
-#include "toolkit/report/PageView.h"
+#include "toolkit/report/preview/PageView.h"
 
 #include <QtGui/QClipboard>
 #include <QtWidgets/QPlainTextEdit>

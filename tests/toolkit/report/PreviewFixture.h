@@ -7,9 +7,9 @@
 #include <QtWidgets/QToolButton>
 
 #include "toolkit/forms/Messages.h"
-#include "toolkit/report/PageView.h"
-#include "toolkit/report/PreviewU.h"
 #include "toolkit/report/Samples.h"
+#include "toolkit/report/preview/PageView.h"
+#include "toolkit/report/preview/PreviewU.h"
 
 namespace tavoline {
 

@@ -1,4 +1,4 @@
-#include "toolkit/report/Preview.h"
+#include "toolkit/report/preview/Preview.h"
 
 #include <QtCore/QTimer>
 #include <QtPrintSupport/QPrinter>
@@ -10,8 +10,8 @@
 #include <QtWidgets/QSpinBox>
 
 #include "data/value/Errors.h"
-#include "toolkit/report/DocumentFile.h"
 #include "toolkit/report/PreviewFixture.h"
+#include "toolkit/report/model/DocumentFile.h"
 
 namespace tavoline {
 namespace {

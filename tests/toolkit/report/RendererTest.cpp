@@ -1,4 +1,4 @@
-#include "toolkit/report/Renderer.h"
+#include "toolkit/report/model/Renderer.h"
 
 #include "data/value/Errors.h"
 #include "toolkit/report/Support.h"

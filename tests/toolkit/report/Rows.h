@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/report/RecordSource.h"
+#include "toolkit/report/model/RecordSource.h"
 
 namespace tavoline::report {
 

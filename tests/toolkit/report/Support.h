@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "toolkit/report/Renderer.h"
 #include "toolkit/report/Rows.h"
+#include "toolkit/report/model/Renderer.h"
 
 namespace tavoline::report {
 
