@@ -7,12 +7,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "data/schema/Schema.h"
 #include "data/sql/Lexer.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
 #include "data/value/Errors.h"
-#include "tools/store/Schema.h"
 
 namespace tavoline::test {
 namespace {

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <map>
 
+#include "data/schema/Schema.h"
 #include "data/value/Errors.h"
 #include "tools/store/Backup.h"
-#include "tools/store/Schema.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::test {

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <map>
 
+#include "data/schema/Schema.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
-#include "tools/store/Schema.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::tool {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/store/Schema.h"
+#include "data/schema/Schema.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::tool {

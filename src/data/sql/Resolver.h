@@ -3,8 +3,8 @@
 #include <string_view>
 #include <vector>
 
+#include "data/schema/Catalog.h"
 #include "data/sql/Ast.h"
-#include "data/store/Catalog.h"
 
 namespace tavoline::sql {
 

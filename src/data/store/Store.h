@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "data/schema/Catalog.h"
 #include "data/sql/Ast.h"
-#include "data/store/Catalog.h"
 
 namespace tavoline {
 

@@ -36,6 +36,7 @@
 #include <map>
 #include <optional>
 
+#include "data/schema/Schema.h"
 #include "data/value/Errors.h"
 #include "support/Literals.h"
 #include "support/StoreFaults.h"
@@ -43,7 +44,6 @@
 #include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
 #include "support/Transcript.h"
-#include "tools/store/Schema.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::test {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/store/Catalog.h"
+#include "data/schema/Catalog.h"
 #include "data/store/sqlite/Connection.h"
 
 namespace tavoline::sqlite {

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "data/store/Catalog.h"
+#include "data/schema/Catalog.h"
 #include "data/store/sqlite/Statement.h"
 
 namespace tavoline::sqlite {

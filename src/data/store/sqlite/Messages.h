@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "data/store/Catalog.h"
+#include "data/schema/Catalog.h"
 
 namespace tavoline::sqlite {
 

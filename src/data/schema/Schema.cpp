@@ -1,4 +1,4 @@
-#include "tools/store/Schema.h"
+#include "data/schema/Schema.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "data/store/Catalog.h"
+#include "data/schema/Catalog.h"
 
 #include "data/value/Text.h"
 
