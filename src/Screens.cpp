@@ -2,9 +2,11 @@
 
 #include "cash/Aff_caisseU.h"
 #include "cash/C_caisseU.h"
+#include "cash/C_depenceU.h"
 #include "cash/acc_caisseU.h"
 #include "cash/liste_aff_caisseU.h"
 #include "cash/liste_caisseU.h"
+#include "cash/liste_depenceU.h"
 #include "catalogue/C_articleU.h"
 #include "catalogue/C_tableU.h"
 #include "catalogue/C_typeU.h"
@@ -59,6 +61,8 @@ std::vector<Creator> screensInOrder() {
       makes(liste_aff_caisseF),
       makes(acc_caisseF),
       makes(RenduF),
+      makes(liste_depenceF),
+      makes(C_depenceF),
       makes(clavierF),
   };
 }

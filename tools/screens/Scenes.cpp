@@ -145,7 +145,13 @@ std::vector<Scene> scenes() {
          stage.choose("AffctaiondeCaisse1");
          tapModal(stage, "liste_aff_caisseF.RzShapeButton4", "assignment", "Aff_caisseF.Fermer");
        }},
-      {"utilisateurs", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton2"); }},
+      {"expenses", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton5"); }},
+      {"expense", [](Stage& stage) { stage.tap("liste_depenceF.AdvSmoothButton4"); }},
+      {"utilisateurs",
+       [](Stage& stage) {
+         stage.tap("C_depenceF.AdvSmoothButton3");
+         stage.tap("MenuF.AdvSmoothButton2");
+       }},
       {"utilisateur", [](Stage& stage) { stage.tap("Configuration_utlisateurF.Modifier"); }},
       {"a-propos",
        [](Stage& stage) {

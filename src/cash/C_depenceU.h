@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string_view>
+
+#include "toolkit/forms/TForm.h"
+#include "ui_C_depenceU.h"
+
+namespace tavoline {
+
+/// An expense: an amount that a desk pays, for a reason of one of five types, each with inputs of its own.
+/// Its mode stands in Label13 ("insert" or "edit"), the amount before a change in Label14.
+class TC_depenceF : public TForm, public Ui::C_depenceF {
+  Q_OBJECT
+
+ public:
+  TC_depenceF();
+
+  void RzDBComboBox1Change();
+  void RzDBLookupComboBox1Click();
+  void RzDBLookupComboBox2Click();
+  void RzDBLookupComboBox3Click();
+  void RzRapidFireButton1Click();
+  void RzBitBtn1Click();
+  void AdvSmoothButton1Click();
+  void AdvSmoothButton3Click();
+
+  /// Shows the inputs for an invoice and those for a user as the type has them; a text that is no type leaves
+  /// them as they are.
+  void ShowReason(std::string_view type);
+
+ private:
+  void saveInsert();
+  void saveEdit();
+  void refuseAmount();
+  void leave();
+};
+
+extern TC_depenceF* C_depenceF;
+
+}  // namespace tavoline
