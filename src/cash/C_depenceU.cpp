@@ -52,7 +52,7 @@ TC_depenceF::TC_depenceF() : TForm("C_depenceF") {
   RzRapidFireButton1->OnClick = [this] { RzRapidFireButton1Click(); };
   RzBitBtn1->OnClick = [this] { RzBitBtn1Click(); };
   AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
-  AdvSmoothButton3->OnClick = [this] { AdvSmoothButton3Click(); };
+  givesUp(DM->Depence, *this, AdvSmoothButton3);  // the desks stay filtered, and red inputs red
   Ready();
 }
 
@@ -140,12 +140,6 @@ void TC_depenceF::refuseAmount() {
 void TC_depenceF::leave() {
   endEntry(*this);
   DM->Caisse.Filtered(false);
-}
-
-// The desks stay filtered, and red inputs red.
-void TC_depenceF::AdvSmoothButton3Click() {
-  DM->Depence.Cancel();
-  endEntry(*this);
 }
 
 }  // namespace tavoline

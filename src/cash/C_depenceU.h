@@ -22,7 +22,6 @@ class TC_depenceF : public TForm, public Ui::C_depenceF {
   void RzRapidFireButton1Click();
   void RzBitBtn1Click();
   void AdvSmoothButton1Click();
-  void AdvSmoothButton3Click();
 
   /// Shows the inputs for an invoice and those for a user as the type has them; a text that is no type leaves
   /// them as they are.

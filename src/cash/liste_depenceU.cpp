@@ -23,7 +23,7 @@ Tliste_depenceF::Tliste_depenceF()
   AdvSmoothButton4->OnClick = [this] { AdvSmoothButton4Click(); };
   AdvSmoothButton3->OnClick = [this] { AdvSmoothButton3Click(); };
   AdvSmoothButton2->OnClick = [this] { AdvSmoothButton2Click(); };
-  AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
+  quits(DM->Depence, *this, AdvSmoothButton1);
   navigates(DM->Depence, AdvSmoothButton8, AdvSmoothButton7, AdvSmoothButton5, AdvSmoothButton6);
   dates_.Wire(*this);
   RzDateTimeEdit1->OnEnter = RzDateTimeEdit2->OnEnter =
@@ -55,7 +55,7 @@ void Tliste_depenceF::AdvSmoothButton9Click() {
   C_depenceF->RzDBComboBox1->SetFocus();
   beginEntry();
   DM->Depence.Insert();
-  DM->Depence["id_depence"] = DBText2->Caption().empty() ? Value(1) : DM->D["D"] + Value(1);
+  DM->Depence["id_depence"] = nextNumber(*DBText2);
   DM->Depence["date_depense"] = Clock::now();
   DM->Depence["login"] = DM->operation["code_utilisateur"];
   DM->Depence["en_caisser"] = "NO";
@@ -90,11 +90,6 @@ void Tliste_depenceF::AdvSmoothButton3Click() {
 
 void Tliste_depenceF::AdvSmoothButton2Click() {
   frxReport1->ShowReport(true);
-}
-
-void Tliste_depenceF::AdvSmoothButton1Click() {
-  DM->Depence.Cancel();
-  Close();
 }
 
 /// Any combination but these three leaves the filter as it was.

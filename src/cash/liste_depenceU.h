@@ -22,7 +22,6 @@ class Tliste_depenceF : public TForm, public Ui::liste_depenceF {
   void AdvSmoothButton4Click();
   void AdvSmoothButton3Click();
   void AdvSmoothButton2Click();
-  void AdvSmoothButton1Click();
   void RzShapeButton2Click();
   void RzLabel10Click();
 
