@@ -13,7 +13,7 @@ class PassingStore : public Store {
  public:
   explicit PassingStore(std::shared_ptr<Store> inner) : inner_(std::move(inner)) {}
 
-  const Catalog& catalog() const override { return inner_->catalog(); }
+  std::shared_ptr<const Catalog> catalog() const override { return inner_->catalog(); }
   std::shared_ptr<const Snapshot> snapshot() override { return inner_->snapshot(); }
   RowId insert(const std::string& table, const FieldValues& fields) override {
     RowId row = 0;

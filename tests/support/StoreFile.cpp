@@ -56,13 +56,13 @@ std::string StoreFile::run(const std::string& sql) const {
 std::unique_ptr<Rows> stream(const Store& store, const Snapshot& snapshot, std::string_view statement,
                              const sql::Parameters& parameters) {
   const auto select = std::get<sql::Select>(sql::parseStatement(statement));
-  return snapshot.query(sql::resolve(select, store.catalog()), parameters);
+  return snapshot.query(sql::resolve(select, *store.catalog()), parameters);
 }
 
 Table read(const Store& store, const Snapshot& snapshot, std::string_view statement,
            const sql::Parameters& parameters) {
   const auto select = std::get<sql::Select>(sql::parseStatement(statement));
-  const sql::Select resolved = sql::resolve(select, store.catalog());
+  const sql::Select resolved = sql::resolve(select, *store.catalog());
   const auto rows = snapshot.query(resolved, parameters);
   Table table;
   while (rows->next()) {
@@ -78,7 +78,7 @@ Table read(Store& store, std::string_view statement) {
 
 void execute(Store& store, std::string_view statement, const sql::Parameters& parameters) {
   const auto update = std::get<sql::Update>(sql::parseStatement(statement));
-  store.execute(sql::resolve(update, store.catalog()), parameters);
+  store.execute(sql::resolve(update, *store.catalog()), parameters);
 }
 
 }  // namespace tavoline::test

@@ -60,7 +60,7 @@ struct CursorSource {
   sql::Select select;
   sql::Parameters parameters;
   std::shared_ptr<const Snapshot> snapshot;
-  const Catalog* catalog = nullptr;
+  std::shared_ptr<const Catalog> catalog;
 };
 
 std::unique_ptr<Cursor> makeCursor(CursorSource source);

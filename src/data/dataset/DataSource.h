@@ -20,10 +20,12 @@ class DataListener {
   ~DataListener() = default;
 };
 
-/// A partner: the display source that bound controls are attached to. Bound to one dataset for life.
+/// A partner: the display source that bound controls are attached to. Bound for life to one dataset, which
+/// must outlive it.
 class DataSource {
  public:
   DataSource(std::string name, Dataset& dataset);
+  ~DataSource();
   DataSource(const DataSource&) = delete;
   DataSource& operator=(const DataSource&) = delete;
 

@@ -27,15 +27,17 @@ void Dataset::Connect(std::shared_ptr<Store> store) {
 // ----------------------------------------------------------------------------------------------------
 
 void Dataset::prepare() {
-  if (prepared_) return;
   if (!store_) throw DatasetError("« " + name_ + " » n'est relié à aucune base de données.");
+  auto catalog = store_->catalog();
+  if (prepared_ && catalog == catalog_) return;
   if (trimmed(statement_).empty())
     throw DatasetError("« " + name_ + " » n'a pas d'instruction : il n'y a rien à lire ni à exécuter.");
   const sql::Statement parsed = sql::parseStatement(statement_);
   if (const auto* select = std::get_if<sql::Select>(&parsed))
-    prepared_ = sql::resolve(*select, store_->catalog());
+    prepared_ = sql::resolve(*select, *catalog);
   else
-    prepared_ = sql::resolve(std::get<sql::Update>(parsed), store_->catalog());
+    prepared_ = sql::resolve(std::get<sql::Update>(parsed), *catalog);
+  catalog_ = std::move(catalog);
 }
 
 void Dataset::Open() {
@@ -43,7 +45,7 @@ void Dataset::Open() {
   prepare();
   const auto* select = std::get_if<sql::Select>(&*prepared_);
   if (!select) throw DatasetError("« " + name_ + " » est une action : elle s'exécute et ne s'ouvre pas.");
-  auto cursor = makeCursor({*select, parameters_, store_->snapshot(), &store_->catalog()});
+  auto cursor = makeCursor({*select, parameters_, store_->snapshot(), catalog_});
   if (filtered_) cursor->filter(sql::parseFilter(filterText_));
   cursor_ = std::move(cursor);
   columns_ = select->items;
@@ -124,8 +126,9 @@ bool Dataset::Bof() {
 void Dataset::move(bool (Cursor::*step)(), bool& flag) {
   Cursor& cursor = open("ce déplacement");
   endPending();
+  const bool moved = (cursor.*step)();
   eof_ = bof_ = false;
-  if (!(cursor.*step)()) flag = true;
+  flag = !moved;
   notify(DataEvent::Row);
 }
 
@@ -156,8 +159,9 @@ void Dataset::MoveTo(std::size_t record) {
 bool Dataset::Locate(std::string_view field, const Value& value) {
   Cursor& cursor = open("cette recherche");
   const std::size_t index = column(field);
+  const Value wanted = value.as(columns_[index].type);
   endPending();
-  if (!cursor.locate(index, value)) return false;
+  if (!cursor.locate(index, wanted)) return false;
   eof_ = bof_ = false;
   notify(DataEvent::Row);
   return true;
@@ -238,15 +242,19 @@ void Dataset::Delete() {
   Cursor& cursor = open("cette suppression");
   if (state_ == DatasetState::Insert) return Cancel();
   if (!cursor.onRow()) throw DatasetError("Il n'y a rien à supprimer dans « " + name_ + " ».");
+  cursor.erase(*store_);
   dropPending();
   leaveEditing();
-  cursor.erase(*store_);
   eof_ = bof_ = false;
   notify(DataEvent::Rows);
 }
 
 void Dataset::Refresh() {
   Cursor& cursor = open("cette relecture");
+  prepare();
+  if (!std::ranges::equal(columns_, std::get<sql::Select>(*prepared_).items, {}, &sql::Item::name,
+                          &sql::Item::name))
+    throw StatementError("Les colonnes de « " + name_ + " » ont changé dans les données. Actualisez.");
   endPending();
   cursor.refresh(store_->snapshot());
   notify(DataEvent::Rows);
@@ -314,24 +322,25 @@ void Dataset::SetFieldValue(std::string_view name, const Value& value) {
 // --- Filter
 // -----------------------------------------------------------------------------------------------------
 
-void Dataset::applyFilter(bool on) {
+/// What cannot be read is refused before anything ends: the row in edit or insert state stays as it is.
+void Dataset::applyFilter(const std::string& text, bool on) {
   if (!cursor_) return;
-  cursor_->filter(on ? sql::parseFilter(filterText_) : nullptr);
+  const sql::ExprPtr filter = on ? sql::parseFilter(text) : nullptr;
+  if (editing()) sql::resolveFilter(filter, columns_);
+  endPending();
+  cursor_->filter(filter);
   eof_ = bof_ = false;
 }
 
 void Dataset::Filter(std::string text) {
+  if (filtered_) applyFilter(text, true);
   filterText_ = std::move(text);
-  if (!filtered_) return;
-  endPending();
-  applyFilter(true);
-  notify(DataEvent::Rows);
+  if (filtered_) notify(DataEvent::Rows);
 }
 
 void Dataset::Filtered(bool on) {
   if (on == filtered_) return;
-  endPending();
-  applyFilter(on);
+  applyFilter(filterText_, on);
   filtered_ = on;
   notify(DataEvent::Rows);
 }
@@ -369,27 +378,6 @@ void Dataset::dropPending() {
     const auto listeners = partner->listeners_;
     for (DataListener* listener : listeners) listener->dropPending();
   }
-}
-
-DataSource::DataSource(std::string name, Dataset& dataset) : name_(std::move(name)), dataset_(dataset) {
-  dataset.partners_.push_back(this);
-}
-
-void DataSource::add(DataListener* listener) {
-  listeners_.push_back(listener);
-}
-
-void DataSource::remove(DataListener* listener) {
-  std::erase(listeners_, listener);
-}
-
-Value FieldRef::get() const {
-  return dataset_.FieldValue(name_);
-}
-
-FieldRef& FieldRef::operator=(const Value& value) {
-  dataset_.SetFieldValue(name_, value);
-  return *this;
 }
 
 }  // namespace tavoline

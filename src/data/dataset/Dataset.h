@@ -42,8 +42,8 @@ class Dataset {
   /// The store that every operation works on; must be set before the first Open and outlive the dataset.
   void Connect(std::shared_ptr<Store> store);
 
-  /// Takes the snapshot; reads no row. First row current. No effect when open. Throws StatementError,
-  /// StoreError.
+  /// Takes the snapshot; reads no row. First row current. No effect when open. Throws StatementError for a
+  /// statement that the tables, as they are now, do not bear, StoreError.
   void Open();
   /// Drops the snapshot and any pending change; the filter stays. No effect when closed.
   void Close();
@@ -66,8 +66,11 @@ class Dataset {
   /// store refuses, throws and leaves state and values as they were.
   void Post();
   void Cancel();
-  void Delete();  ///< Deletes the current row at once; the next one, or else the one before, becomes current.
-  void Refresh();  ///< Newer values for the same rows and this position; a pending change is ended first.
+  /// Deletes the current row at once; the next one, or else the one before, becomes current. In insert state
+  /// a Cancel. If the store refuses, throws and leaves state, values and typed text as they were.
+  void Delete();
+  /// Newer values for the same rows and this position; a pending change is ended first.
+  void Refresh();
 
   const std::string& Filter() const { return filterText_; }
   void Filter(std::string text);
@@ -128,7 +131,8 @@ class Dataset {
   friend class DataSource;
 
   Cursor& open(const char* operation) const;  // the cursor of an open dataset; throws when closed
-  void prepare();                             // parses and resolves the statement, once per text
+  /// Parses and resolves the statement, once per text and definition of the tables.
+  void prepare();
   std::size_t column(std::string_view name) const;
   bool editing() const { return state_ == DatasetState::Edit || state_ == DatasetState::Insert; }
   void move(bool (Cursor::*step)(), bool& flag);
@@ -137,15 +141,16 @@ class Dataset {
   void giveUpPending();
   void dropPending();
   void notify(DataEvent event);
-  void applyFilter(bool on);
+  void applyFilter(const std::string& text, bool on);
 
   std::string name_;
   std::string statement_;
-  std::vector<std::string> declared_;  // parameters that the first text need not have
+  std::vector<std::string> declared_;  // parameters beside those of the text
   sql::Parameters parameters_;
   std::shared_ptr<Store> store_;
 
   std::optional<sql::Statement> prepared_;
+  std::shared_ptr<const Catalog> catalog_;  // that it was resolved against
   std::unique_ptr<Cursor> cursor_;
   std::vector<sql::Item> columns_;
   std::map<std::string, std::size_t, std::less<>> columnByName_;

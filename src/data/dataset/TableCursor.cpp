@@ -274,6 +274,7 @@ FieldValues named(const sql::Select& select, const Cursor::Written& fields) {
 }  // namespace
 
 void TableCursor::insert(Store& store, const Written& fields) {
+  ownRows();  // whatever has to be read is read before anything is written
   const RowId rid = store.insert(table_, named(source_.select, fields));
   Row row;
   row.rid = rid;
@@ -285,7 +286,6 @@ void TableCursor::insert(Store& store, const Written& fields) {
         row.values[i] = column->defaultValue;
   for (const auto& [column, value] : fields) row.values[column] = value;
   row.key = keyOf(row.values, rid);
-  ownRows();
   own_.push_back(rid);
   where_ = Where::Own;
   at_ = own_.size() - 1;

@@ -25,7 +25,7 @@ struct TableInfo {
   const ColumnInfo* find(std::string_view column) const;  ///< Without regard to case; null if absent.
 };
 
-/// The tables of a store, read once when it is opened. The program never changes them.
+/// The tables of a store as they stood when they were read. The program never changes them.
 class Catalog {
  public:
   Catalog() = default;

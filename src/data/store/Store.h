@@ -49,7 +49,8 @@ class Store {
   /// Throws StoreError with a sentence for a missing, empty, foreign or wrongly protected file.
   static std::shared_ptr<Store> open(std::string_view connectionString);
 
-  virtual const Catalog& catalog() const = 0;
+  /// The tables as they are now: the same object until somebody changes their definition. Throws StoreError.
+  virtual std::shared_ptr<const Catalog> catalog() const = 0;
 
   /// The newest version. Reads nothing; hands out the same snapshot until something is committed.
   virtual std::shared_ptr<const Snapshot> snapshot() = 0;

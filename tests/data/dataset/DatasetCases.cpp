@@ -7,7 +7,7 @@
 //     FIELD = VALUE              sets a field by a text; put FIELD VALUE by any value (support/Literals.h)
 //     param NAME VALUE           sets a parameter; all datasets declare a "z"
 //     command STATEMENT          gives it a new text
-//     filter TEXT, filtered on, filtered off
+//     filter TEXT, or by its parts: filtered off, text TEXT, filtered on
 //     typed FIELD TEXT           a bound control holds a text that waits for the field
 //     elsewhere SQL              another workstation writes
 //     row FIELD...               state and current row; eof and bof where they hold
@@ -93,6 +93,7 @@ class Played : public DatasetTest {
     if (step.starts_with("=")) return (*rows_).SetFieldValue(verb, step.size() > 1 ? step.substr(2) : "");
     if (verb == "open") return open(step);
     if (verb == "filter") return rows_->FilterBy(step);
+    if (verb == "text") return rows_->Filter(step);
     if (verb == "filtered") return rows_->Filtered(step == "on");
     if (verb == "typed") return typed(test::takeWord(step), step);
     if (verb == "elsewhere")

@@ -63,8 +63,8 @@ class Dialect {
   void run(const std::string& text, const std::vector<std::string>& shown) {
     const sql::Statement statement = sql::parseStatement(text);
     if (const auto* update = std::get_if<sql::Update>(&statement))
-      return store_->execute(sql::resolve(*update, store_->catalog()), parameters_);
-    select_ = narrowed_ = sql::resolve(std::get<sql::Select>(statement), store_->catalog());
+      return store_->execute(sql::resolve(*update, *store_->catalog()), parameters_);
+    select_ = narrowed_ = sql::resolve(std::get<sql::Select>(statement), *store_->catalog());
     tell(select_, shown);
   }
 
@@ -148,7 +148,7 @@ class Dialect {
   void walks(std::string rest) {
     const Dataset& dataset = *dm_->Find(takeWord(rest));
     const auto all =
-        sql::resolve(std::get<sql::Select>(sql::parseStatement(dataset.SQL())), store_->catalog());
+        sql::resolve(std::get<sql::Select>(sql::parseStatement(dataset.SQL())), *store_->catalog());
     const auto select = sql::narrowed(all, sql::parseFilter(rest));
     bool any = false;
     for (auto plan = side_.prepare("explain query plan " + sql::write(select, {}, sql::sqliteEngine()).text);
@@ -164,7 +164,7 @@ class Dialect {
   }
 
   void empty() {
-    for (const TableInfo& table : store_->catalog().tables())
+    for (const TableInfo& table : store_->catalog()->tables())
       side_.execute("delete from \"" + table.name + "\"");
   }
 

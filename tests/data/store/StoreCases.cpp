@@ -209,7 +209,7 @@ class Stores {
   }
   void defaultOf(std::string& step) {
     const std::string table = takeWord(step);
-    say(told(at("here").catalog().find(table)->find(step)->defaultValue));
+    say(told(at("here").catalog()->find(table)->find(step)->defaultValue));
   }
   void catalog(std::string&) {
     const auto listed = [](const auto& tables) {
@@ -222,7 +222,7 @@ class Stores {
       }
       return all;
     };
-    const std::string found = listed(at("here").catalog().tables());
+    const std::string found = listed(at("here").catalog()->tables());
     say(found == listed(schema::tables()) ? "as declared" : found);
   }
 

@@ -46,8 +46,19 @@ SqliteStore::SqliteStore(const std::string& path, std::unique_ptr<Connection> wr
   // The log is folded when nobody waits; only a day without a quiet moment gets there by itself, at 32 MB.
   writer_->run("PRAGMA wal_autocheckpoint = 8000");
   writer_->run("PRAGMA journal_size_limit = 33554432");
-  catalog_ = readCatalog(*writer_);
-  writer_->explainWith(&catalog_);
+  catalog();
+}
+
+std::shared_ptr<const Catalog> SqliteStore::catalog() const {
+  Statement version = writer_->prepare("PRAGMA schema_version");
+  version.step();
+  const std::int64_t schema = version.integer(0);
+  if (catalog_ && schema == schema_) return catalog_;
+  auto read = std::make_shared<const Catalog>(readCatalog(*writer_));
+  writer_->explainWith(read.get());
+  catalog_ = std::move(read);
+  schema_ = schema;
+  return catalog_;
 }
 
 Version SqliteStore::version() const {
@@ -59,7 +70,7 @@ Version SqliteStore::version() const {
 bool SqliteStore::unchangedSince(const Version& since, const std::vector<std::string>& tables) const {
   if (version().foreign != since.foreign) return false;
   return std::none_of(tables.begin(), tables.end(), [&](const std::string& name) {
-    const auto change = changed_.find(&tableNamed(name));
+    const auto change = changed_.find(tableNamed(name).name);
     return change != changed_.end() && change->second > since.own;
   });
 }
@@ -74,7 +85,7 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
 }
 
 const TableInfo& SqliteStore::tableNamed(const std::string& name) const {
-  const TableInfo* const table = catalog_.find(name);
+  const TableInfo* const table = catalog_->find(name);
   if (!table)
     throw StoreError(
         "La table « " + name +
@@ -95,7 +106,7 @@ std::int64_t SqliteStore::write(const TableInfo& table, const std::string& text,
     throw;
   }
   const std::int64_t rows = writer_->changes();
-  if (rows > 0) changed_[&table] = ++commits_;
+  if (rows > 0) changed_[table.name] = ++commits_;
   return rows;
 }
 

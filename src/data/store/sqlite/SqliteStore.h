@@ -24,7 +24,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
  public:
   SqliteStore(const std::string& path, std::unique_ptr<Connection> writer);
 
-  const Catalog& catalog() const override { return catalog_; }
+  std::shared_ptr<const Catalog> catalog() const override;
   std::shared_ptr<const Snapshot> snapshot() override;
 
   RowId insert(const std::string& table, const FieldValues& fields) override;
@@ -42,11 +42,12 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   bool foldLog();
   void leaveLog();
 
-  Catalog catalog_;
   std::unique_ptr<Connection> writer_;
+  mutable std::shared_ptr<const Catalog> catalog_;  // as read at `schema_`
+  mutable std::int64_t schema_ = 0;                 // the engine's count of changed definitions
   std::shared_ptr<Readers> readers_;
   std::uint64_t commits_ = 0;
-  std::unordered_map<const TableInfo*, std::uint64_t> changed_;  // the commit that last wrote to a table
+  std::unordered_map<std::string, std::uint64_t> changed_;  // the commit that last wrote to a table
   std::weak_ptr<SqliteSnapshot> current_;
   std::optional<Version> folded_;  // the version whose log was last folded entirely
 };
