@@ -34,7 +34,7 @@ void send(int pipe, char how, const std::string& what = {}) {
 }  // namespace
 
 std::string Journal::statement(const Request& request) const {
-  const TableInfo* info = catalog().find(request.table);
+  const TableInfo* info = catalog()->find(request.table);
   std::string names, values, assignments;
   for (const auto& [name, value] : request.fields) {
     const ColumnInfo* column = info ? info->find(name) : nullptr;
