@@ -16,6 +16,10 @@
 #include "catalogue/c_endroitU.h"
 #include "catalogue/liste_endroitU.h"
 #include "catalogue/liste_tableU.h"
+#include "clients/C_clientU.h"
+#include "clients/liste_ClientU.h"
+#include "purchasing/C_fournisseurU.h"
+#include "purchasing/Liste_fournisseurU.h"
 #include "sales/Commande_avnU.h"
 #include "sales/RenduU.h"
 #include "sales/champsU.h"
@@ -39,6 +43,10 @@ std::vector<Creator> screensInOrder() {
       makes(Liste_produitF),
       makes(Type_produitF),
       makes(Liste_TypeF),
+      makes(Liste_fournisseurF),
+      makes(C_fournisseurF),
+      makes(liste_ClientF),
+      makes(C_clientF),
       makes(TVAF),
       makes(AproposF),
       makes(utilisateurFF),

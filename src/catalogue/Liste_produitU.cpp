@@ -6,7 +6,6 @@
 #include "data/DMU.h"
 #include "data/value/Text.h"
 #include "shell/Entry.h"
-#include "shell/MenuU.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/report/Report.h"
 #include "toolkit/theme/Theme.h"
@@ -45,8 +44,7 @@ TListe_produitF::~TListe_produitF() = default;
 
 void TListe_produitF::showEntry(const char* mode) {
   C_articleF->Label5->Caption(mode);
-  C_articleF->Dock(MenuF->RzPanel4);
-  C_articleF->Show();
+  showInMainArea(*C_articleF);
 }
 
 // The code is the count of articles plus one, as text: after a deletion it may be one that exists.

@@ -4,7 +4,6 @@
 #include "data/DMU.h"
 #include "data/value/Text.h"
 #include "shell/Entry.h"
-#include "shell/MenuU.h"
 
 namespace tavoline {
 
@@ -26,8 +25,7 @@ Tliste_tableF::Tliste_tableF() : TForm("liste_tableF") {
 
 void Tliste_tableF::showEntry(const char* mode) {
   C_tableF->Label8->Caption(mode);
-  C_tableF->Dock(MenuF->RzPanel4);
-  C_tableF->Show();
+  showInMainArea(*C_tableF);
 }
 
 void Tliste_tableF::AjouterClick() {

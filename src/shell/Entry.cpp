@@ -3,12 +3,18 @@
 #include <algorithm>
 
 #include "data/dataset/Dataset.h"
+#include "data/value/Text.h"
 #include "shell/MenuU.h"
 #include "toolkit/controls/DBImage.h"
 #include "toolkit/controls/DBText.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
+
+void showInMainArea(TForm& screen) {
+  screen.Dock(MenuF->RzPanel4);
+  screen.Show();
+}
 
 void beginEntry() {
   MenuF->RzGroupBar2->setEnabled(false);
@@ -76,6 +82,24 @@ void quits(Dataset& rows, TForm& list, Button* Quitter) {
     rows.Cancel();
     list.Close();
   };
+}
+
+void runQuery(Dataset& rows, std::string statement) {
+  rows.Close();
+  rows.SQL(std::move(statement));
+  rows.Open();
+}
+
+void filterByEither(Dataset& rows, std::string_view field, std::string_view value, std::string_view field2,
+                    std::string_view value2) {
+  std::string filter;
+  const auto piece = [&](std::string_view name, std::string_view wanted) {
+    if (wanted.empty()) return;
+    filter += (filter.empty() ? "" : "and ") + std::string(name) + "=" + inQuotes(wanted);
+  };
+  piece(field, value);
+  piece(field2, value2);
+  if (!filter.empty()) rows.FilterBy(filter);
 }
 
 void moves(Button* button, Dataset& rows, void (Dataset::*step)()) {

@@ -20,6 +20,8 @@ class DBText;
 /// column of buttons is disabled meanwhile, and the entry screen saves or cancels. What every such pair
 /// shares stands here; a pair's own code is the sentences that are its own.
 
+/// Shows a screen in the main area, over what is there.
+void showInMainArea(TForm& screen);
 /// Disables the menu's column of buttons: an entry is open.
 void beginEntry();
 /// Closes the entry screen, then enables the menu's column of buttons again.
@@ -67,6 +69,13 @@ void deleteOnConsent(Dataset& rows);
 void deletes(Dataset& rows, Button* Supprimer);
 /// Makes the list's "Quitter" cancel what is pending and close the list.
 void quits(Dataset& rows, TForm& list, Button* Quitter);
+/// Runs another statement: Close, the text, Open.
+void runQuery(Dataset& rows, std::string statement);
+/// Filters by exact equality of the fields that have a value; the pieces are joined without a blank. Nothing
+/// where both values are empty.
+void filterByEither(Dataset& rows, std::string_view field, std::string_view value, std::string_view field2,
+                    std::string_view value2);
+
 /// Makes a button move the current row: moves(Premier, DM->Table_, &Dataset::Prior).
 void moves(Button* button, Dataset& rows, void (Dataset::*step)());
 /// Makes the four buttons move to the first, previous, next and last row.
