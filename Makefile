@@ -4,10 +4,11 @@ PRESET ?= release
 PREFIX ?= /usr/local
 BUILD := build/$(PRESET)
 CONFIGURE := cmake --preset $(PRESET) --log-level=WARNING
+SPEAKERS := test_shell value_test sql_test test_dataset test_store test_store_tool
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 .DEFAULT_GOAL := build
-.PHONY: help deps build run test bench lint check format torture install uninstall package clean
+.PHONY: help deps build run test verbs accept bench lint check format torture install uninstall package clean
 
 help:  ## This list
 	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
@@ -30,6 +31,16 @@ test:  ## Build and run all tests; PRESET=sanitize: under the sanitizers
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET)
 	@ctest --preset $(PRESET) -j$(shell nproc) --no-tests=error
+
+verbs:  ## The language of the transcripts: every verb, its arguments and what it does
+	@$(MAKE) -s $(BUILD)/build.ninja
+	@cmake --build --preset $(PRESET) --target $(SPEAKERS) >/dev/null
+	@for each in $(SPEAKERS); do $(BUILD)/bin/$$each --verbs; done
+
+accept:  ## Write what transcripts say now into their files: CASE=part of a name; then look at `git diff tests`
+	@cmake --build --preset $(PRESET)
+	@TAVOLINE_ACCEPT=1 ctest --preset $(PRESET) -R '$(or $(CASE),$(error tell CASE=name))'
+	@git diff --stat tests
 
 bench:  ## Measure against the raw engine, Qt's own table model, and small store against large
 	@scripts/install-packages build bench

@@ -6,7 +6,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollArea>
 #include <fstream>
-#include <map>
 #include <set>
 #include <sstream>
 
@@ -36,6 +35,52 @@ std::string unquoted(const std::string& text) {
 }
 
 }  // namespace
+
+const test::Verbs<Session> Session::kVerbs(
+    "screens",
+    {{"store FILE", "SQL of a file beside the transcript, run on the side", &Session::file},
+     {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Session::sql},
+     {"stored ...", "the rows of a select on the side, without that word", &Session::stored},
+     {"start", "the program, up to its login", &Session::start},
+     {"login CODE PASSWORD", "goes through the login", &Session::login},
+     {"screen NAME", "a blank screen, where the program has none of this name yet", &Session::screen},
+     {"clock TEXT", "sets it", &Session::clock},
+     {"picture FILE [W H]", "makes a picture, or one that is broken", &Session::picture},
+     {"in SCREEN", "where the controls of the steps are, unless told as SCREEN.CONTROL", &Session::in},
+     {"tap CONTROL", "a button, an entry of a menu, or a tile by its caption", &Session::tap},
+     {"type TEXT", "into what has the focus; \\n is Return, \\t Tab, \\b backspace", &Session::type},
+     {"press KEY", "in what has the focus", &Session::press},
+     {"set CONTROL TEXT", "what the control holds, as any driver does; on or off", &Session::set},
+     {"over CONTROL TEXT", "types over what it holds", &Session::over},
+     {"choose LIST KEY", "a row of a look-up list", &Session::choose},
+     {"row GRID NUMBER", "a click on a row, from 0", &Session::row},
+     {"answer TEXT", "to the next question or file box; a box without one is answered Non", &Session::answer},
+     {"leave [SCREEN]", "closes a window, the one in front, by the window's own means", &Session::leave},
+     {"loop STEP", "takes a step in the event loop that the process runs in, and says how that ends",
+      &Session::loop},
+     {"show CONTROL...", "what each holds, and its state", &Session::show},
+     {"disabled SCREEN", "all that is disabled there", &Session::disabled},
+     {"focus", "where the keyboard is", &Session::focus},
+     {"grid GRID", "its rows", &Session::grid},
+     {"tiles PANEL", "its tiles", &Session::tiles},
+     {"data DATASET FIELD...", "state and current row", &Session::data},
+     {"rows DATASET FIELD...", "the visible rows", &Session::rows},
+     {"filters", "all filters in force", &Session::filters},
+     {"filter DATASET TEXT", "shows only these rows", &Session::filter},
+     {"locate DATASET FIELD VALUE", "goes to the first row that has this", &Session::locate},
+     {"edit DATASET FIELD=VALUE...", "changes the current row", &Session::edit},
+     {"reopen DATASET...", "closes and opens it", operation(&Dataset::Reopen)},
+     {"insert DATASET...", "begins a row", operation(&Dataset::Insert)},
+     {"post DATASET...", "keeps what was changed", operation(&Dataset::Post)},
+     {"cancel DATASET...", "gives it up", operation(&Dataset::Cancel)},
+     {"first DATASET...", "goes to its first row", operation(&Dataset::First)},
+     {"last DATASET...", "goes to its last row", operation(&Dataset::Last)}});
+
+std::function<void(Session&, std::string&)> Session::operation(void (Dataset::*does)()) {
+  return [does](Session&, std::string& names) {
+    for (const std::string& name : test::words(names)) (dataset(name).*does)();
+  };
+}
 
 /// Tells every write that the store accepted.
 class Session::TellingStore : public test::PassingStore {
@@ -121,7 +166,7 @@ void Session::run() {
   modals_.back()->close();
 }
 
-void Session::perform(std::string step) {
+void Session::perform(const std::string& step) {
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [this] {
     QWidget* modal = QApplication::activeModalWidget();
@@ -133,27 +178,7 @@ void Session::perform(std::string step) {
     modals_.pop_back();
   });
   watch.start(1);
-  static const std::map<std::string, void (Session::*)(std::string&)> verbs = {
-      {"store", &Session::file},      {"sql", &Session::sql},       {"stored", &Session::stored},
-      {"start", &Session::start},     {"login", &Session::login},   {"screen", &Session::screen},
-      {"clock", &Session::clock},     {"in", &Session::in},         {"tap", &Session::tap},
-      {"type", &Session::type},       {"press", &Session::press},   {"set", &Session::set},
-      {"choose", &Session::choose},   {"focus", &Session::focus},   {"over", &Session::over},
-      {"row", &Session::row},         {"answer", &Session::answer}, {"leave", &Session::leave},
-      {"loop", &Session::loop},       {"show", &Session::show},     {"disabled", &Session::disabled},
-      {"picture", &Session::picture}, {"grid", &Session::grid},     {"tiles", &Session::tiles},
-      {"data", &Session::data},       {"rows", &Session::rows},     {"filters", &Session::filters},
-      {"filter", &Session::filter},   {"locate", &Session::locate}, {"edit", &Session::edit}};
-  static const std::map<std::string, void (Dataset::*)()> operations = {
-      {"reopen", &Dataset::Reopen}, {"insert", &Dataset::Insert}, {"post", &Dataset::Post},
-      {"cancel", &Dataset::Cancel}, {"first", &Dataset::First},   {"last", &Dataset::Last}};
-  const std::string verb = takeWord(step);
-  script_->attempt([&] {
-    if (const auto found = verbs.find(verb); found != verbs.end()) return (this->*found->second)(step);
-    const auto operation = operations.find(verb);
-    if (operation == operations.end()) throw std::runtime_error("no step begins so");
-    for (const std::string& name : test::words(step)) (dataset(name).*operation->second)();
-  });
+  script_->attempt([&] { kVerbs.perform(*this, step); });
   tellScreens();
 }
 

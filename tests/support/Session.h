@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "support/PassingStore.h"
-#include "support/Transcript.h"
+#include "support/Verbs.h"
 #include "support/Workstation.h"
 
 namespace tavoline {
@@ -18,32 +18,9 @@ namespace tavoline {
 /// store. The clock stands at 14/07/2024 12:30:15.
 ///
 /// A step says, in order: `says "..."` and `asks "..." -> Oui` for the boxes that it brings, its writes to
-/// the store
-/// (`+ table values`, `~ table.rid values`, `- table.rid`, `~ table` for a statement), `opens` and `closes`
-/// for the screens. What a step does not say did not happen. The next step goes on in a modal screen that one
-/// opens.
-///
-///     store FILE             SQL of a file beside the transcript, run on the side
-///     sql STATEMENT          a statement on the side; `stored ...` says the rows of a select
-///     start                  the program, up to its login; `login CODE PASSWORD` goes through that
-///     screen NAME            a blank screen, where the program has none of this name yet
-///     clock TEXT             sets it
-///     picture FILE [W H]     makes a picture, or one that is broken
-///     in SCREEN              where the controls of the steps are, unless told as SCREEN.CONTROL
-///     tap CONTROL            a button, an entry of a menu, or a tile by its caption
-///     type TEXT, press KEY   into what has the focus; \n is Return, \t Tab, \b backspace
-///     set CONTROL TEXT       what the control holds, as any driver does; `over CONTROL TEXT` types over it
-///     choose LIST KEY        a row of a look-up list
-///     row GRID NUMBER        a click on a row, from 0
-///     answer TEXT            to the next question or file box; a box without one is answered "Non"
-///     leave [SCREEN]         closes a window, the one in front, by the window's own means
-///     loop STEP              takes a step in the event loop that the process runs in, and says how that ends
-///     show CONTROL...        what each holds, and its state; `disabled SCREEN` all that is disabled there;
-///                            `focus` where the keyboard is
-///     grid GRID, tiles PANEL their rows and tiles
-///     data DATASET FIELD...  state and current row; `rows` the visible rows; `filters` all filters in force
-///     reopen DATASET...      and insert, edit DATASET FIELD=VALUE..., post, cancel, first, last, locate,
-///     filter
+/// the store (`+ table values`, `~ table.rid values`, `- table.rid`, `~ table` for a statement), `opens` and
+/// `closes` for the screens. What a step does not say did not happen. The next step goes on in a modal screen
+/// that one opens.
 class Session {
  public:
   Session();
@@ -59,14 +36,17 @@ class Session {
 
   std::function<void()> beforeWrite, afterWrite;  ///< Around one that the store accepts.
   Workstation at;
+  std::string subject;  ///< No step of a session has one.
 
  private:
   class TellingStore;
   void listen();
   void run();
-  void perform(std::string step);
+  void perform(const std::string& step);
   void tellScreens();
   std::string ask(const std::string& text);
+  static const test::Verbs<Session> kVerbs;
+  static std::function<void(Session&, std::string&)> operation(void (Dataset::*does)());
   using Step = void(std::string& rest);
   Step file, sql, stored, start, login, screen, clock, in, tap, type, press, set, choose, focus, over, row,
       answer, leave, loop, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate, edit;

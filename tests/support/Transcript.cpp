@@ -7,28 +7,44 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/TranscriptFile.h"
+
 namespace tavoline::test {
 
 namespace {
 
-bool isSaid(const std::string& line) {
-  return line.starts_with("  ");
+std::string indented(const std::string& text) {
+  std::string all;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) all += "  " + line + '\n';
+  return all;
 }
 
 class Case : public testing::Test {
  public:
-  Case(Transcript script, std::function<void(Transcript&)> play)
-      : script_(std::move(script)), play_(std::move(play)) {}
+  Case(std::string title, Transcript script, std::function<void(Transcript&)> play)
+      : title_(std::move(title)), script_(std::move(script)), play_(std::move(play)) {}
 
   void TestBody() override {
     play_(script_);
-    EXPECT_NE(script_.expected().find("\n  "), std::string::npos) << "it expects nothing";
-    EXPECT_EQ(script_.said(), script_.expected());
+    std::string expected, said;
+    bool expects = false;
+    for (const Transcript::Step& step : script_.steps()) {
+      expects |= !step.expected.empty();
+      expected += step.text + '\n' + indented(step.expected);
+      said += step.text + '\n' + indented(step.said);
+    }
+    const bool accept = std::getenv("TAVOLINE_ACCEPT") && script_.over() && !HasFailure();
+    if (accept && said != expected) return acceptInFile(script_.file(), title_, script_.steps());
+    EXPECT_TRUE(expects) << "it expects nothing";
+    EXPECT_TRUE(script_.over()) << "it stops at: " << script_.step();
+    EXPECT_EQ(said, expected);
   }
 
  private:
+  const std::string title_;
   Transcript script_;
-  std::function<void(Transcript&)> play_;
+  const std::function<void(Transcript&)> play_;
 };
 
 // "a wrong password" as AWrongPassword.
@@ -45,55 +61,39 @@ std::string nameOf(const std::string& title) {
   return name;
 }
 
-void registerFile(const std::string& file, const std::function<void(Transcript&)>& play) {
-  const std::string suite = nameOf(std::filesystem::path(file).stem());
-  std::vector<std::string> preface, lines;
-  std::string title;
-  int number = 0, start = 0;
-  const auto finish = [&] {
-    if (start == 0) return;
-    testing::RegisterTest(suite.c_str(), nameOf(title).c_str(), nullptr, nullptr, file.c_str(), start,
-                          [=]() -> testing::Test* {
-                            return new Case({file, lines}, play);
+void registerFile(const std::string& path, const std::function<void(Transcript&)>& play) {
+  const std::string suite = nameOf(std::filesystem::path(path).stem());
+  const TranscriptFile file = TranscriptFile::read(path);
+  for (const TranscriptFile::Part& part : file.cases) {
+    std::vector<Transcript::Step> steps;
+    for (const auto* each : {&file.preface, &part})
+      for (const TranscriptFile::Step& step : each->steps) steps.push_back({step.text, step.expected, {}});
+    testing::RegisterTest(suite.c_str(), nameOf(part.title).c_str(), nullptr, nullptr, path.c_str(),
+                          part.line, [=]() -> testing::Test* {
+                            return new Case(part.title, {path, steps}, play);
                           });
-  };
-  std::ifstream in(file);
-  for (std::string line; std::getline(in, line);) {
-    ++number;
-    const auto first = line.find_first_not_of(' ');
-    if (first == std::string::npos || line[first] == '#') continue;
-    for (std::string more; line.ends_with(" \\") && std::getline(in, more); ++number)
-      line.replace(line.size() - 1, 1, more.substr(more.find_first_not_of(' ')));
-    if (line.starts_with("== ")) {
-      finish();
-      title = line;
-      start = number;
-      lines = preface;
-    } else {
-      (start ? lines : preface).push_back(line);
-    }
   }
-  if (start == 0) title = "has no case", start = 1;  // which cannot pass
-  finish();
+  if (!file.cases.empty()) return;
+  testing::RegisterTest(suite.c_str(), "HasNoCase", nullptr, nullptr, path.c_str(), 1,
+                        [=]() -> testing::Test* {
+                          return new Case({}, {path, {}}, [](Transcript&) {});  // which cannot pass
+                        });
 }
 
 }  // namespace
 
-Transcript::Transcript(std::string file, std::vector<std::string> lines)
-    : file_(std::move(file)), lines_(std::move(lines)) {
-  for (const std::string& line : lines_)
-    if (!isSaid(line)) steps_.push_back(line);
-}
+Transcript::Transcript(std::string file, std::vector<Step> steps)
+    : file_(std::move(file)), steps_(std::move(steps)) {}
 
 bool Transcript::next() {
-  if (at_ == steps_.size()) return false;
-  said_ += steps_[at_++] + '\n';
+  if (over()) return false;
+  ++at_;
   return true;
 }
 
 void Transcript::say(const std::string& text) {
   std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) said_ += "  " + line + '\n';
+  for (std::string line; std::getline(in, line);) steps_[at_ - 1].said += line + '\n';
 }
 
 void Transcript::attempt(const std::function<void()>& action) {
@@ -104,27 +104,19 @@ void Transcript::attempt(const std::function<void()>& action) {
   }
 }
 
-std::string Transcript::expected() const {
-  std::string all;
-  for (const std::string& line : lines_) all += line + '\n';
-  return all;
-}
-
 bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play) {
   for (const std::string& file : words(files)) registerFile(file, play);
   return true;
 }
 
-std::string answers(const std::string& steps, const std::function<void(Transcript&)>& play) {
-  std::vector<std::string> lines;
-  std::istringstream in(steps);
-  for (std::string line; std::getline(in >> std::ws, line);) lines.push_back(line);
-  Transcript script({}, lines);
+std::string answers(const std::string& text, const std::function<void(Transcript&)>& play) {
+  std::vector<Transcript::Step> steps;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in >> std::ws, line);) steps.push_back({line, {}, {}});
+  Transcript script({}, steps);
   play(script);
   std::string all;
-  std::istringstream said(script.said());
-  for (std::string line; std::getline(said, line);)
-    if (isSaid(line)) all += line.substr(2) + '\n';
+  for (const Transcript::Step& step : script.steps()) all += step.said;
   return all;
 }
 

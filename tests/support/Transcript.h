@@ -15,29 +15,32 @@ namespace tavoline::test {
 ///       what it says, a line each
 ///
 /// Whoever plays it takes the steps in turn and says what comes of each; the case passes if that reads like
-/// the file.
+/// the file. The steps are made of verbs (Verbs.h).
 class Transcript {
  public:
-  Transcript(std::string file, std::vector<std::string> lines);
+  struct Step {
+    std::string text, expected, said;
+  };
+  Transcript(std::string file, std::vector<Step> steps);
 
   bool next();  ///< Goes to the next step; false behind the last one.
-  const std::string& step() const { return steps_[at_ - 1]; }
+  const std::string& step() const { return steps_[at_ - 1].text; }
   void say(const std::string& line);  ///< What the step says; lines of a text are lines here.
   /// For steps that fail: the sentence of what is thrown, behind "! ".
   void attempt(const std::function<void()>& action);
 
   const std::string& file() const { return file_; }
-  std::string expected() const;
-  std::string said() const { return said_; }
+  const std::vector<Step>& steps() const { return steps_; }
+  bool over() const { return at_ == steps_.size(); }  ///< Whether every step was taken.
 
  private:
   std::string file_;
-  std::vector<std::string> lines_, steps_;
+  std::vector<Step> steps_;
   std::size_t at_ = 0;
-  std::string said_;
 };
 
-/// Makes every case of some files, blanks between them, a test of its own, played by `play`.
+/// Makes every case of some files, blanks between them, a test of its own, played by `play`. With
+/// TAVOLINE_ACCEPT in the environment, what a case says otherwise than expected is written into its file.
 bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play);
 
 /// Plays some steps, a line each, and gives what they say, one line each.

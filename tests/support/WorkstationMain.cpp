@@ -2,10 +2,12 @@
 
 #include <QtWidgets/QApplication>
 
+#include "support/Verbs.h"
 #include "toolkit/theme/Theme.h"
 
 // One application for all cases of a program; offscreen unless the caller wants to watch.
 int main(int argc, char** argv) {
+  if (tavoline::test::tellVerbs(argc, argv)) return 0;
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleMock(&argc, argv);
   QApplication application(argc, argv);

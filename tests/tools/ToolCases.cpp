@@ -1,19 +1,9 @@
-// The tool played from its command line, in a folder of its own; "now" is a Sunday evening. A step is one of
-// these:
-//
-//     tavoline-store ARGUMENTS   says what it says, and its exit status unless that is 0
-//     quietly ARGUMENTS          the same, where only its success counts
-//     on FILE                    the store of the next steps, as any SQLite tool opens it
-//     sql STATEMENTS             runs them; workstation STATEMENTS on BDD.mdb, by one connection that stays
-//     open ask SELECT, way SELECT     says its rows; the tables and indexes of its plan whole BDD.mdb is a
-//     whole store with a history of 300 orders rules FILE                 how many queries of a file find
-//     nothing, as they should write FILE TEXT, bytes FILE BYTES, folder NAME spoil FILE overwrites the page
-//     in its middle changed                    the files that came, went or changed since it was asked before
+// The tool played from its command line, in a folder of its own; "now" is a Sunday evening.
 
 #include <optional>
 
 #include "support/Literals.h"
-#include "support/Transcript.h"
+#include "support/Verbs.h"
 #include "tests/tools/ToolFixture.h"
 #include "tools/store/demo/Demo.h"
 
@@ -28,32 +18,15 @@ class Tool : public ToolTest {
   ~Tool() override { fs::current_path("/"); }
   void TestBody() override {}
 
-  void perform(std::string step) {
-    const std::string verb = test::takeWord(step);
-    if (verb == "tavoline-store") return run(step);
-    if (verb == "quietly" && tool(test::words(step)) == 0) return;
-    if (verb == "whole") return whole();
-    if (verb == "rules") return rules(step);
-    if (verb == "changed") return changed();
-    if (verb == "workstation") return workstation(step);
-    if (verb == "bytes") return bytes(test::takeWord(step), step);
-    if (verb == "spoil") return spoil(step);
-    if (verb == "folder") return void(fs::create_directory(step));
-    if (verb == "on") return void(store_ = step);
-    if (verb == "sql") return plant(store_, step);
-    if (verb == "ask" || verb == "way") return ask(step, verb == "way");
-    if (verb != "write") throw std::runtime_error("no step begins so");
-    std::ofstream(test::takeWord(step), std::ios::binary) << step;
-  }
+  std::string subject;  // no step has one
 
- private:
-  void run(const std::string& arguments) {
+  void run(std::string& arguments) {
     const int status = tool(test::words(arguments));
     script_.say(said);
     if (status != 0) script_.say("exit " + std::to_string(status));
   }
 
-  void whole() const {
+  void whole(std::string&) {
     static const std::string bytesOfIt = [] {
       Generation generation;
       generation.orders = 300;
@@ -64,7 +37,7 @@ class Tool : public ToolTest {
     std::ofstream("BDD.mdb", std::ios::binary) << bytesOfIt;
   }
 
-  void rules(const std::string& name) const {
+  void rules(std::string& name) {
     std::ifstream in(TAVOLINE_FOLDER + name);
     const Database store(store_, Database::Mode::Observe);
     int kept = 0;
@@ -78,23 +51,24 @@ class Tool : public ToolTest {
     script_.say(std::to_string(kept) + " rules are kept");
   }
 
-  void workstation(const std::string& statements) {
+  void workstation(std::string& statements) {
     if (!workstation_) workstation_.emplace("BDD.mdb", Database::Mode::Create);
     workstation_->execute(statements);
   }
 
-  static void bytes(const std::string& name, const std::string& word) {
+  void bytes(std::string& word) {
+    const std::string name = test::takeWord(word);
     const SharedBytes bytes = test::valueOf(word).toBytes();
     std::ofstream(name, std::ios::binary) << std::string(bytes->begin(), bytes->end());
   }
 
-  static void spoil(const std::string& name) {
+  void spoil(std::string& name) {
     std::fstream store(name, std::ios::binary | std::ios::in | std::ios::out);
     store.seekp(static_cast<std::streamoff>(fs::file_size(name) / 2 / 4096 * 4096));
     store << std::string(4096, '\xff');
   }
 
-  void changed() {
+  void changed(std::string&) {
     auto now = folder.contents();
     bool any = false;
     for (const auto& [name, text] : now)
@@ -105,11 +79,22 @@ class Tool : public ToolTest {
     before_ = std::move(now);
   }
 
-  void ask(const std::string& select, bool plan) {
+  void quietly(std::string& arguments) {
+    if (tool(test::words(arguments)) != 0) throw std::runtime_error(said);
+  }
+  void on(std::string& name) { store_ = name; }
+  void sql(std::string& statements) { plant(store_, statements); }
+  void folderNamed(std::string& name) { fs::create_directory(name); }
+  void write(std::string& text) { std::ofstream(test::takeWord(text), std::ios::binary) << text; }
+  void ask(std::string& select) { tell(select, 0); }
+  void way(std::string& select) { tell("explain query plan " + select, 3); }
+
+ private:
+  void tell(const std::string& select, int column) {
     const Database store(store_, Database::Mode::Observe);
     bool any = false;
-    for (Statement row = store.prepare((plan ? "explain query plan " : "") + select); row.step(); any = true)
-      script_.say(row.isNull(plan ? 3 : 0) ? "null" : row.text(plan ? 3 : 0));
+    for (Statement row = store.prepare(select); row.step(); any = true)
+      script_.say(row.isNull(column) ? "null" : row.text(column));
     if (!any) script_.say("(none)");
   }
 
@@ -119,10 +104,23 @@ class Tool : public ToolTest {
   std::map<std::string, std::string> before_;
 };
 
-[[maybe_unused]] const bool known = test::registerTranscripts(TAVOLINE_CASES, [](test::Transcript& script) {
-  Tool tool(script);
-  while (script.next()) script.attempt([&] { tool.perform(script.step()); });
-});
+const test::Verbs<Tool> kVerbs(
+    "tool",
+    {{"tavoline-store ARGUMENTS", "says what it says, and its exit status unless that is 0", &Tool::run},
+     {"quietly ARGUMENTS", "the same, where only its success counts", &Tool::quietly},
+     {"on FILE", "the store of the next steps, as any SQLite tool opens it", &Tool::on},
+     {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Tool::sql},
+     {"ask SELECT", "the first column of its rows", &Tool::ask},
+     {"way SELECT", "the tables and indexes of its plan", &Tool::way},
+     {"workstation STATEMENT", "on BDD.mdb, by one connection that stays open", &Tool::workstation},
+     {"whole", "BDD.mdb is a whole store with a history of 300 orders", &Tool::whole},
+     {"rules FILE", "how many queries of a file find nothing, as they should", &Tool::rules},
+     {"write FILE TEXT", "a file of this text", &Tool::write},
+     {"bytes FILE BYTES", "a file of these bytes", &Tool::bytes},
+     {"folder NAME", "makes one", &Tool::folderNamed},
+     {"spoil FILE", "overwrites the page in its middle", &Tool::spoil},
+     {"changed", "the files that came, went or changed since it was asked before", &Tool::changed}});
+[[maybe_unused]] const bool known = kVerbs.registerTranscripts(TAVOLINE_CASES);
 
 }  // namespace
 }  // namespace tavoline::tool

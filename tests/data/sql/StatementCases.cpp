@@ -1,19 +1,4 @@
-// Statements and filters of the dialect on a small cafeteria, told in text files. A step is one of these:
-//
-//     select ..., update ...     runs it; a select says its rows, what fails its sentence
-//     DATASET COLUMN...          the statement of a dataset; of its columns those told, or all
-//     filter TEXT                the last select narrowed by it, in the store and, which has to be the same,
-//     in memory where CONDITION            the same, by any condition of a statement among TABLE RID...,
-//     beside TABLE RID..., above TABLE RID
-//                                the same, by row numbers: these, all but these, those above; in the store
-//                                alone
-//     limit N, newest TABLE      the last select cut to so many rows, its newest rows first
-//     :NAME TEXT                 sets a parameter, or with no text clears it
-//     written                    the last one as each engine gets it, behind its select list, and its values
-//     columns                    of the last one, with their types, then its tables
-//     parameters STATEMENT       the names of its parameters
-//     walks DATASET FILTER       the tables that the engine goes through row by row
-//     empty                      deletes all rows
+// Statements and filters of the dialect on a small cafeteria, told in text files.
 
 #include <fstream>
 #include <iterator>
@@ -26,7 +11,7 @@
 #include "data/sql/Writer.h"
 #include "support/Literals.h"
 #include "support/StoreFile.h"
-#include "support/Transcript.h"
+#include "support/Verbs.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
@@ -41,35 +26,42 @@ class Dialect {
     dm_ = std::make_unique<TDM>(store_);
   }
 
-  void perform(std::string step) {
-    const std::string whole = step, verb = takeWord(step);
-    if (const Dataset* dataset = dm_->Find(verb)) return run(dataset->SQL(), words(step));
-    if (verb[0] == ':') return set(verb.substr(1), step);
-    if (verb == "filter") return filter(sql::parseFilter(step));
-    if (verb == "where")
-      return filter(std::get<sql::Select>(sql::parseStatement("select * from x where " + step)).where);
-    if (verb == "among" || verb == "beside" || verb == "above") return byNumber(verb, step);
-    if (verb == "limit") return void(select_.limit = std::stoi(step));
-    if (verb == "newest") return void(select_.orderBy = {{sql::rid(step), true}});
-    if (verb == "parameters") return parameters(step);
-    if (verb == "written") return written();
-    if (verb == "columns") return columns();
-    if (verb == "walks") return walks(step);
-    if (verb == "empty") return empty();
-    run(whole, {});
+  std::string subject;
+
+  void run(std::string& text) { run(text, {}); }
+  void dataset(std::string& step) {
+    const Dataset& dataset = *dm_->Find(takeWord(step));
+    run(dataset.SQL(), words(step));
+  }
+  void filter(std::string& text) { narrow(sql::parseFilter(text)); }
+  void where(std::string& text) {
+    narrow(std::get<sql::Select>(sql::parseStatement("select * from x where " + text)).where);
+  }
+  void limit(std::string& count) { select_.limit = std::stoi(count); }
+  void newest(std::string& table) { select_.orderBy = {{sql::rid(table), true}}; }
+  void among(std::string& rest) {
+    const sql::ExprPtr rid = sql::rid(takeWord(rest));
+    byNumber(sql::make(sql::In{rid, numbers(rest), false}));
+  }
+  void beside(std::string& rest) {
+    const sql::ExprPtr rid = sql::rid(takeWord(rest));
+    byNumber(sql::make(sql::In{rid, numbers(rest), true}));
+  }
+  void above(std::string& rest) {
+    const sql::ExprPtr rid = sql::rid(takeWord(rest));
+    byNumber(sql::binary(sql::Op::Greater, rid, sql::make(sql::Literal{valueOf(rest)})));
+  }
+  void param(std::string& value) {
+    const std::string name = takeWord(value);
+    parameters_[name] = valueOf(value);
   }
 
- private:
   void run(const std::string& text, const std::vector<std::string>& shown) {
     const sql::Statement statement = sql::parseStatement(text);
     if (const auto* update = std::get_if<sql::Update>(&statement))
       return store_->execute(sql::resolve(*update, *store_->catalog()), parameters_);
     select_ = narrowed_ = sql::resolve(std::get<sql::Select>(statement), *store_->catalog());
     tell(select_, shown);
-  }
-
-  void set(const std::string& name, const std::string& text) {
-    parameters_[name] = text.empty() ? Value() : Value(text);
   }
 
   std::vector<std::vector<Value>> rowsOf(const sql::Select& select) const {
@@ -94,25 +86,24 @@ class Dialect {
     for (const auto& row : rows) script_.say(row.size() == 1 && row[0].isNull() ? "null" : joined(row));
   }
 
-  void byNumber(const std::string& verb, std::string rest) {
-    const sql::ExprPtr rid = sql::rid(takeWord(rest));
-    std::vector<Value> numbers;
-    for (const std::string& word : words(rest)) numbers.push_back(valueOf(word));
+  static std::vector<Value> numbers(const std::string& text) {
+    std::vector<Value> all;
+    for (const std::string& word : words(text)) all.push_back(valueOf(word));
+    return all;
+  }
+  void byNumber(const sql::ExprPtr& condition) {
     sql::Select narrowed = select_;
-    narrowed.where = conjunction(
-        narrowed.where, verb == "above"
-                            ? sql::binary(sql::Op::Greater, rid, sql::make(sql::Literal{numbers.at(0)}))
-                            : sql::make(sql::In{rid, numbers, verb == "beside"}));
+    narrowed.where = conjunction(narrowed.where, condition);
     tell(narrowed, {});
   }
 
-  void parameters(const std::string& statement) {
+  void parameters(std::string& statement) {
     std::string names;
     for (const std::string& name : sql::parametersIn(statement)) names += (names.empty() ? "" : " ") + name;
     script_.say(names);
   }
 
-  void filter(const sql::ExprPtr& filter) {
+  void narrow(const sql::ExprPtr& filter) {
     narrowed_ = sql::narrowed(select_, filter);
     tell(narrowed_, {});
     const sql::ExprPtr inMemory = sql::resolveFilter(filter, select_.items);
@@ -122,7 +113,7 @@ class Dialect {
     if (kept != rowsOf(narrowed_)) script_.say("but in memory " + std::to_string(kept.size()) + " rows");
   }
 
-  void written() {
+  void written(std::string&) {
     const std::pair<const char*, const sql::Engine&> engines[] = {{"sqlite", sql::sqliteEngine()},
                                                                   {"postgres", sql::postgresEngine()}};
     for (const auto& [name, engine] : engines) {
@@ -132,7 +123,7 @@ class Dialect {
     }
   }
 
-  void columns() {
+  void columns(std::string&) {
     for (const sql::Item& item : select_.items)
       script_.say(item.name + " " +
                   std::map<FieldType, const char*>{{FieldType::Text, "text"},
@@ -145,7 +136,7 @@ class Dialect {
     script_.say(tables);
   }
 
-  void walks(std::string rest) {
+  void walks(std::string& rest) {
     const Dataset& dataset = *dm_->Find(takeWord(rest));
     const auto all =
         sql::resolve(std::get<sql::Select>(sql::parseStatement(dataset.SQL())), *store_->catalog());
@@ -163,11 +154,12 @@ class Dialect {
     if (!any) script_.say("(none)");
   }
 
-  void empty() {
+  void empty(std::string&) {
     for (const TableInfo& table : store_->catalog()->tables())
       side_.execute("delete from \"" + table.name + "\"");
   }
 
+ private:
   Transcript& script_;
   StoreFile file_;
   tool::Database side_{file_.path().string(), tool::Database::Mode::Create};
@@ -177,10 +169,27 @@ class Dialect {
   sql::Select select_, narrowed_;
 };
 
-[[maybe_unused]] const bool known = registerTranscripts(TAVOLINE_CASES, [](Transcript& script) {
-  Dialect dialect(script);
-  while (script.next()) script.attempt([&] { dialect.perform(script.step()); });
-});
+const Verbs<Dialect> kVerbs(
+    "statements",
+    {{"run STATEMENT", "a select says its rows", static_cast<void (Dialect::*)(std::string&)>(&Dialect::run)},
+     {"dataset DATASET [COLUMN]...", "runs the statement of a dataset; of its columns those told, or all",
+      &Dialect::dataset},
+     {"param NAME VALUE", "sets a parameter", &Dialect::param},
+     {"narrow FILTER", "the last select narrowed, in the store and, which has to be the same, in memory",
+      &Dialect::filter},
+     {"where CONDITION", "the same, by any condition of a statement", &Dialect::where},
+     {"among TABLE [RID]...", "the last select, only these rows", &Dialect::among},
+     {"beside TABLE [RID]...", "the last select, all but these rows", &Dialect::beside},
+     {"above TABLE RID", "the last select, only rows above this one", &Dialect::above},
+     {"limit COUNT", "the last select cut to so many rows", &Dialect::limit},
+     {"newest TABLE", "the last select, its newest rows first", &Dialect::newest},
+     {"engines", "the last select as each engine gets it, behind its select list, and its values",
+      &Dialect::written},
+     {"columns", "of the last select, with their types, then its tables", &Dialect::columns},
+     {"parameters STATEMENT", "the names of its parameters", &Dialect::parameters},
+     {"walks DATASET FILTER", "the tables that the engine goes through row by row", &Dialect::walks},
+     {"empty", "deletes all rows", &Dialect::empty}});
+[[maybe_unused]] const bool known = kVerbs.registerTranscripts(TAVOLINE_CASES);
 
 }  // namespace
 }  // namespace tavoline::test

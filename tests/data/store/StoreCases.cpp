@@ -1,29 +1,6 @@
-// Stores, told in text files; contract.txt is what every engine keeps. A step is one of these; `here` may
-// also be `there`, another workstation at the same store, and #2 is the second row inserted.
-//
-//     here place NAME, here insert TABLE FIELD=VALUE...
-//     here update TABLE #N FIELD=VALUE..., here erase TABLE #N, here execute UPDATE
-//     here places, here select ...        the rows of the newest version; of one: SNAPSHOT places, SNAPSHOT
-//     select ... here snapshot SNAPSHOT, forget SNAPSHOT here same SNAPSHOT, SNAPSHOT since TABLE...
-//                                         whether it is the newest, and whether tables changed since
-//     SNAPSHOT stream STREAM select ..., next STREAM
-//     here hold, here release             keeps all others from writing
-//     here idle, here close, here opens FOLDER    by a name in its folder, which it then leaves
-//     keep TABLE COLUMN VALUE             what becomes of a value; wide TABLE COLUMN N, of N and of more
-//     characters catalog, default TABLE COLUMN       what the store tells of its tables name NAME STEP; STEP
-//     ...            makes NAME a step that does all these; times N STEP; STEP ... does them other STEP in
-//     another process, which has to begin before one opens the store here killed before N STEP; STEP ... in
-//     another process, which dies before (after) its N-th write disk full [N], read-only, broken, unsynced,
-//     well
-//                                         what the disk does from now on, or behind N more writes
-//     disk forced                         whether anything was forced to it since that was asked
-//     disk waits STEP                     does it when somebody here waits for another process
-//     sql STATEMENTS, ask SELECT          on the side, by any SQLite tool; log SIZE, whether it is smaller
-//     none, folder, pipe, file BYTES..., cut SIZE, mode MODE FILE
-//                                         what stands in the place of the store
-//     open, nobody                        whether it opens; gives up the rights to all files
-//     string STRING, part KEY             a connection string, and a part of it; connect STRING opens what it
-//     names
+// Stores, told in text files; contract.txt is what every engine keeps. The subject of a step is a
+// workstation, `here` or `there`, or a snapshot; without one it is the newest version here. #2 is the second
+// row inserted.
 
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -43,7 +20,7 @@
 #include "support/StoreFile.h"
 #include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
-#include "support/Transcript.h"
+#include "support/Verbs.h"
 #include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
@@ -72,12 +49,8 @@ char* sharedPage() {
 
 class Stores {
  public:
-  void play(Transcript& script) {
-    script_ = &script;
-    while (script_->next()) script_->attempt([&] { performUnnamed(script_->step()); });
-  }
-
- private:
+  explicit Stores(Transcript& script) : script_(&script) {}
+  static bool played(const std::string& files);
   /// Its sentences name no passing folder.
   void performUnnamed(const std::string& step) try { perform(step); } catch (const std::exception& error) {
     const std::string folder = engine_.file.folder().path();
@@ -87,25 +60,19 @@ class Stores {
     throw std::runtime_error(said);
   }
 
-  void perform(std::string step) {
-    static const std::map<std::string, void (Stores::*)(std::string&)> verbs = {
-        {"forget", &Stores::forget}, {"next", &Stores::next},       {"keep", &Stores::keep},
-        {"wide", &Stores::wide},     {"catalog", &Stores::catalog}, {"default", &Stores::defaultOf},
-        {"name", &Stores::name},     {"times", &Stores::times},     {"other", &Stores::other},
-        {"killed", &Stores::killed}, {"disk", &Stores::disk},       {"sql", &Stores::sql},
-        {"ask", &Stores::ask},       {"log", &Stores::log},         {"none", &Stores::none},
-        {"folder", &Stores::folder}, {"pipe", &Stores::pipe},       {"file", &Stores::file},
-        {"cut", &Stores::cut},       {"mode", &Stores::mode},       {"open", &Stores::open},
-        {"nobody", &Stores::nobody}, {"connect", &Stores::connect}, {"part", &Stores::part},
-        {"string", &Stores::string}, {"kinds", &Stores::kinds}};
-    const std::string first = takeWord(step);
-    if (first == "here" || first == "there") return ofWorkstation(first, step);
-    if (const auto known = snapshots_.find(first); known != snapshots_.end())
-      return ofSnapshot(*known->second, step);
-    if (const auto known = names_.find(first); known != names_.end()) return performAll(known->second);
-    (this->*verbs.at(first))(step);
-  }
+  std::string subject;
 
+ private:
+  static const Verbs<Stores> kVerbs;
+
+  void play(Transcript& script) {
+    script_ = &script;
+    while (script_->next()) script_->attempt([&] { performUnnamed(script_->step()); });
+  }
+  void perform(const std::string& step) {
+    const auto known = names_.find(step);
+    known == names_.end() ? kVerbs.perform(*this, step) : performAll(known->second);
+  }
   void performAll(const std::string& steps) {
     std::istringstream in(steps);
     for (std::string step; std::getline(in >> std::ws, step, ';');) perform(step);
@@ -121,61 +88,74 @@ class Stores {
 
   // Workstations
 
-  void ofWorkstation(const std::string& name, std::string step) {
-    const std::string whole = step, verb = takeWord(step);
-    if (verb == "close") return void(opened_.erase(name));
-    if (verb == "hold") return engine_.hold();
-    if (verb == "release") return engine_.release();
-    if (verb == "opens") return opens(name, step);
-    Store& store = at(name);
-    if (verb == "idle") return store.idle();
-    if (verb == "snapshot") return void(snapshots_[step] = store.snapshot());
-    if (verb == "same") return say(store.snapshot() == snapshots_.at(step) ? "yes" : "no");
-    if (verb == "execute") return execute(store, step);
-    if (verb == "place") return insert(store, "Endroit", {{"ID_endroit", ++places_}, {"Endoit", step}});
-    if (verb == "places" || verb == "select") return ofSnapshot(*store.snapshot(), whole);
-    const std::string table = takeWord(step);
-    if (verb == "insert") return insert(store, table, fieldsIn(step));
-    const RowId row = rows_.at(static_cast<std::size_t>(std::stoi(takeWord(step).substr(1))) - 1);
-    if (verb == "erase") return store.erase(table, row);
-    if (verb != "update") throw std::runtime_error("no step begins so");
-    store.update(table, row, fieldsIn(step));
+  void close(std::string&) { opened_.erase(subject); }
+  void hold(std::string&) { engine_.hold(); }
+  void release(std::string&) { engine_.release(); }
+  void idle(std::string&) { store().idle(); }
+  void snapshot(std::string& name) { snapshots_[name] = store().snapshot(); }
+  void same(std::string& name) { say(store().snapshot() == snapshots_.at(name) ? "yes" : "no"); }
+  void place(std::string& name) { insert("Endroit", {{"ID_endroit", ++places_}, {"Endoit", name}}); }
+  void add(std::string& fields) {
+    const std::string table = takeWord(fields);
+    insert(table, fieldsIn(fields));
   }
+  void update(std::string& fields) {
+    const std::string table = takeWord(fields);
+    const RowId row = takeRow(fields);
+    store().update(table, row, fieldsIn(fields));
+  }
+  void erase(std::string& rest) {
+    const std::string table = takeWord(rest);
+    store().erase(table, takeRow(rest));
+  }
+  void executeOn(std::string& statement) { execute(store(), statement); }
+  RowId takeRow(std::string& rest) {
+    return rows_.at(static_cast<std::size_t>(std::stoi(takeWord(rest).substr(1))) - 1);
+  }
+  Store& store() { return at(subject.empty() ? "here" : subject); }
   Store& at(const std::string& name) {
     auto& store = opened_[name];
     if (!store) store = engine_.open();
     return *store;
   }
-  void opens(const std::string& name, const std::string& folder) {
+  void opens(std::string& folder) {
     fs::current_path(engine_.file.folder().path() / folder);
-    opened_[name] =
+    opened_[subject] =
         Store::open("Data Source=BDD.mdb;Jet OLEDB:Database Password=" + std::string(schema::kStorePassword));
     fs::current_path("/");
   }
-  void insert(Store& store, const std::string& table, const FieldValues& fields) {
-    rows_.push_back(store.insert(table, fields));
+  void insert(const std::string& table, const FieldValues& fields) {
+    rows_.push_back(store().insert(table, fields));
     if (std::exchange(highest_[table], rows_.back()) >= rows_.back()) say("its number is no higher");
   }
 
   // Versions
 
-  void ofSnapshot(const Snapshot& snapshot, std::string step) {
-    const std::string whole = step, verb = takeWord(step);
-    if (verb == "places") return places(snapshot);
-    if (verb == "since")
-      return say(std::string(snapshot.latest() ? "latest" : "older") +
-                 (snapshot.unchanged(words(step)) ? ", unchanged" : ", changed"));
-    if (verb == "stream") {
-      const std::string name = takeWord(step);
-      return void(streams_[name] = stream(at("here"), snapshot, step));
-    }
-    const Table rows = read(at("here"), snapshot, whole);
+  std::shared_ptr<const Snapshot> version() {
+    const auto known = snapshots_.find(subject);
+    return known == snapshots_.end() ? store().snapshot() : known->second;
+  }
+  Table rowsOf(const std::string& select) {
+    const auto shown = version();
+    return read(at("here"), *shown, select);
+  }
+  void since(std::string& tables) {
+    const auto shown = version();
+    say(std::string(shown->latest() ? "latest" : "older") +
+        (shown->unchanged(words(tables)) ? ", unchanged" : ", changed"));
+  }
+  void stream(std::string& select) {
+    const std::string name = takeWord(select);
+    streams_[name] = test::stream(at("here"), *version(), select);
+  }
+  void select(std::string& rest) {
+    const Table rows = rowsOf("select " + rest);
     for (const auto& row : rows) say(joined(row));
     if (rows.empty()) say("");
   }
-  void places(const Snapshot& snapshot) {
+  void places(std::string&) {
     std::string names;
-    for (const auto& row : read(at("here"), snapshot, "select Endoit from Endroit"))
+    for (const auto& row : rowsOf("select Endoit from Endroit"))
       names += (names.empty() ? "" : ", ") + row[0].text();
     say(names);
   }
@@ -276,12 +256,12 @@ class Stores {
     disk_->failWrites(codes.at(what), step.empty() ? 0 : std::stoi(step));
   }
   void sql(std::string& step) { tool::Database(path(), tool::Database::Mode::Create).execute(step); }
-  void ask(std::string& step) { say(engine_.file.run("SELECT " + step)); }
+  void ask(std::string& step) { say(engine_.file.run(step)); }
   void log(std::string& step) {
     say(fs::file_size(path() + "-wal") < std::stoul(step) ? "smaller" : "larger");
   }
   void none(std::string&) { fs::remove(path()); }
-  void folder(std::string&) { fs::create_directory(path()); }
+  void folder(std::string& name) { fs::create_directory(engine_.file.folder().path() / name); }
   void pipe(std::string&) { ::mkfifo(path().c_str(), 0600); }
   void file(std::string& step) {
     std::ofstream out(path(), std::ios::binary | std::ios::app);
@@ -296,7 +276,7 @@ class Stores {
     const auto mode = static_cast<mode_t>(std::stoi(takeWord(step), nullptr, 8));
     ::chmod((engine_.file.folder().path() / step).c_str(), mode);
   }
-  void open(std::string&) { opened(engine_.file.connectionString()); }
+  void tryOut(std::string&) { opened(engine_.file.connectionString()); }
   void connect(std::string& step) { opened(step); }
   void opened(const std::string& connection) {
     const auto before = engine_.file.folder().contents();
@@ -330,8 +310,62 @@ class Stores {
   std::unique_ptr<StoreProcess> other_;
 };
 
-[[maybe_unused]] const bool known =
-    registerTranscripts(TAVOLINE_CASES, [](Transcript& script) { Stores().play(script); });
+const Verbs<Stores> Stores::kVerbs(
+    "store",
+    {{"[STORE] place NAME", "adds a place", &Stores::place},
+     {"[STORE] add TABLE FIELD=VALUE...", "adds a row", &Stores::add},
+     {"[STORE] update TABLE #N FIELD=VALUE...", "changes a row", &Stores::update},
+     {"[STORE] erase TABLE #N", "deletes a row", &Stores::erase},
+     {"[STORE] execute UPDATE", "a statement that writes", &Stores::executeOn},
+     {"[STORE] places", "the names of the places, also in a snapshot", &Stores::places},
+     {"[STORE] select ...", "the rows of a select, also in a snapshot", &Stores::select},
+     {"[STORE] snapshot SNAPSHOT", "takes one of the newest version", &Stores::snapshot},
+     {"[STORE] same SNAPSHOT", "whether that is of the newest version", &Stores::same},
+     {"[SNAPSHOT] since TABLE...", "whether it is the newest, and whether tables changed since",
+      &Stores::since},
+     {"[SNAPSHOT] stream STREAM SELECT", "begins to read rows", &Stores::stream},
+     {"next STREAM", "the first field of its next row", &Stores::next},
+     {"forget SNAPSHOT", "lets go of it", &Stores::forget},
+     {"STORE hold", "keeps all others from writing", &Stores::hold},
+     {"STORE release", "lets them", &Stores::release},
+     {"STORE idle", "is told of a quiet moment", &Stores::idle},
+     {"STORE close", "is closed", &Stores::close},
+     {"STORE opens FOLDER", "is opened by a name in its folder, which it then leaves", &Stores::opens},
+     {"keep TABLE COLUMN VALUE", "what becomes of a value", &Stores::keep},
+     {"wide TABLE COLUMN N", "what becomes of a text of N characters, and of more", &Stores::wide},
+     {"kinds ...", "the values of a select, with their kinds", &Stores::kinds},
+     {"catalog", "whether the store tells of its tables what is declared", &Stores::catalog},
+     {"default TABLE COLUMN", "what the store tells of a column", &Stores::defaultOf},
+     {"name NAME STEP[; STEP]...", "makes NAME a step that does all these", &Stores::name},
+     {"times N STEP[; STEP]...", "does them so many times", &Stores::times},
+     {"other STEP", "in another process, which has to begin before one opens the store here", &Stores::other},
+     {"killed WHEN N STEP[; STEP]...", "in a process that dies before, or after, its N-th write",
+      &Stores::killed},
+     {"disk STATE [N]",
+      "is full, read-only, broken, unsynced or well from now on, or behind N more writes; forced: whether "
+      "anything was forced to it since that was asked; waits STEP: does it when somebody here waits for "
+      "another process",
+      &Stores::disk},
+     {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Stores::sql},
+     {"ask SELECT", "the first column of its rows", &Stores::ask},
+     {"log SIZE", "whether the log is smaller", &Stores::log},
+     {"none", "nothing stands in the place of the store", &Stores::none},
+     {"folder NAME", "makes one", &Stores::folder},
+     {"pipe", "a pipe stands in the place of the store", &Stores::pipe},
+     {"file BYTES...", "these bytes stand there, behind what does", &Stores::file},
+     {"cut SIZE", "cuts it to so many bytes", &Stores::cut},
+     {"mode MODE FILE", "sets the rights to a file", &Stores::mode},
+     {"nobody", "gives up the rights to all files", &Stores::nobody},
+     {"try", "whether the store opens", &Stores::tryOut},
+     {"connect STRING", "whether what a connection string names opens", &Stores::connect},
+     {"string STRING", "a connection string", &Stores::string},
+     {"part KEY", "a part of it", &Stores::part}});
+
+bool Stores::played(const std::string& files) {
+  return registerTranscripts(files, [](Transcript& script) { Stores(script).play(script); });
+}
+
+[[maybe_unused]] const bool known = Stores::played(TAVOLINE_CASES);
 
 }  // namespace
 }  // namespace tavoline::test

@@ -1,32 +1,13 @@
-// Values and their conversions, told in text files: see support/Literals.h. A step is one of these:
-//
-//     A + B, also - * /          arithmetic
-//     A ? B                      comparison
-//     A as KIND                  the value in a column of this kind
-//     shown FLOAT                a float as the screens show it, and read back
-//     format PATTERN FLOAT       by a display format
-//     number TEXT, whole TEXT, date TEXT
-//                                what is read from a text; "..." where it has blanks
-//     regional TEXT              the number in a text that must have the regional mark
-//     day DATE                   a date without its time, as the screens show it
-//     stored TEXT                a date in the store's form
-//     of YEAR MONTH DAY [HOUR [MINUTE [SECOND [MILLI]]]]
-//                                that moment in the store's form, its distance from the zero day, what it has
-//     set MARK SEPARATOR ORDER   the regional format from now on
-//     system VARIABLE LOCALE     that of the system if a variable names a locale, and no other does
-//     TEXT like PATTERN, fold TEXT, count TEXT
-//     A names B, plain TEXT, quoted TEXT
-//                                names that are the same, a name folded, a text in quotes
+// Values and their conversions, told in text files; values stand there as support/Literals.h tells.
 
 #include <cstdlib>
 #include <map>
-#include <sstream>
 
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "data/value/Value.h"
 #include "support/Literals.h"
-#include "support/Transcript.h"
+#include "support/Verbs.h"
 
 namespace tavoline {
 namespace {
@@ -34,6 +15,8 @@ namespace {
 using test::takeWord;
 using test::told;
 using test::valueOf;
+
+using Words = std::vector<std::string>;
 
 const std::map<std::string, FieldType> kKinds = {{"whole", FieldType::Integer},
                                                  {"float", FieldType::Float},
@@ -67,10 +50,9 @@ class Surroundings {
 };
 
 /// A moment by its parts, which have to make it up again.
-std::string moment(const std::string& parts) {
+std::string moment(const Words& parts) {
   int part[7] = {};
-  std::istringstream in(parts);
-  for (int& each : part) in >> each;
+  for (std::size_t i = 0; i < parts.size(); ++i) part[i] = std::stoi(parts[i]);
   const DateTime made = DateTime::of(part[0], part[1], part[2], part[3], part[4], part[5], part[6]);
   const bool same = made == DateTime::of(made.year(), made.month(), made.day(), made.hour(), made.minute(),
                                          made.second(), made.milli()) &&
@@ -78,15 +60,6 @@ std::string moment(const std::string& parts) {
                     DateTime::fromStored(made.stored()) == made;
   return made.stored() + " is " + std::to_string(made.millis()) + (made.hasDate() ? ", a date" : "") +
          (made.hasTime() ? ", a time" : "") + (same ? "" : ", but not its parts");
-}
-
-void setFormat(std::string step) {
-  const std::string mark = takeWord(step), separator = takeWord(step);
-  using Order = RegionalFormat::DateOrder;
-  RegionalFormat::set({mark, separator[0],
-                       step == "mdy"   ? Order::MonthDayYear
-                       : step == "ymd" ? Order::YearMonthDay
-                                       : Order::DayMonthYear});
 }
 
 std::string compared(const Value& a, const Value& b) {
@@ -97,46 +70,90 @@ std::string compared(const Value& a, const Value& b) {
   return agree ? told : "the comparisons disagree";
 }
 
-std::string result(const std::string& a, const std::string& sign, const std::string& b) {
-  if (sign == "names") return sameName(a, b) ? "yes" : "no";
-  if (sign == "like") return matchesLike(a, b) ? "yes" : "no";
-  const Value left = valueOf(a);
-  if (sign == "as") return told(left.as(kKinds.at(b)));
-  const Value right = valueOf(b);
-  if (sign == "?") return compared(left, right);
-  if (sign == "+") return told(left + right);
-  if (sign == "-") return told(left - right);
-  if (sign == "*") return told(left * right);
-  if (sign == "/") return told(left / right);
-  throw std::runtime_error("no step looks so");
-}
+class Values {
+ public:
+  explicit Values(test::Transcript& script) : script_(script) {}
 
-std::string perform(std::string step, const Surroundings& around) {
-  std::string first = takeWord(step), rest = step;
-  const std::string word = takeWord(rest);
-  if (first == "shown")
-    return formatFloat(std::stod(word)) + " and back " + formatFloat(readFloat(formatFloat(std::stod(word))));
-  if (first == "format") return '"' + formatPattern(word, std::stod(takeWord(rest))) + '"';
-  if (first == "number") return told(readFloat(word));
-  if (first == "whole") return told(readInteger(word));
-  if (first == "date") return readDateTime(word).stored();
-  if (first == "stored") return DateTime::fromStored(word) ? told(*DateTime::fromStored(word)) : "none";
-  if (first == "day") return formatDate(valueOf(word).toDateTime());
-  if (first == "of") return moment(step);
-  if (first == "set") return setFormat(step), "";
-  if (first == "system") return around.system(word, takeWord(rest));
-  if (first == "regional") return told(readFloat(word, DecimalMark::RegionalOnly));
-  if (first == "plain") return foldName(word);
-  if (first == "quoted") return inQuotes(word);
-  if (first == "fold") return foldCase(word);
-  if (first == "count") return std::to_string(characterCount(word));
-  return result(first, word, takeWord(rest));
-}
+  using Result = std::function<std::string(const std::string& subject, const Words& arguments)>;
+  static std::function<void(Values&, std::string&)> saying(const Result& result) {
+    return [result](Values& values, std::string& arguments) {
+      values.script_.say(result(values.subject, test::words(arguments)));
+    };
+  }
+  using Operation = Value (*)(const Value&, const Value&);
+  static auto calculating(Operation operation) {
+    return saying([operation](const std::string& a, const Words& b) {
+      return told(operation(valueOf(a), valueOf(b.at(0))));
+    });
+  }
+  void system(std::string& arguments) {
+    const std::string variable = takeWord(arguments);
+    script_.say(around_.system(variable, arguments));
+  }
+  void locale(std::string& arguments) {
+    const std::string mark = takeWord(arguments), separator = takeWord(arguments);
+    using Order = RegionalFormat::DateOrder;
+    RegionalFormat::set({mark, separator[0],
+                         arguments == "mdy"   ? Order::MonthDayYear
+                         : arguments == "ymd" ? Order::YearMonthDay
+                                              : Order::DayMonthYear});
+  }
 
-[[maybe_unused]] const bool known = test::registerTranscripts(TAVOLINE_CASES, [](test::Transcript& script) {
-  const Surroundings around;
-  while (script.next()) script.attempt([&] { script.say(perform(script.step(), around)); });
-});
+  std::string subject;
+
+ private:
+  test::Transcript& script_;
+  const Surroundings around_;
+};
+
+const test::Verbs<Values> kVerbs(
+    "values",
+    {{"A + B", "the sum of two values", Values::calculating(operator+)},
+     {"A - B", "their difference", Values::calculating(operator-)},
+     {"A * B", "their product", Values::calculating(operator*)},
+     {"A / B", "their quotient", Values::calculating(operator/)},
+     {"A ? B", "how they compare, by every operator",
+      Values::saying([](auto& a, auto& b) { return compared(valueOf(a), valueOf(b.at(0))); })},
+     {"A as KIND", "the value in a column of this kind",
+      Values::saying([](auto& a, auto& b) { return told(valueOf(a).as(kKinds.at(b.at(0)))); })},
+     {"A names B", "whether two names are the same",
+      Values::saying([](auto& a, auto& b) { return sameName(a, b.at(0)) ? "yes" : "no"; })},
+     {"TEXT like PATTERN", "whether the text matches",
+      Values::saying([](auto& a, auto& b) { return matchesLike(a, b.at(0)) ? "yes" : "no"; })},
+     {"shown FLOAT", "a float as the screens show it, and read back", Values::saying([](auto&, auto& b) {
+        const std::string text = formatFloat(std::stod(b.at(0)));
+        return text + " and back " + formatFloat(readFloat(text));
+      })},
+     {"format PATTERN FLOAT", "a float by a display format",
+      Values::saying([](auto&, auto& b) { return '"' + formatPattern(b.at(0), std::stod(b.at(1))) + '"'; })},
+     {"number TEXT", "the number read from a text",
+      Values::saying([](auto&, auto& b) { return told(readFloat(b.at(0))); })},
+     {"whole TEXT", "the whole number read from a text",
+      Values::saying([](auto&, auto& b) { return told(readInteger(b.at(0))); })},
+     {"regional TEXT", "the number in a text that must have the regional mark",
+      Values::saying([](auto&, auto& b) { return told(readFloat(b.at(0), DecimalMark::RegionalOnly)); })},
+     {"date TEXT", "the date read from a text",
+      Values::saying([](auto&, auto& b) { return readDateTime(b.at(0)).stored(); })},
+     {"day DATE", "a date without its time, as the screens show it",
+      Values::saying([](auto&, auto& b) { return formatDate(valueOf(b.at(0)).toDateTime()); })},
+     {"kept TEXT", "the date in the store's form of one", Values::saying([](auto&, auto& b) {
+        return DateTime::fromStored(b.at(0)) ? told(*DateTime::fromStored(b.at(0))) : "none";
+      })},
+     {"of YEAR MONTH DAY [HOUR MINUTE SECOND MILLI]",
+      "that moment in the store's form, its distance from the zero day, what it has",
+      Values::saying([](auto&, auto& b) { return moment(b); })},
+     {"locale MARK SEPARATOR ORDER", "sets the regional format: dmy, mdy or ymd", &Values::locale},
+     {"system VARIABLE LOCALE", "the format of a system where this variable alone names a locale",
+      &Values::system},
+     {"folded TEXT", "a text without regard to case",
+      Values::saying([](auto&, auto& b) { return foldCase(b.at(0)); })},
+     {"plain NAME", "a name without regard to case",
+      Values::saying([](auto&, auto& b) { return foldName(b.at(0)); })},
+     {"quoted TEXT", "a text in the quotes of a statement",
+      Values::saying([](auto&, auto& b) { return inQuotes(b.at(0)); })},
+     {"characters TEXT", "how many it has",
+      Values::saying([](auto&, auto& b) { return std::to_string(characterCount(b.at(0))); })}});
+[[maybe_unused]] const bool known = kVerbs.registerTranscripts(TAVOLINE_CASES);
 
 }  // namespace
 }  // namespace tavoline
