@@ -29,6 +29,9 @@ std::string formatDateTime(
 /// stored.
 std::string formatPattern(std::string_view pattern, double v);
 
+/// The display format of amounts in DA: two decimals.
+inline constexpr std::string_view moneyFormat = "00.00";
+
 std::int64_t readInteger(std::string_view text);  ///< Throws ConversionError; blanks around are allowed.
 /// Which decimal marks a number may be written with.
 enum class DecimalMark { RegionalOrPoint, RegionalOnly };

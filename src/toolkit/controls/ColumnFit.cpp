@@ -24,15 +24,16 @@ int shrink(std::vector<int>& widths, int excess, const std::vector<int>& floors)
 }  // namespace
 
 std::vector<int> fitColumns(const std::vector<ColumnWish>& wishes, std::size_t rest, int room) {
-  std::vector<int> widths, whole, least;
+  std::vector<int> widths, whole, least, bare;
   for (const ColumnWish& wish : wishes) {
     least.push_back(wish.least);
+    bare.push_back(std::min(wish.bare, wish.least));
     whole.push_back(std::max(wish.whole, wish.least));
     widths.push_back(std::max(wish.wanted, whole.back()));
   }
   const int excess = std::accumulate(widths.begin(), widths.end(), 0) - room;
   if (excess < 0 && rest < widths.size()) widths[rest] -= excess;
-  shrink(widths, shrink(widths, excess, whole), least);
+  shrink(widths, shrink(widths, shrink(widths, excess, whole), least), bare);
   return widths;
 }
 

@@ -3,6 +3,7 @@
 #include <QtCore/QBasicTimer>
 #include <QtWidgets/QTableView>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "toolkit/controls/Binding.h"
@@ -16,13 +17,14 @@ namespace tavoline {
 /// table are counted bit by bit behind them, and the scroll bar then reaches to the last one.
 ///
 /// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
-/// (numbers are right-aligned anyway), "wide" (takes what width is left; otherwise the last one does), "rw"
-/// (can be edited in place unless the grid is read only) and a width in pixels, with commas between:
-/// "prix=Prix|rw,120". Columns are as wide as their titles and the rows in sight, and have at least that
-/// width where there is room. Where there is too little, titles take two lines, then texts are cut; with
-/// `wordWrap` a text too long for its cell goes on below. What is typed in a cell is posted when its row is
-/// left; Ctrl+Delete deletes the current row of a grid that is not read only, once confirmed. The actions of
-/// a grid are its menu (see GridMenu).
+/// (numbers are right-aligned anyway), "money" (an amount: shown as "00.00", read and edited as it
+/// stands), "wide" (takes what width is left; otherwise the last one does), "rw" (can be edited in place
+/// unless the grid is read only) and a width in pixels, with commas between: "prix=Prix|money,rw,120".
+/// Columns are as wide as their titles and the rows that were in sight, and have at least that width where
+/// there is room. Where there is too little, titles take two lines, then texts are cut; figures never are,
+/// they are drawn smaller at the last. With `wordWrap` a text too long for its cell goes on below. What is
+/// typed in a cell is posted when its row is left; Ctrl+Delete deletes the current row of a grid that is not
+/// read only, once confirmed. The actions of a grid are its menu (see GridMenu).
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -54,17 +56,18 @@ class DBGrid : public QTableView, public Binding {
 
  private:
   class Model;
+  class Fit;
   void standOn(const QModelIndex& index);
   void showCurrentRow();
   void deleteCurrentRow();
-  void fitColumns();
+  void widenAtRest();
   void countOn();
 
   QStringList columns_;
   bool readOnly_ = true, rowsStale_ = true;
-  int fittedWidth_ = -1;  // of the viewport when the columns were fitted
   Model* model_;
-  QBasicTimer counting_;
+  std::unique_ptr<Fit> fit_;
+  QBasicTimer counting_, resting_;
   FingerScroll fingers_;
 };
 

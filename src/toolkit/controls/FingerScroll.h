@@ -21,6 +21,11 @@ class FingerScroll {
   FingerScroll(const FingerScroll&) = delete;
   FingerScroll& operator=(const FingerScroll&) = delete;
 
+  /// Whether a finger is down, or what it set going still moves.
+  bool busy() const {
+    return QScroller::hasScroller(viewport_) &&
+           QScroller::scroller(viewport_)->state() != QScroller::Inactive;
+  }
   /// Ends a movement that goes on after the finger has left.
   void stop() {
     if (QScroller::hasScroller(viewport_)) QScroller::scroller(viewport_)->stop();

@@ -10,10 +10,13 @@ namespace tavoline {
 namespace {
 
 constexpr int smallestLetters = 13;  // pixels
+constexpr int smallestFigures = 6;   // the same where nothing may be cut
 
-FittedText cellText(const QString& text, const QStyleOptionViewItem& option, QSize room, bool wrapped) {
+FittedText cellText(const QModelIndex& index, const QStyleOptionViewItem& option, QSize room, bool wrapped) {
+  const QString text = index.data().toString();
   const QFontMetrics& metrics = option.fontMetrics;
   if (metrics.horizontalAdvance(text) <= room.width()) return {{text}, option.font, metrics.height()};
+  if (index.data(FigureRole).toBool()) return fitText(text, option.font, room, smallestFigures);
   if (wrapped) return fitText(text, option.font, room, smallestLetters);
   return {{metrics.elidedText(text, Qt::ElideRight, room.width())}, option.font, metrics.height()};
 }
@@ -39,7 +42,7 @@ void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, con
   const auto* grid = static_cast<const QTableView*>(option.widget);
   const int padding = gridPadding(*grid);
   const QRect room = option.rect.adjusted(padding, 0, -padding, 0);
-  const FittedText fitted = cellText(index.data().toString(), option, room.size(), grid->wordWrap());
+  const FittedText fitted = cellText(index, option, room.size(), grid->wordWrap());
   painter->setFont(fitted.font);
   QRect line(room.left(), room.center().y() - int(fitted.lines.size()) * fitted.lineHeight / 2 + 1,
              room.width(), fitted.lineHeight);

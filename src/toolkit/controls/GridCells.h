@@ -7,9 +7,12 @@ namespace tavoline {
 /// Pixels on either side of a cell's text, in a grid that may be `dense`.
 int gridPadding(const QWidget& grid);
 
+/// By which a cell tells whether it holds a figure.
+constexpr int FigureRole = Qt::UserRole;
+
 /// Draws the cells of a grid. A colour of their own goes before the selection, so that a mark stays seen on
 /// the current row. In a grid with `wordWrap`, a text too long for its cell goes on below, in smaller letters
-/// where it must.
+/// where it must. A figure is drawn as small as it must to be whole.
 class GridCells : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

@@ -3,6 +3,8 @@
 #include <QtCore/QStringList>
 #include <algorithm>
 
+#include "data/value/Regional.h"
+
 namespace tavoline {
 
 GridColumn GridColumn::parse(const QString& line) {
@@ -18,10 +20,16 @@ GridColumn GridColumn::parse(const QString& line) {
       column.writable = true;
     else if (option.trimmed() == QLatin1String("wide"))
       column.wide = true;
+    else if (option.trimmed() == QLatin1String("money"))
+      column.money = true;
     else
       column.width = option.trimmed().toInt();
   }
   return column;
+}
+
+std::string GridColumn::shown(const Value& value) const {
+  return money && value.isNumber() ? formatPattern(moneyFormat, value.toFloat()) : value.text();
 }
 
 int GridColumn::narrowestTitle(const QFontMetrics& metrics) const {

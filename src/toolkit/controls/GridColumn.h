@@ -14,13 +14,19 @@ struct GridColumn {
   static GridColumn parse(const QString& line);
   /// Pixels between a cell's borders that the title wants at least, broken once at most.
   int narrowestTitle(const QFontMetrics& metrics) const;
+  /// How a cell shows a value. Reading and editing go by its exact text.
+  std::string shown(const Value& value) const;
+
+  bool isNumber() const { return money || type == FieldType::Integer || type == FieldType::Float; }
+  bool isFigure() const { return isNumber() || type == FieldType::DateTime; }  ///< Never cut.
 
   std::string field;
   QString title;
   bool rightAligned = false, writable = false;
-  bool wide = false;  // takes what width is left
-  int width = 0;      // pixels that it has at least where there is room
-  int index = -1;     // in the dataset; -1 if it has no such field
+  bool wide = false;   // takes what width is left
+  bool money = false;  // an amount, with two decimals
+  int width = 0;       // pixels that it has at least where there is room
+  int index = -1;      // in the dataset; -1 if it has no such field
   FieldType type = FieldType::Text;
 };
 

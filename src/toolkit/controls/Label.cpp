@@ -5,6 +5,7 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
+#include "toolkit/controls/FittedText.h"
 #include "toolkit/forms/Guard.h"
 
 namespace tavoline {
@@ -36,11 +37,15 @@ void Label::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 namespace {
+
+constexpr double leastFigure = 0.6;  // of its usual width, where a layout must save room
+
 int blanksWidth(const QLabel& label) {
   const QString text = label.text();
   const QFontMetrics metrics = label.fontMetrics();
   return metrics.horizontalAdvance(text) - metrics.horizontalAdvance(text.trimmed());
 }
+
 }  // namespace
 
 QSize Label::sizeHint() const {
@@ -48,13 +53,22 @@ QSize Label::sizeHint() const {
 }
 
 QSize Label::minimumSizeHint() const {
-  return QLabel::minimumSizeHint() - QSize(wordWrap() ? 0 : blanksWidth(*this), 0);
+  const QSize hint = QLabel::minimumSizeHint() - QSize(wordWrap() ? 0 : blanksWidth(*this), 0);
+  return shrinks() ? QSize(int(hint.width() * leastFigure), hint.height()) : hint;
+}
+
+bool Label::shrinks() const {
+  return !wordWrap() && isFigure(text());
 }
 
 void Label::paintEvent(QPaintEvent* event) {
   const bool plain = textFormat() == Qt::PlainText && !text().isEmpty();
-  if (!plain || text() == text().trimmed()) return QLabel::paintEvent(event);
+  if (!plain || (text() == text().trimmed() && !shrinks())) return QLabel::paintEvent(event);
   QPainter painter(this);
+  if (shrinks()) {
+    const int edge = margin() + qMax(indent(), 0);
+    painter.setFont(fittedFont(text().trimmed(), font(), contentsRect().width() - 2 * edge));
+  }
   drawFrame(&painter);
   drawCaption(painter);
 }

@@ -8,7 +8,8 @@
 namespace tavoline {
 
 /// A text, often a hidden one that carries a value between steps. Its `text` is the exact caption; blanks at
-/// the ends of it are kept there and not drawn.
+/// the ends of it are kept there and not drawn. A figure on one line is never cut: where there is too little
+/// room, its letters are made smaller.
 class Label : public QLabel {
   Q_OBJECT
   Q_PROPERTY(QString text READ heldText WRITE setText)
@@ -30,6 +31,9 @@ class Label : public QLabel {
   virtual QString heldText() { return text(); }
   /// The caption without the blanks at its ends, in its place.
   void drawCaption(QPainter& painter);
+
+ private:
+  bool shrinks() const;
 };
 
 }  // namespace tavoline

@@ -25,6 +25,29 @@ TEST_F(BoundTextTest, ACaptionIsPulledAtThatMomentHiddenOrNot) {
   EXPECT_EQ(shown->text(), "Salle");  // painted by itself
 }
 
+TEST_F(BoundTextTest, AFigureIsNeverCut) {
+  station.sql("update caisse set solde = 1234567.75");
+  DM->Caisse.Reopen();
+  auto* total = screen->add<DBText>("DBText1", "DataSourceCaisse", "solde");
+  auto* name = screen->add<Label>("Label1");
+  name->Caption("Comptoir de la terrasse");
+  for (Label* label : {static_cast<Label*>(total), name}) {
+    label->setStyleSheet("font-size: 44px");
+    label->setFixedWidth(90);
+    label->setAlignment(Qt::AlignRight);
+  }
+  open();
+  const auto inkAtLeft = [](Label& label) {
+    const QImage picture = label.grab().toImage();
+    for (int y = 0; y < picture.height(); ++y)
+      if (picture.pixel(0, y) != picture.pixel(0, 0)) return true;
+    return false;
+  };
+  EXPECT_EQ(total->Caption(), "1234567,75");
+  EXPECT_FALSE(inkAtLeft(*total));
+  EXPECT_TRUE(inkAtLeft(*name)) << "a text that is no figure shows what a cut looks like";
+}
+
 TEST_F(BoundTextTest, WhereThereIsNothingToShowTheCaptionIsEmpty) {
   auto* text = screen->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
   auto* unknown = screen->add<DBText>("DBText2", "DataSourceEndroit", "n_commande");

@@ -7,7 +7,7 @@ namespace {
 
 TEST(ColumnFit, SharesTheRoom) {
   using Widths = std::vector<int>;
-  const std::vector<ColumnWish> wishes = {{100, 80, 60}, {200, 150, 70}, {120, 120, 120}};
+  const std::vector<ColumnWish> wishes = {{100, 80, 60, 60}, {200, 150, 70, 70}, {120, 120, 120, 90}};
   const struct {
     const char* what;
     int room;
@@ -21,7 +21,8 @@ TEST(ColumnFit, SharesTheRoom) {
       {"then all the titles", 350, 1, {80, 150, 120}},
       {"then texts are cut, an amount never", 300, 1, {80, 100, 120}},
       {"down to the least", 250, 1, {60, 70, 120}},
-      {"and no further", 10, 1, {60, 70, 120}},
+      {"then figures are drawn smaller", 240, 1, {60, 70, 110}},
+      {"and no further", 10, 1, {60, 70, 90}},
   };
   for (const auto& c : cases) EXPECT_EQ(fitColumns(wishes, c.rest, c.room), c.expected) << c.what;
   EXPECT_TRUE(fitColumns({}, 0, 100).empty());

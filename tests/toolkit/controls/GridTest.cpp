@@ -205,6 +205,29 @@ TEST_F(GridTest, WrappedTextsKeepAllColumnsInSight) {
   }
 }
 
+TEST_F(GridTest, AmountsAreWholeWhereverTheGridStands) {
+  station.sql("update article set prix_vente = 1234567.755 where code_barre = '05000'");
+  DM->Article.Reopen();
+  grid->setColumns({"code_barre=Code Article", "prix_vente=Prix|money,rw", "designation_article=Article"});
+  grid->setReadOnly(false);
+  open();
+  EXPECT_EQ(cell(0, 1), "01,50");
+  const int before = grid->columnWidth(1);
+  DM->Article.Last();
+  station.settle();
+  EXPECT_EQ(cell(rows - 1, 1), "1234567,76");
+  EXPECT_GE(grid->columnWidth(1), grid->fontMetrics().horizontalAdvance("1234567,76") + 24);
+  const int wide = grid->columnWidth(1);
+  DM->Article.First();
+  station.settle();
+  EXPECT_EQ(grid->columnWidth(1), wide) << "columns grow as rows come into sight, and do not shrink again";
+  EXPECT_LT(before, wide);
+
+  station.tapAt(grid->viewport(), place(1, 1));
+  station.press(Qt::Key_F2);
+  EXPECT_EQ(grid->findChild<QLineEdit*>()->text(), "3") << "an edit shows the exact value";
+}
+
 TEST_F(GridTest, TheMenuIsForTheRowUnderTheFinger) {
   QAction reprint(QStringLiteral("Réimprimer"), grid);
   std::string chosen;

@@ -1,0 +1,125 @@
+#include "toolkit/controls/GridModel.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QColor>
+
+#include "toolkit/controls/GridCells.h"
+#include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+namespace {
+
+Qt::Alignment columnAlignment(const GridColumn& column) {
+  return Qt::AlignVCenter | (column.isNumber() || column.rightAligned ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+}  // namespace
+
+void DBGrid::Model::setColumns(const QStringList& lines) {
+  beginResetModel();
+  columns_.clear();
+  for (const QString& line : lines) columns_.push_back(GridColumn::parse(line));
+  endResetModel();
+}
+
+void DBGrid::Model::reread() {
+  Dataset* rows = grid_.dataset();
+  const bool open = rows && rows->Active();
+  for (GridColumn& column : columns_) {
+    column.index = open ? rows->ColumnIndex(column.field) : -1;
+    if (column.index >= 0) column.type = rows->Columns()[std::size_t(column.index)].type;
+  }
+  current_ = open ? rows->RecordNumber() : -1;
+  setRows(open ? int(rows->RecordsCounted()) : 0);
+}
+
+void DBGrid::Model::setRows(int rows) {
+  if (rows > rows_) {
+    beginInsertRows({}, rows_, rows - 1);
+    rows_ = rows;
+    endInsertRows();
+  } else if (rows < rows_) {
+    beginRemoveRows({}, rows, rows_ - 1);
+    rows_ = rows;
+    endRemoveRows();
+  }
+}
+
+QVariant DBGrid::Model::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal) return {};
+  if (role == Qt::DisplayRole) return columns_[std::size_t(section)].title;
+  if (role != Qt::TextAlignmentRole) return {};
+  return int(columnAlignment(columns_[std::size_t(section)])) | Qt::TextWordWrap;
+}
+
+QVariant DBGrid::Model::data(const QModelIndex& index, int role) const {
+  const GridColumn& column = columns_[std::size_t(index.column())];
+  switch (role) {
+    case Qt::DisplayRole:
+      return reading([&] { return QString::fromStdString(column.shown(value(index.row(), column))); });
+    case Qt::EditRole:
+      return reading([&] { return QString::fromStdString(value(index.row(), column).text()); });
+    case Qt::TextAlignmentRole:
+      return int(columnAlignment(column));
+    case Qt::BackgroundRole:
+      return reading([&] { return colour(index.row(), column); });
+    case FigureRole:
+      return column.isFigure();
+    default:
+      return {};
+  }
+}
+
+bool DBGrid::Model::setData(const QModelIndex& index, const QVariant& typed, int role) {
+  if (role != Qt::EditRole || typed.toString() == data(index, role).toString()) return false;
+  return guarded([&] {
+    const GridColumn& column = columns_[std::size_t(index.column())];
+    Dataset& rows = *grid_.dataset();
+    if (rows.RecordNumber() != index.row()) rows.MoveTo(std::size_t(index.row()));
+    rows.Edit();
+    const bool empty = typed.toString().isEmpty() && column.type != FieldType::Text;
+    rows.SetFieldValue(column.field, empty ? Value() : Value(typed.toString().toStdString()));
+  });
+}
+
+Qt::ItemFlags DBGrid::Model::flags(const QModelIndex& index) const {
+  const bool writable = !grid_.readOnly_ && columns_[std::size_t(index.column())].writable;
+  return QAbstractTableModel::flags(index) | (writable ? Qt::ItemIsEditable : Qt::NoItemFlags);
+}
+
+Value DBGrid::Model::value(int record, const GridColumn& column) const {
+  Dataset& rows = *grid_.dataset();
+  if (column.index < 0 || !rows.Active()) return {};
+  // The row being edited shows its values as edited.
+  if (record == current_ && rows.State() == DatasetState::Edit) {
+    const Displaying display;
+    return rows.FieldValue(column.field);
+  }
+  return rows.ValueAt(std::size_t(record), std::size_t(column.index));
+}
+
+QVariant DBGrid::Model::colour(int record, const GridColumn& column) const {
+  if (!grid_.OnCellColour || !grid_.dataset()->Active()) return {};
+  const Displaying display;
+  const QColor wanted = grid_.OnCellColour(*grid_.dataset(), std::size_t(record), column.field);
+  return wanted.isValid() ? QVariant(wanted) : QVariant();
+}
+
+template <class Read>
+QVariant DBGrid::Model::reading(Read read) const {
+  try {
+    return read();
+  } catch (const std::exception& error) {
+    auto* self = const_cast<Model*>(this);
+    QTimer::singleShot(0, self, [self, failure = std::string(error.what())] {
+      if (self->rows_ == 0) return;
+      self->setRows(0);
+      ShowMessage(failure);
+    });
+    return {};
+  }
+}
+
+}  // namespace tavoline
