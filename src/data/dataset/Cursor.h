@@ -11,7 +11,7 @@ namespace tavoline {
 
 /// The rows behind an open dataset: a position in the visible rows of one statement, on one snapshot, read as
 /// they are asked for. The dataset owns it and adds states, pending values and listeners. Positions answer
-/// false, and do not move, when there is no such row.
+/// false, and do not move, when there is no such row or the store fails.
 class Cursor {
  public:
   virtual ~Cursor() = default;
@@ -38,9 +38,14 @@ class Cursor {
   virtual Value valueAt(std::size_t record, std::size_t column) = 0;
   virtual int record() = 0;  ///< -1 without a current row, or with one that the filter hides.
   virtual bool moveTo(std::size_t record) = 0;
+  /// The first visible row that holds the value, which is of the column's type: stands on it, or tells its
+  /// number, -1 for none, and stays.
   virtual bool locate(std::size_t column, const Value& value) = 0;
+  virtual int recordOf(std::size_t column, const Value& value) = 0;
 
-  /// Newer values for the same rows, the position kept as far as its row is still there.
+  /// Newer values for the same rows, whatever they now answer to the statement's own condition; the filter is
+  /// asked of the newer ones. The position is kept as far as its row is still there. Throws StoreError, and
+  /// then changes nothing.
   virtual void refresh(std::shared_ptr<const Snapshot> newer) = 0;
   /// Lets go of an old snapshot where a newer one shows the same rows.
   virtual void renew(Store& store) = 0;

@@ -167,6 +167,14 @@ bool Dataset::Locate(std::string_view field, const Value& value) {
   return true;
 }
 
+int Dataset::RecordOf(std::string_view field, const Value& value) try {
+  Cursor& cursor = open("cette recherche");
+  const std::size_t index = column(field);
+  return cursor.recordOf(index, value.as(columns_[index].type));
+} catch (const ConversionError&) {
+  return -1;
+}
+
 std::size_t Dataset::RecordCount() {
   return open("cette lecture").count();
 }

@@ -119,6 +119,8 @@ class Dataset {
   void MoveTo(std::size_t record);
   /// Stands on the first visible row whose field equals the value; false, and no move, if there is none.
   bool Locate(std::string_view field, const Value& value);
+  /// The number of that row, and no move; -1 if there is none, or the field cannot hold such a value.
+  int RecordOf(std::string_view field, const Value& value);
 
   void DisableControls() { controlsDisabled_ = true; }
   bool ControlsDisabled() const { return controlsDisabled_; }

@@ -1,223 +1,154 @@
-// How a table cursor reads: pages by keyset conditions, single rows by number, pictures one by one.
+#include "data/dataset/TablePages.h"
 
 #include <algorithm>
-#include <iterator>
 
-#include "data/dataset/TableCursor.h"
 #include "data/sql/Resolver.h"
 
 namespace tavoline {
 
 namespace {
-constexpr std::size_t kFirstPage = 4;  // most questions are about one row
-constexpr std::size_t kLargestPage = 128;
-
-sql::ExprPtr literal(Value value) {
-  return sql::make(sql::Literal{std::move(value)});
+sql::Item ridItem(const std::string& table) {
+  return {sql::rid(table), "rid", FieldType::Integer};
 }
 }  // namespace
 
-TableCursor::Key TableCursor::keyOf(const std::vector<Value>& values, RowId rid) const {
-  Key key;
-  key.reserve(order_.size() + 1);
-  for (const auto& [column, descending] : order_) key.push_back(values[column]);
-  key.emplace_back(rid);
-  return key;
+TablePages::TablePages(CursorSource source)
+    : source_(std::move(source)),
+      tables_{source_.select.from->table},
+      order_(source_.select),
+      narrowed_(source_.select) {
+  for (std::size_t i = 0; i < columns().size(); ++i)
+    if (columns()[i].type != FieldType::Blob) readColumns_.push_back(i);
 }
 
-bool TableCursor::before(const Key& a, const Key& b) const {
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (a[i] == b[i]) continue;
-    const bool descending = i < order_.size() && order_[i].second;
-    return descending ? b[i] < a[i] : a[i] < b[i];
+void TablePages::filter(const sql::ExprPtr& filter) {
+  narrowed_ = sql::narrowed(source_.select, filter);
+  filter_ = filter;
+}
+
+/// The statement under the filter, as far as it can hold rows that belong to it.
+sql::Select TablePages::reading() const {
+  sql::Select select = narrowed_;
+  select.updatable = false;
+  select.items = {ridItem(table())};
+  select.orderBy.clear();
+  if (ceiling_) {
+    const RowId last = joined_.empty() ? *ceiling_ : joined_.back();
+    select.where = sql::conjunction(
+        narrowed_.where, sql::binary(sql::Op::LessEqual, sql::rid(table()), sql::make(sql::Literal{last})));
   }
-  return false;
+  return select;
 }
 
-/// Rows behind `key` in the statement's order (or before it, backwards). The leading term stands alone as
-/// well, so that an index on it is used as a range.
-sql::ExprPtr TableCursor::beyond(const Key& key, bool inclusive, bool backwards, std::size_t part) const {
-  const bool lastPart = part == order_.size();
-  const sql::ExprPtr column = lastPart ? sql::rid(table_) : source_.select.items[order_[part].first].expr;
-  const bool descending = !lastPart && order_[part].second;
-  const bool upwards = descending == backwards;
-  const Value& value = key[part];
-  if (lastPart) {
-    if (upwards)
-      return sql::binary(inclusive ? sql::Op::GreaterEqual : sql::Op::Greater, column, literal(value));
-    return sql::binary(inclusive ? sql::Op::LessEqual : sql::Op::Less, column, literal(value));
-  }
-  const sql::ExprPtr rest = beyond(key, inclusive, backwards, part + 1);
-  if (value.isNull()) {  // null sorts before everything
-    const sql::ExprPtr same = sql::conjunction(sql::make(sql::IsNull{column, false}), rest);
-    return upwards ? sql::binary(sql::Op::Or, sql::make(sql::IsNull{column, true}), same) : same;
-  }
-  const sql::ExprPtr strict = sql::binary(upwards ? sql::Op::Greater : sql::Op::Less, column, literal(value));
-  const sql::ExprPtr same = sql::conjunction(sql::binary(sql::Op::Equal, column, literal(value)), rest);
-  sql::ExprPtr either = sql::binary(sql::Op::Or, strict, same);
-  if (!upwards) return sql::binary(sql::Op::Or, sql::make(sql::IsNull{column, false}), either);
-  return sql::conjunction(sql::binary(sql::Op::GreaterEqual, column, literal(value)), either);
+bool TablePages::member(RowId rid) const {
+  if (!ceiling_) return true;
+  if (rid > *ceiling_) return std::binary_search(joined_.begin(), joined_.end(), rid);
+  return !members_ || std::binary_search(members_->begin(), members_->end(), rid);
 }
 
-sql::ExprPtr TableCursor::membership() const {
-  if (!ceiling_) return nullptr;
-  return sql::binary(sql::Op::LessEqual, sql::rid(table_), literal(Value(*ceiling_)));
-}
-
-TableCursor::Row TableCursor::readRow(const Rows& rows) const {
-  Row row;
+TableRow TablePages::rowOf(const Rows& rows) const {
+  TableRow row;
   row.rid = rows.value(0).toInteger();
-  row.values.resize(source_.select.items.size());
+  row.values.resize(columns().size());
   row.unread.assign(row.values.size(), true);
   for (std::size_t i = 0; i < readColumns_.size(); ++i) {
     row.values[readColumns_[i]] = rows.value(i + 1);
     row.unread[readColumns_[i]] = false;
   }
-  row.key = keyOf(row.values, row.rid);
+  row.key = order_.keyOf(row.values, row.rid);
   return row;
 }
 
-/// Rows of the snapshot that satisfy the filter and `extra`, in order or against it, changed ones left out.
-std::vector<TableCursor::Row> TableCursor::fetch(const sql::ExprPtr& extra, bool backwards, std::size_t limit,
-                                                 bool& exhausted) {
-  sql::Select select = narrowed_;
-  select.items.clear();
-  select.updatable = false;
-  select.items.push_back({sql::rid(table_), "rid", FieldType::Integer});
-  for (const std::size_t column : readColumns_) select.items.push_back(source_.select.items[column]);
-  select.where = sql::conjunction(sql::conjunction(narrowed_.where, membership()), extra);
-  select.orderBy.clear();
-  for (const auto& [column, descending] : order_)
-    select.orderBy.push_back({source_.select.items[column].expr, descending != backwards});
-  select.orderBy.push_back({sql::rid(table_), backwards});
+TablePages::Page TablePages::read(const Reading& reading, std::size_t limit,
+                                  const sql::ExprPtr& extra) const {
+  sql::Select select = this->reading();
+  for (const std::size_t column : readColumns_) select.items.push_back(columns()[column]);
+  select.where = sql::conjunction(sql::conjunction(select.where, order_.condition(reading)), extra);
+  select.orderBy = order_.orderBy(reading.backwards);
   select.limit = static_cast<std::int64_t>(limit);
-
-  std::vector<Row> found;
+  Page page;
   std::size_t seen = 0;
-  const auto rows = source_.snapshot->query(select, source_.parameters);
-  Key lastKey;
-  while (rows->next()) {
-    ++seen;
-    Row row = readRow(*rows);
-    if (changes_.contains(row.rid)) {
-      lastKey = row.key;
-      continue;
-    }
-    found.push_back(std::move(row));
+  for (const auto rows = source_.snapshot->query(select, source_.parameters); rows->next(); ++seen) {
+    TableRow row = rowOf(*rows);
+    page.end = row.key;
+    if (member(row.rid)) page.rows.push_back(std::move(row));
   }
-  exhausted = seen < limit;
-  // A page of nothing but changed rows says nothing about what follows: read on behind it.
-  if (found.empty() && !exhausted)
-    return fetch(sql::conjunction(extra, beyond(lastKey, false, backwards)), backwards, limit, exhausted);
-  return found;
+  page.exhausted = seen < limit;
+  return page;
 }
 
-/// The next page behind `from` (before it, backwards), changed rows merged in at their places.
-std::vector<TableCursor::Row> TableCursor::page(const std::optional<Key>& from, bool inclusive,
-                                                bool backwards, bool& exhausted) {
-  pageSize_ = std::clamp(pageSize_ * 2, kFirstPage, kLargestPage);
-  if (order_.empty() && filter_ && pageSize_ == kLargestPage) wholeList();  // someone walks through them all
-  if (order_.empty() && list_ && list_->whole) return listedPage(from, inclusive, backwards, exhausted);
-  std::vector<Row> rows =
-      fetch(from ? beyond(*from, inclusive, backwards) : nullptr, backwards, pageSize_, exhausted);
-  const auto comes = [&](const Key& a, const Key& b) { return backwards ? before(b, a) : before(a, b); };
-  for (const auto& [rid, change] : changes_) {
-    if (!change.row || !visible(*change.row)) continue;
-    const Key& key = change.key;
-    if (from && (comes(key, *from) || (!inclusive && !comes(*from, key)))) continue;
-    if (!exhausted && (rows.empty() || comes(rows.back().key, key))) continue;
-    const auto place =
-        std::find_if(rows.begin(), rows.end(), [&](const Row& r) { return comes(key, r.key); });
-    rows.insert(place, *change.row);
-  }
-  return rows;
-}
-
-/// The same from the list, where there is one: a filter's index is in another order than the rows, and every
-/// page would begin with sorting all that it finds.
-std::vector<TableCursor::Row> TableCursor::listedPage(const std::optional<Key>& from, bool inclusive,
-                                                      bool backwards, bool& exhausted) {
-  const auto begin = list_->rids.cbegin(), end = list_->rids.cend() - std::ptrdiff_t(list_->own);
-  auto first = begin, last = end;
-  if (from) {
-    const RowId rid = from->back().toInteger();
-    auto& bound = backwards ? last : first;
-    bound = inclusive == backwards ? std::upper_bound(begin, end, rid) : std::lower_bound(begin, end, rid);
-  }
-  exhausted = last - first <= std::ptrdiff_t(pageSize_);
-  if (!exhausted && backwards) first = last - std::ptrdiff_t(pageSize_);
-  if (!exhausted && !backwards) last = first + std::ptrdiff_t(pageSize_);
-
-  std::vector<RowId> unchanged;
-  std::copy_if(first, last, std::back_inserter(unchanged),
-               [this](RowId rid) { return !changes_.contains(rid); });
-  std::vector<Row> rows = findAll(unchanged);
-  for (; first != last; ++first)
-    if (const auto change = changes_.find(*first); change != changes_.end())
-      rows.push_back(*change->second.row);
-  std::sort(rows.begin(), rows.end(),
-            [backwards](const Row& a, const Row& b) { return backwards ? b.rid < a.rid : a.rid < b.rid; });
-  return rows;
-}
-
-/// Makes the page read from `from` the page at hand and stands on its first row in the direction of reading.
-bool TableCursor::loadPage(const std::optional<Key>& from, bool inclusive, bool backwards) {
-  bool exhausted = false;
-  std::vector<Row> rows = page(from, inclusive, backwards, exhausted);
-  if (rows.empty()) return false;
-  page_.clear();
-  if (backwards) {
-    page_.assign(std::make_move_iterator(rows.rbegin()), std::make_move_iterator(rows.rend()));
-    at_ = page_.size() - 1;
-    pageStart_ = exhausted;
-    pageEnd_ = !from;
-  } else {
-    page_.assign(std::make_move_iterator(rows.begin()), std::make_move_iterator(rows.end()));
-    at_ = 0;
-    pageStart_ = !from;
-    pageEnd_ = exhausted;
-  }
-  where_ = Where::Page;
-  return true;
-}
-
-std::vector<TableCursor::Row> TableCursor::findAll(const std::vector<RowId>& rids) {
-  std::vector<Row> found;
+std::vector<TableRow> TablePages::find(const std::vector<RowId>& rids) const {
+  std::vector<TableRow> found;
   if (rids.empty()) return found;
   sql::Select select = source_.select;
-  select.items.clear();
   select.updatable = false;
-  select.items.push_back({sql::rid(table_), "rid", FieldType::Integer});
-  for (const std::size_t column : readColumns_) select.items.push_back(source_.select.items[column]);
+  select.items = {ridItem(table())};
+  for (const std::size_t column : readColumns_) select.items.push_back(columns()[column]);
   // Any row that was a member once stays one: the statement's own condition is not asked again.
-  sql::In in{sql::rid(table_), {}, false};
+  sql::In in{sql::rid(table()), {}, false};
   for (const RowId rid : rids) in.values.emplace_back(rid);
   select.where = sql::make(std::move(in));
   select.orderBy.clear();
-  const auto rows = source_.snapshot->query(select, source_.parameters);
-  while (rows->next()) found.push_back(readRow(*rows));
+  const auto rows = source_.snapshot->query(select);
+  while (rows->next()) found.push_back(rowOf(*rows));
   return found;
 }
 
-std::optional<TableCursor::Row> TableCursor::find(RowId rid) {
-  if (const auto change = changes_.find(rid); change != changes_.end()) return change->second.row;
-  if (const auto own = ownRead_.find(rid); own != ownRead_.end()) return own->second;
-  auto rows = findAll({rid});
-  if (rows.empty()) return std::nullopt;
-  return std::move(rows.front());
-}
-
-const Value& TableCursor::fetched(Row& row, std::size_t column) {
+const Value& TablePages::fetched(TableRow& row, std::size_t column) const {
   if (row.unread.empty() || !row.unread[column]) return row.values[column];
   sql::Select select = source_.select;
-  select.items = {source_.select.items[column]};
+  select.items = {columns()[column]};
   select.updatable = false;
-  select.where = sql::binary(sql::Op::Equal, sql::rid(table_), literal(Value(row.rid)));
+  select.where = sql::binary(sql::Op::Equal, sql::rid(table()), sql::make(sql::Literal{Value(row.rid)}));
   select.orderBy.clear();
-  const auto rows = source_.snapshot->query(select, source_.parameters);
+  const auto rows = source_.snapshot->query(select);
   if (rows->next()) row.values[column] = rows->value(0);
   row.unread[column] = false;
   return row.values[column];
+}
+
+std::unique_ptr<Rows> TablePages::numbers(Listing listing, std::optional<std::size_t> limit) const {
+  sql::Select select = reading();
+  if (listing != Listing::AnyOrder) select.orderBy = order_.orderBy(false);
+  if (listing == Listing::WithKeys)
+    for (sql::Item& item : order_.items()) select.items.push_back(std::move(item));
+  if (limit) select.limit = static_cast<std::int64_t>(*limit);
+  return source_.snapshot->query(select, source_.parameters);
+}
+
+void TablePages::moveOn(std::shared_ptr<const Snapshot> newer, const std::vector<RowId>& joining) {
+  if (!ceiling_) {
+    sql::Select held = source_.select;
+    held.updatable = false;
+    held.items = {ridItem(table())};
+    held.orderBy.clear();
+    std::optional<std::vector<RowId>> members;
+    RowId highest = 0;
+    if (held.where) {
+      members.emplace();
+      for (const auto rows = source_.snapshot->query(held, source_.parameters); rows->next();)
+        members->push_back(rows->value(0).toInteger());
+      std::ranges::sort(*members);
+      if (!members->empty()) highest = members->back();
+    } else {
+      held.items.front().expr = sql::make(sql::Call{sql::Aggregate::Max, sql::rid(table())});
+      const auto rows = source_.snapshot->query(held);
+      if (rows->next() && !rows->value(0).isNull()) highest = rows->value(0).toInteger();
+    }
+    sql::Select unconditioned = source_.select;
+    unconditioned.where = nullptr;
+    narrowed_ = sql::narrowed(unconditioned, filter_);
+    source_.select = std::move(unconditioned);
+    members_ = std::move(members);
+    ceiling_ = highest;
+  }
+  joined_.insert(joined_.end(), joining.begin(), joining.end());
+  source_.snapshot = std::move(newer);
+}
+
+void TablePages::renew(Store& store) {
+  if (source_.snapshot->latest() || !source_.snapshot->unchanged(tables_)) return;
+  source_.snapshot = store.snapshot();
 }
 
 }  // namespace tavoline

@@ -34,12 +34,10 @@ QString LookupList::text(std::size_t row) const {
 }
 
 int LookupList::rowOf(const Value& wanted) const {
-  if (wanted.isNull()) return -1;
-  const std::size_t rows = count();
-  for (std::size_t row = 0; row < rows; ++row) {
-    if (key(row) == wanted) return int(row);
-  }
-  return -1;
+  Dataset* rows = dataset();
+  const std::string field = keyField.trimmed().toStdString();
+  if (wanted.isNull() || !rows || !rows->Active() || rows->ColumnIndex(field) < 0) return -1;
+  return rows->RecordOf(field, wanted);
 }
 
 void LookupList::choose(std::size_t row) const {
