@@ -33,6 +33,7 @@ class ResultCursor : public Cursor {
   /// many, a group or an aggregate, has no row of its own in the store and stays as it was.
   void refresh(std::shared_ptr<const Snapshot> newer) override;
   void renew(Store& store) override;
+  std::size_t held() const { return rows_.size(); }  ///< How many rows are in memory.
 
  private:
   using Row = std::vector<Value>;  // the columns, and unless reckoned the row numbers in each table

@@ -1,22 +1,17 @@
 #pragma once
 
 #include <deque>
-#include <map>
 #include <optional>
 
 #include "data/dataset/Cursor.h"
-#include "data/dataset/OwnWrites.h"
-#include "data/dataset/RowList.h"
-#include "data/dataset/TablePages.h"
+#include "data/dataset/TableRows.h"
 
 namespace tavoline {
 
-/// A keyset cursor over `select * from` one table: a position in the pages of its snapshot with what this
-/// cursor wrote laid over them. Rows by number come from a list of row numbers, which is made for just who
-/// counts or jumps.
+/// A keyset cursor over `select * from` one table: a position in its rows, with a page of them around it.
 class TableCursor : public Cursor {
  public:
-  explicit TableCursor(CursorSource source);
+  explicit TableCursor(CursorSource source) : rows_(std::move(source)) {}
 
   void filter(const sql::ExprPtr& filter) override;
   bool first() override;
@@ -25,17 +20,17 @@ class TableCursor : public Cursor {
   bool prior() override;
   bool onRow() override { return settle(); }
   Value value(std::size_t column) override;
-  std::vector<Value> values() override;
-  std::size_t count() override;
-  std::size_t counted() override;
-  bool countOn(std::size_t rows) override;
+  std::vector<Value> values() override { return current().values; }
+  std::size_t count() override { return rows_.list().count(); }
+  std::size_t counted() override { return rows_.list().counted(); }
+  bool countOn(std::size_t rows) override { return rows_.list().countOn(rows); }
   Value valueAt(std::size_t record, std::size_t column) override;
   int record() override;
   bool moveTo(std::size_t record) override;
   bool locate(std::size_t column, const Value& value) override;
   int recordOf(std::size_t column, const Value& value) override;
   void refresh(std::shared_ptr<const Snapshot> newer) override;
-  void renew(Store& store) override;
+  void renew(Store& store) override { rows_.renew(store); }
 
   bool updatable() const override { return true; }
   void insert(Store& store, const Written& fields) override;
@@ -57,21 +52,13 @@ class TableCursor : public Cursor {
   TableRow& current();
   bool load(const Reading& reading);
   bool stand(std::optional<RowId> inserted);
+  bool none();
   void lose(const TableRow& row);
-  OwnWrites& own();
-  RowList& list();
+  void stayOn(const TableRow& row);
+  FieldValues named(const Written& fields) const;
+  int recordOf(RowId rid);
 
-  std::vector<TableRow> page(Reading reading, bool& exhausted);
-  std::vector<TableRow> listedPage(const Reading& reading, bool& exhausted);
-  std::optional<TableRow> search(std::size_t column, const Value& value);
-  TableRow& rowAt(std::size_t record);
-  void written(const TableRow& row);
-
-  TablePages pages_;
-  OwnWrites own_;
-  std::optional<RowList> list_;
-  std::map<RowId, TableRow> listRead_;  // of the snapshot, read for those who ask by number
-
+  TableRows rows_;
   Where where_ = Where::Unread;
   std::deque<TableRow> page_;
   bool pageStart_ = false, pageEnd_ = false;  // no row of the snapshot before, behind the page
