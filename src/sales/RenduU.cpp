@@ -20,10 +20,6 @@ TRenduF::TRenduF() : TForm("RenduF") {
   Ready();
 }
 
-void TRenduF::FormShow() {
-  Edit1->SetFocus();
-}
-
 /// The total less the amount taken: below zero when there is change to give.
 void TRenduF::Edit1Change() {
   if (Edit1->Text().empty()) return Label10->Caption("");

@@ -18,7 +18,6 @@ class TRenduF : public TForm, public Ui::RenduF {
   void EnregistrerClick();
 
  protected:
-  void FormShow() override;
   void CloseCommand() override {}
 };
 

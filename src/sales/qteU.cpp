@@ -16,13 +16,6 @@ TqteF::TqteF() : TForm("qteF") {
   Ready();
 }
 
-/// The quantity is there to be typed over.
-void TqteF::FormShow() {
-  RzDBSpinEdit1->SetFocus();
-  RzDBSpinEdit1->sync();
-  RzDBSpinEdit1->selectAll();
-}
-
 void TqteF::EnregistrerClick() {
   DM->Article.Reopen();
   DM->Article.FilterBy("code_barre='" + Commande_avnF->DBText14->Caption() + "'");

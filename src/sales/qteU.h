@@ -15,9 +15,6 @@ class TqteF : public TForm, public Ui::qteF {
 
   void EnregistrerClick();
 
- protected:
-  void FormShow() override;
-
  private:
   bool stockSuffices();
   void takeFromStock();

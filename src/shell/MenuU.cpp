@@ -10,6 +10,7 @@
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
+#include "toolkit/forms/Taps.h"
 
 namespace tavoline {
 
@@ -302,11 +303,14 @@ void TMenuF::okClick() {
   if (auto* redraw = Forms::control<Button>("commandeF", "RzButton1")) redraw->Click();
 }
 
-// Stopped while it works, so that a failing store shows one box and not a pile of them.
+// The tiles are not changed under a finger. The timer is stopped while it works, so that a failing store
+// shows one box and not a pile of them.
 void TMenuF::Timer1Timer() {
   Timer1->stop();
-  guarded([this] { ok->Click(); });
-  Timer1->start();
+  Taps::whenLifted(this, [this] {
+    guarded([this] { ok->Click(); });
+    Timer1->start();
+  });
 }
 
 }  // namespace tavoline

@@ -7,6 +7,7 @@
 #include <QtWidgets/QApplication>
 #include <map>
 
+#include "toolkit/forms/Taps.h"
 #include "tools/store/Creation.h"
 
 namespace tavoline {
@@ -112,6 +113,7 @@ void Workstation::tap(QWidget* control) {
 void Workstation::tapAt(QWidget* control, QPoint place) {
   if (!reachable(control, place)) return;
   QWidget* window = control->window();
+  Taps::forget();
   QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, place));
   settle();
 }
@@ -119,6 +121,7 @@ void Workstation::tapAt(QWidget* control, QPoint place) {
 void Workstation::doubleTapAt(QWidget* control, QPoint place) {
   if (!reachable(control, place)) return;
   QWidget* window = control->window();
+  Taps::forget();
   QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, control->mapTo(window, place));
   settle();
 }

@@ -35,7 +35,10 @@ void DBComboBox::setItems(const QStringList& texts) {
 
 void DBComboBox::showText(const QString& text) {
   setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
-  if (isEditable()) setEditText(text);
+  if (!isEditable()) return;
+  const bool toBeTypedOver = window()->focusWidget() == this && lineEdit()->selectedText() == currentText();
+  setEditText(text);
+  if (toBeTypedOver) lineEdit()->selectAll();
 }
 
 void DBComboBox::changed() {

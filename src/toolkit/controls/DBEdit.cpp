@@ -18,7 +18,9 @@ void DBEdit::Text(std::string_view text) {
 }
 
 void DBEdit::showText(const QString& text) {
+  const bool toBeTypedOver = window()->focusWidget() == this && selectedText() == this->text();
   setText(text);
+  if (toBeTypedOver) selectAll();
 }
 
 void DBEdit::typed() {
@@ -29,6 +31,13 @@ void DBEdit::typed() {
 void DBEdit::focusLeft() {
   leave();
   Edit::focusLeft();
+}
+
+bool DBEdit::typedOver() const {
+  const int column = dataset() ? dataset()->ColumnIndex(dataField().toStdString()) : -1;
+  if (column < 0) return false;
+  const FieldType type = dataset()->Columns()[std::size_t(column)].type;
+  return type == FieldType::Integer || type == FieldType::Float;
 }
 
 QString DBEdit::heldText() {

@@ -7,7 +7,8 @@ namespace tavoline {
 
 /// An input on one field. The first key puts the dataset into edit state; the typed text waits in the control
 /// and is given up when the dataset asks for it, or when the focus leaves. Text that does not convert to the
-/// field throws and goes on waiting. A plain input as long as it has no data source.
+/// field throws and goes on waiting. A tap on a number selects it, to be typed over. A plain input as long as
+/// it has no data source.
 class DBEdit : public Edit, public TextBinding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -25,6 +26,7 @@ class DBEdit : public Edit, public TextBinding {
   void typed() override;
   void focusLeft() override;
   QString heldText() override;
+  bool typedOver() const override;
 };
 
 }  // namespace tavoline

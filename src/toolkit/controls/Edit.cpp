@@ -1,7 +1,9 @@
 #include "toolkit/controls/Edit.h"
 
 #include <QtGui/QFocusEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QValidator>
+#include <utility>
 
 #include "toolkit/controls/Focus.h"
 #include "toolkit/forms/Guard.h"
@@ -63,7 +65,18 @@ void Edit::focusLeft() {
 }
 
 void Edit::keyPressEvent(QKeyEvent* event) {
+  touched_ = true;
   if (!pathKey(*event, OnEnter, OnUp, OnDown)) QLineEdit::keyPressEvent(event);
+}
+
+void Edit::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  if (!std::exchange(touched_, true) && typedOver() && !hasSelectedText()) selectAll();
+}
+
+void Edit::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  if (event->reason() != Qt::PopupFocusReason) touched_ = false;
 }
 
 void Edit::focusOutEvent(QFocusEvent* event) {

@@ -35,15 +35,21 @@ class Edit : public QLineEdit {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   virtual void typed();      ///< After every change by the user.
   virtual void focusLeft();  ///< The focus went to another control of the system.
   virtual QString heldText() { return text(); }
+  /// Whether the first tap after the focus came selects the text, to be typed over. The next one places the
+  /// cursor.
+  virtual bool typedOver() const { return false; }
 
  private:
   void enterText(const QString& text);
 
   bool upperCase_ = false;
+  bool touched_ = false;  // a key or a tap came since the focus did
 };
 
 }  // namespace tavoline

@@ -4,20 +4,43 @@
 #include <QtGui/QCloseEvent>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
 
 #include "data/DMU.h"
 #include "toolkit/forms/Bindable.h"
 #include "toolkit/forms/Docking.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Taps.h"
 
 namespace tavoline {
+
+namespace {
+
+/// Something that a user types or chooses in.
+bool isInput(const QWidget& widget) {
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) return !line->isReadOnly();
+  if (const auto* text = qobject_cast<const QPlainTextEdit*>(&widget)) return !text->isReadOnly();
+  return qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QAbstractSpinBox*>(&widget);
+}
+
+const TForm* screenOf(const QWidget* control) {
+  while (control && !qobject_cast<const TForm*>(control)) control = control->parentWidget();
+  return static_cast<const TForm*>(control);
+}
+
+}  // namespace
 
 TForm::TForm(const char* instanceName) {
   setObjectName(QString::fromUtf8(instanceName));
   setAutoFillBackground(true);  // opaque, so that what it covers is not painted
   Forms::add(this);
+  Taps::instance();
 }
 
 TForm::~TForm() {
@@ -43,7 +66,34 @@ void TForm::Show() {
   } else {
     showWindow();
   }
-  if (wasHidden) FormShow();
+  if (wasHidden) {
+    focusFirstInput();
+    FormShow();
+  }
+  Taps::screenChanged();
+}
+
+/// In the order of the Tab key.
+void TForm::focusFirstInput() {
+  for (QWidget* at = nextInFocusChain(); at != this; at = at->nextInFocusChain()) {
+    if (!isInput(*at) || !at->isEnabled() || !at->isVisibleTo(this) || !(at->focusPolicy() & Qt::TabFocus) ||
+        screenOf(at) != this)
+      continue;
+    at->setFocus(Qt::OtherFocusReason);
+    auto* list = qobject_cast<QComboBox*>(at);
+    if (auto* line = list ? list->lineEdit() : qobject_cast<QLineEdit*>(at)) line->selectAll();
+    if (auto* text = qobject_cast<QPlainTextEdit*>(at)) text->selectAll();
+    return;
+  }
+}
+
+/// Told before the window is first shown: a window manager asks no later.
+void TForm::belongToFirst() {
+  TForm* first = Forms::all().front();
+  if (first == this || isVisible()) return;
+  if (windowType() == Qt::Window) setWindowFlags((windowFlags() & ~Qt::WindowType_Mask) | Qt::Dialog);
+  winId();
+  windowHandle()->setTransientParent(first->window()->windowHandle());
 }
 
 void TForm::showWindow() {
@@ -54,12 +104,8 @@ void TForm::showWindow() {
     frame.moveCenter(screen()->availableGeometry().center());
     move(frame.topLeft());
   }
+  belongToFirst();
   show();
-  // The first screen is the frame of all the others: their windows stay in front of it.
-  TForm* first = Forms::all().front();
-  if (first != this && windowHandle() && first->windowHandle()) {
-    windowHandle()->setTransientParent(first->window()->windowHandle());
-  }
   raise();
   if (!windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) activateWindow();
 }
@@ -93,6 +139,7 @@ void TForm::conceal() {
   if (!open_) return;
   open_ = false;
   hide();
+  Taps::screenChanged();
   if (panel_) return Docking::of(panel_)->close(this);
   // Where no window manager does it, the focus goes back to the frame of all screens.
   TForm* first = Forms::all().front();
@@ -107,6 +154,14 @@ void TForm::Dock(QWidget* panel) {
   setParent(panel, Qt::Widget);
   open_ = wasOpen;
   if (wasOpen) Docking::of(panel)->open(this);
+}
+
+void TForm::CloseCommand() {
+  for (QAbstractButton* leave : findChildren<QAbstractButton*>()) {
+    if (leave->text().trimmed() != QLatin1String("Fermer") || screenOf(leave) != this) continue;
+    if (leave->isEnabled() && leave->isVisibleTo(this)) return leave->click();
+  }
+  Close();
 }
 
 void TForm::closeEvent(QCloseEvent* event) {

@@ -22,8 +22,9 @@ class TForm : public QWidget {
   explicit TForm(const char* instanceName);
   ~TForm() override;
 
-  /// Makes the screen visible and brings it to the front; FormShow runs when it was hidden, and what it
-  /// throws ends the caller. A window is centred on its display unless it is maximised.
+  /// Makes the screen visible and brings it to the front. When it was hidden, its first enabled input takes
+  /// the focus with its text selected, then FormShow runs, and what that throws ends the caller. A window is
+  /// centred on its display unless it is maximised; it belongs to the first screen and stays in front of it.
   void Show();
   /// As Show, and returns when the screen is closed; meanwhile no other screen takes input.
   void ShowModal();
@@ -44,13 +45,15 @@ class TForm : public QWidget {
   void Ready();
   virtual void FormShow() {}
   virtual void FormClose() {}
-  /// The window system's close command. Default: Close().
-  virtual void CloseCommand() { Close(); }
+  /// The window system's close command. Does what the screen's button "Fermer" does, or else Close().
+  virtual void CloseCommand();
 
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void showWindow();
+  void belongToFirst();
+  void focusFirstInput();
   void conceal();
 
   bool open_ = false;
