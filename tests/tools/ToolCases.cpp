@@ -5,6 +5,7 @@
 #include "support/Literals.h"
 #include "support/Verbs.h"
 #include "tests/tools/ToolFixture.h"
+#include "tools/store/Check.h"
 #include "tools/store/demo/Demo.h"
 
 namespace tavoline::tool {
@@ -79,6 +80,18 @@ class Tool : public ToolTest {
     before_ = std::move(now);
   }
 
+  void broken(std::string& statements) {
+    whole(statements);
+    plant("BDD.mdb", statements);
+    const std::vector<std::string> findings = checkStore("BDD.mdb");
+    for (const std::string& finding : findings) script_.say(finding);
+    if (findings.empty()) script_.say("(none)");
+  }
+  void wrong(std::string& arguments) {
+    const int status = tool(test::words(arguments));
+    const auto end = said.find("\nVoyez « tavoline-store --help ».\n");
+    script_.say(status == 2 && end != said.npos ? said.substr(0, end) : "it is taken");
+  }
   void quietly(std::string& arguments) {
     if (tool(test::words(arguments)) != 0) throw std::runtime_error(said);
   }
@@ -107,7 +120,9 @@ class Tool : public ToolTest {
 const test::Verbs<Tool> kVerbs(
     "tool",
     {{"tavoline-store ARGUMENTS", "says what it says, and its exit status unless that is 0", &Tool::run},
-     {"quietly ARGUMENTS", "the same, where only its success counts", &Tool::quietly},
+     {"succeeds ARGUMENTS", "the same, where only its success counts", &Tool::quietly},
+     {"wrong ARGUMENTS", "what it says of a wrong call, before it refers to --help", &Tool::wrong},
+     {"broken STATEMENT", "what a check finds in a whole store after this", &Tool::broken},
      {"on FILE", "the store of the next steps, as any SQLite tool opens it", &Tool::on},
      {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Tool::sql},
      {"ask SELECT", "the first column of its rows", &Tool::ask},

@@ -114,13 +114,9 @@ class Dialect {
   }
 
   void written(std::string&) {
-    const std::pair<const char*, const sql::Engine&> engines[] = {{"sqlite", sql::sqliteEngine()},
-                                                                  {"postgres", sql::postgresEngine()}};
-    for (const auto& [name, engine] : engines) {
-      const sql::Written written = sql::write(narrowed_, parameters_, engine);
-      script_.say(std::string(name) + ": " + written.text.substr(written.text.find(" from ") + 1));
-      script_.say("  with " + joined(written.values));
-    }
+    const sql::Written written = sql::write(narrowed_, parameters_, sql::sqliteEngine());
+    script_.say(written.text.substr(written.text.find(" from ") + 1));
+    script_.say("with " + joined(written.values));
   }
 
   void columns(std::string&) {
@@ -183,7 +179,7 @@ const Verbs<Dialect> kVerbs(
      {"above TABLE RID", "the last select, only rows above this one", &Dialect::above},
      {"limit COUNT", "the last select cut to so many rows", &Dialect::limit},
      {"newest TABLE", "the last select, its newest rows first", &Dialect::newest},
-     {"engines", "the last select as each engine gets it, behind its select list, and its values",
+     {"text", "the last select as the engine gets it, behind its select list, and its values",
       &Dialect::written},
      {"columns", "of the last select, with their types, then its tables", &Dialect::columns},
      {"parameters STATEMENT", "the names of its parameters", &Dialect::parameters},

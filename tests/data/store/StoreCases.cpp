@@ -16,7 +16,6 @@
 #include "data/schema/Schema.h"
 #include "data/value/Errors.h"
 #include "support/Literals.h"
-#include "support/StoreFaults.h"
 #include "support/StoreFile.h"
 #include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
@@ -223,19 +222,6 @@ class Stores {
     script_->say(sharedPage());
   }
 
-  void killed(std::string& step) {
-    const auto fault =
-        takeWord(step) == "before" ? StoreFaults::Fault::DieBefore : StoreFaults::Fault::DieAfter;
-    const int write = std::stoi(takeWord(step));
-    const int status = runElsewhere([&] {
-      const auto faulty = std::make_shared<StoreFaults>(engine_.open());
-      faulty->at(write, fault);
-      opened_["here"] = faulty;
-      performAll(step);
-    });
-    if (!WIFSIGNALED(status) || WTERMSIG(status) != SIGKILL) say("it lived");
-  }
-
   // The disk, and what stands on it
 
   void disk(std::string& step) {
@@ -339,8 +325,6 @@ const Verbs<Stores> Stores::kVerbs(
      {"name NAME STEP[; STEP]...", "makes NAME a step that does all these", &Stores::name},
      {"times N STEP[; STEP]...", "does them so many times", &Stores::times},
      {"other STEP", "in another process, which has to begin before one opens the store here", &Stores::other},
-     {"killed WHEN N STEP[; STEP]...", "in a process that dies before, or after, its N-th write",
-      &Stores::killed},
      {"disk STATE [N]",
       "is full, read-only, broken, unsynced or well from now on, or behind N more writes; forced: whether "
       "anything was forced to it since that was asked; waits STEP: does it when somebody here waits for "

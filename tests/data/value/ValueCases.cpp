@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "data/value/Errors.h"
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "data/value/Value.h"
@@ -86,6 +87,19 @@ class Values {
       return told(operation(valueOf(a), valueOf(b.at(0))));
     });
   }
+  void refused(std::string& arguments) {
+    const std::string kind = takeWord(arguments);
+    bool all = true;
+    for (const std::string& text : test::words(arguments)) try {
+        kind == "date"    ? void(readDateTime(text))
+        : kind == "whole" ? void(readInteger(text))
+                          : void(readFloat(text));
+        script_.say(text + " is read");
+        all = false;
+      } catch (const ConversionError&) {
+      }
+    if (all) script_.say("all");
+  }
   void system(std::string& arguments) {
     const std::string variable = takeWord(arguments);
     script_.say(around_.system(variable, arguments));
@@ -130,6 +144,8 @@ const test::Verbs<Values> kVerbs(
       Values::saying([](auto&, auto& b) { return told(readFloat(b.at(0))); })},
      {"whole TEXT", "the whole number read from a text",
       Values::saying([](auto&, auto& b) { return told(readInteger(b.at(0))); })},
+     {"refused KIND TEXT...", "which of these texts are read as a number, whole or date, against expectation",
+      &Values::refused},
      {"regional TEXT", "the number in a text that must have the regional mark",
       Values::saying([](auto&, auto& b) { return told(readFloat(b.at(0), DecimalMark::RegionalOnly)); })},
      {"date TEXT", "the date read from a text",
