@@ -49,8 +49,8 @@ struct Model {
 
 struct Walk {
   const char* name;
-  bool byCode;
-  int rows;  // more than a thousand are not all listed at once
+  const char* behind;  // what follows "select * from article"
+  int rows;            // more than a thousand are not all listed at once
 };
 
 class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
@@ -60,14 +60,14 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
     void (Walks::*perform)();
     bool needsRow;
   };
-  static constexpr int kOperations = 13;
+  static constexpr int kOperations = 17;
   static const Operation operations[kOperations];
 
   void SetUp() override {
     DatasetTest::SetUp();
     random.seed(byCode ? 7 : 11);
     for (int i = 0; i < GetParam().rows; ++i) here->insert("article", fields(stored.emplace_back(fresh())));
-    rows.emplace(here, byCode ? "select * from article order by code_barre" : "select * from article");
+    rows.emplace(here, (std::string("select * from article ") + GetParam().behind).c_str());
     reopen();
   }
   void TearDown() override {
@@ -96,6 +96,7 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
   void reopen() {
     rows->Reopen();
     model.rows = stored;
+    if (conditioned) std::erase_if(model.rows, [](const Line& line) { return line.value == "c"; });
     std::stable_sort(model.rows.begin(), model.rows.end(), [this](const Line& a, const Line& b) {
       return byCode && a.code != b.code ? a.code < b.code : a.id < b.id;
     });
@@ -145,11 +146,39 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
   }
   void erase() {
     const auto now = inStore(model.current().id);
-    if (now == stored.end()) return;
+    rows->Edit();
+    (*rows)["autre"] = "typed";
+    if (now == stored.end()) {
+      EXPECT_THROW(rows->Delete(), StoreError);
+      EXPECT_EQ((*rows)["autre"].text(), "typed");
+      return rows->Cancel();
+    }
     rows->Delete();
     stored.erase(now);
     model.erase(model.at);
     model.settle(model.at);
+  }
+  /// A new row that is given up: cancelled, deleted, or refused and cancelled.
+  void giveUp() {
+    const int way = pick(3);
+    rows->Insert();
+    (*rows)["code_barre"] = stored.front().code;
+    if (way == 0) return rows->Delete();
+    if (way == 1) {
+      EXPECT_THROW(rows->Post(), StoreError);
+    }
+    rows->Cancel();
+  }
+  /// Something that is not in this table, so that a quiet moment may move on.
+  void other() { there->insert("type", {{"code", ++lastId}}); }
+  void renew() { rows->Renew(); }
+  void locate() {
+    const std::string value = letter(4);
+    int found = model.shown(0), record = 0;
+    for (; found >= 0 && model[found].value != value; ++record) found = model.shown(found + 1);
+    EXPECT_EQ(rows->RecordOf("autre", value), found < 0 ? -1 : record);
+    EXPECT_EQ(rows->Locate("autre", value), found >= 0);
+    model.move(found);
   }
   void elsewhere() {
     if (stored.size() <= 5) return;
@@ -204,7 +233,8 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
     first();
   }
 
-  const bool byCode = GetParam().byCode;
+  const bool byCode = std::string(GetParam().behind).find("order") != std::string::npos;
+  const bool conditioned = std::string(GetParam().behind).find("where") != std::string::npos;
   std::mt19937 random;
   int lastId = 0;
   Lines stored;
@@ -219,7 +249,9 @@ const Walks::Operation Walks::operations[] = {
     {"first", &Walks::first, false},   {"elsewhere", &Walks::elsewhere, false},
     {"last", &Walks::last, false},     {"prior", &Walks::prior, true},
     {"jump", &Walks::jump, true},      {"count", &Walks::count, false},
-    {"next", &Walks::next, true}};
+    {"next", &Walks::next, true},      {"give up", &Walks::giveUp, false},
+    {"renew", &Walks::renew, false},   {"locate", &Walks::locate, false},
+    {"other", &Walks::other, false}};
 
 TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   for (int step = 0; step < 600 && !HasFailure(); ++step) {
@@ -234,10 +266,13 @@ TEST_P(Walks, ShowWhatAWholeTableInMemoryWouldShow) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Tables, Walks,
-                         testing::Values(Walk{"ByInsertion", false, 300}, Walk{"ByCode", true, 300},
-                                         Walk{"LongByInsertion", false, 1600}),
-                         [](const auto& walk) { return walk.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Tables, Walks,
+    testing::Values(Walk{"ByInsertion", "", 300}, Walk{"ByCode", "order by code_barre", 300},
+                    Walk{"UnderACondition", "where autre<>'c'", 300},
+                    Walk{"UnderAConditionByCode", "where autre<>'c' order by code_barre", 300},
+                    Walk{"LongByInsertion", "", 1600}),
+    [](const auto& walk) { return walk.param.name; });
 
 }  // namespace
 }  // namespace tavoline
