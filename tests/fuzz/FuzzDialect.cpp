@@ -12,6 +12,7 @@
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
+#include "data/store/sqlite/Engine.h"
 #include "data/value/Errors.h"
 
 namespace tavoline::test {
@@ -77,21 +78,20 @@ sql::Parameters parametersFor(std::string_view text) {
 }
 
 template <class T>
-void writeBoth(const T& resolved, const sql::Parameters& parameters) {
-  for (const sql::Engine* engine : {&sql::sqliteEngine(), &sql::postgresEngine()})
-    inspect(sql::write(resolved, parameters, *engine));
+void write(const T& resolved, const sql::Parameters& parameters) {
+  inspect(sql::write(resolved, parameters, sqlite::engine()));
 }
 
 void run(std::string_view text, std::string_view filterText) {
   const sql::Statement statement = sql::parseStatement(text);
   const sql::Parameters parameters = parametersFor(text);
   if (const auto* update = std::get_if<sql::Update>(&statement))
-    return writeBoth(sql::resolve(*update, catalog()), parameters);
+    return write(sql::resolve(*update, catalog()), parameters);
 
   const sql::Select select = sql::resolve(std::get<sql::Select>(statement), catalog());
-  writeBoth(select, parameters);
+  write(select, parameters);
   const sql::ExprPtr filter = sql::parseFilter(filterText);
-  writeBoth(sql::narrowed(select, filter), parameters);
+  write(sql::narrowed(select, filter), parameters);
   sql::holds(sql::resolveFilter(filter, select.items), select.items, std::vector<Value>(select.items.size()));
 }
 

@@ -12,7 +12,6 @@
 #include "support/StoreFile.h"
 #include "support/StoreProcess.h"
 #include "toolkit/theme/Theme.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline {
 namespace {
@@ -111,7 +110,7 @@ TEST(ProcessTest, AKilledProgramLeavesExactlyItsEarlierWrites) {
       ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
       fs::current_path(home.store());
       const TDM reopened(Store::open(TDM::ConnectionString));
-      const tool::Database side("BDD.mdb", tool::Database::Mode::Observe);
+      sqlite::Connection side = test::sideDoor("BDD.mdb");
       EXPECT_EQ(side.text("pragma integrity_check"), "ok");
       EXPECT_EQ(side.text(std::string("select ") + Contents), states[std::size_t(n)]);
     }

@@ -18,6 +18,10 @@ std::string bytesOf(const fs::path& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+sqlite::Connection sideDoor(const std::string& path) {
+  return {path, path, sqlite::Connection::Role::Maker};
+}
+
 TemporaryFolder::TemporaryFolder() {
   std::string name = (fs::temp_directory_path() / "tavoline-XXXXXX").string();
   if (!::mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
@@ -50,7 +54,7 @@ std::shared_ptr<Store> StoreFile::open() const {
 }
 
 std::string StoreFile::run(const std::string& sql) const {
-  return tool::Database(path().string(), tool::Database::Mode::Create).text(sql);
+  return sideDoor(path()).text(sql);
 }
 
 std::unique_ptr<Rows> stream(const Store& store, const Snapshot& snapshot, std::string_view statement,

@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "data/store/Store.h"
+#include "data/store/sqlite/Connection.h"
 
 namespace tavoline::test {
 
 /// The bytes of a file; none if it cannot be read.
 std::string bytesOf(const std::filesystem::path& file);
+
+/// A store as any SQLite tool opens it; makes an empty file where there is none.
+sqlite::Connection sideDoor(const std::string& path);
 
 /// A folder that goes when the test ends.
 class TemporaryFolder {

@@ -27,7 +27,7 @@ Workstation::Workstation(const std::filesystem::path& folder) : folder_(folder) 
 
 void Workstation::settleIn() {
   std::filesystem::current_path(folder_);
-  door_.emplace("BDD.mdb", tool::Database::Mode::Create);
+  door_.emplace("BDD.mdb", "BDD.mdb", sqlite::Connection::Role::Maker);
   Messages& messages = Messages::current();
   messages.show = [this](const std::string& text) { answer(text); };
   messages.confirm = [this](const std::string& text, const std::string&) { return answer(text) == "Oui"; };

@@ -16,7 +16,6 @@
 #include "support/StoreFile.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Messages.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline {
 
@@ -100,7 +99,7 @@ class Workstation {
 
   std::optional<test::TemporaryFolder> own_;
   std::filesystem::path folder_, before_ = std::filesystem::current_path();
-  std::optional<tool::Database> door_;
+  std::optional<sqlite::Connection> door_;
   std::vector<std::function<void()>> forget_;
   std::deque<Answer> expected_;
 };

@@ -13,10 +13,10 @@ using Pictures = ToolTest;
 TEST_F(Pictures, EveryArticleOfTheDemoHasItsOwn) {
   const DemoReport report = createDemo(file());
   ASSERT_TRUE(report.pictures) << report.withoutPictures;
-  Database store(file(), Database::Mode::Observe);
+  sqlite::Connection store = test::sideDoor(file());
   EXPECT_EQ(store.integer("SELECT count(*) - count(DISTINCT image) FROM article"), 0);
   int decoded = 0;
-  for (Statement row = store.prepare("SELECT image, designation_article FROM article"); row.step();
+  for (sqlite::Statement row = store.prepare("SELECT image, designation_article FROM article"); row.step();
        ++decoded) {
     const std::string png = row.text(0);
     QImage picture;

@@ -23,6 +23,9 @@ class Tool : public ToolTest {
 
   void run(std::string& arguments) {
     const int status = tool(test::words(arguments));
+    const std::string passing = folder.path();
+    for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
+      said.replace(at, passing.size(), "DOSSIER");
     script_.say(said);
     if (status != 0) script_.say("exit " + std::to_string(status));
   }
@@ -40,7 +43,7 @@ class Tool : public ToolTest {
 
   void rules(std::string& name) {
     std::ifstream in(TAVOLINE_FOLDER + name);
-    const Database store(store_, Database::Mode::Observe);
+    sqlite::Connection store = observed(store_);
     int kept = 0;
     for (std::string rule; std::getline(in >> std::ws, rule, ';');) {
       const std::string broken = store.text(rule);
@@ -53,7 +56,7 @@ class Tool : public ToolTest {
   }
 
   void workstation(std::string& statements) {
-    if (!workstation_) workstation_.emplace("BDD.mdb", Database::Mode::Create);
+    if (!workstation_) workstation_.emplace("BDD.mdb", "BDD.mdb", sqlite::Connection::Role::Writer);
     workstation_->execute(statements);
   }
 
@@ -104,16 +107,16 @@ class Tool : public ToolTest {
 
  private:
   void tell(const std::string& select, int column) {
-    const Database store(store_, Database::Mode::Observe);
+    sqlite::Connection store = observed(store_);
     bool any = false;
-    for (Statement row = store.prepare(select); row.step(); any = true)
+    for (sqlite::Statement row = store.prepare(select); row.step(); any = true)
       script_.say(row.isNull(column) ? "null" : row.text(column));
     if (!any) script_.say("(none)");
   }
 
   test::Transcript& script_;
   std::string store_ = "BDD.mdb";
-  std::optional<Database> workstation_;
+  std::optional<sqlite::Connection> workstation_;
   std::map<std::string, std::string> before_;
 };
 

@@ -11,7 +11,6 @@
 #include "data/value/Clock.h"
 #include "support/StoreFile.h"
 #include "tools/store/Commands.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline::tool {
 
@@ -34,13 +33,14 @@ class ToolTest : public testing::Test {
   }
 
   /// Runs `sql` on `path` as any SQLite tool would.
-  static void plant(const std::string& path, const std::string& sql) {
-    Database(path, Database::Mode::Create).execute(sql);
+  static void plant(const std::string& path, const std::string& sql) { test::sideDoor(path).execute(sql); }
+
+  /// Looks at `path` without changing anything.
+  static sqlite::Connection observed(const std::string& path) {
+    return {path, path, sqlite::Connection::Role::Observer};
   }
 
-  static std::string ask(const std::string& path, const std::string& sql) {
-    return Database(path, Database::Mode::Observe).text(sql);
-  }
+  static std::string ask(const std::string& path, const std::string& sql) { return observed(path).text(sql); }
 
   const test::TemporaryFolder folder;
   std::string said;

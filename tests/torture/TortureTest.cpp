@@ -18,7 +18,6 @@
 #include "support/StoreFile.h"
 #include "support/StoreVfs.h"
 #include "tools/store/Check.h"
-#include "tools/store/Sqlite.h"
 #include "tools/store/demo/Demo.h"
 #include "torture/Journal.h"
 #include "torture/Verdict.h"
@@ -261,8 +260,7 @@ TEST(Torture, TheVerdictSeesWhatIsWrong) {
   for (const auto& [what, done, acknowledged, uncertain, well] : cases) {
     const Cafe cafe;
     Witness witness("BDD.mdb");
-    for (const std::string& write : done)
-      tool::Database("BDD.mdb", tool::Database::Mode::Create).execute(write);
+    for (const std::string& write : done) sideDoor("BDD.mdb").execute(write);
     JournalReader journal;
     journal.acknowledged = acknowledged;
     journal.uncertain = uncertain;

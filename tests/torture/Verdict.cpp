@@ -5,15 +5,15 @@
 
 #include "data/schema/Schema.h"
 #include "data/value/Errors.h"
+#include "support/StoreFile.h"
 #include "tools/store/Backup.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
 namespace {
 
-using tool::Database;
+using sqlite::Connection;
 
-std::map<std::string, std::string> contents(const Database& store) {
+std::map<std::string, std::string> contents(Connection& store) {
   std::map<std::string, std::string> found;
   for (const schema::Table& table : schema::tables()) {
     std::string lines = "SELECT rid";
@@ -25,8 +25,9 @@ std::map<std::string, std::string> contents(const Database& store) {
   return found;
 }
 
-std::vector<std::string> differences(const std::string& store, const Database& copy) {
-  const auto found = contents(Database(store, Database::Mode::Observe));
+std::vector<std::string> differences(const std::string& store, Connection& copy) {
+  Connection original(store, store, Connection::Role::Observer);
+  const auto found = contents(original);
   std::vector<std::string> wrong;
   for (const auto& [table, rows] : contents(copy))
     if (found.at(table) != rows)
@@ -46,7 +47,7 @@ Witness::Witness(std::string store) : store_(std::move(store)), copy_(store_ + "
 }
 
 std::vector<std::string> Witness::verdict(const JournalReader& journal) {
-  const Database copy(copy_, Database::Mode::Create);
+  Connection copy = sideDoor(copy_);
   for (const std::string& write : journal.acknowledged) copy.execute(write);
   std::vector<std::string> wrong = differences(store_, copy);
   if (wrong.empty()) return wrong;

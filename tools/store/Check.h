@@ -1,12 +1,13 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "tools/store/RowRules.h"
 
 namespace tavoline::tool {
 
-/// What is wrong with the store `path`, one French sentence a finding; none if it is whole. Reads only, and
+/// What is wrong with the store `path`, one French sentence each; none if it is whole. Reads only, and
 /// lets the workstations go on. Throws StoreError if the file cannot be looked at at all.
-std::vector<std::string> checkStore(const std::string& path);
+Findings checkStore(const std::string& path);
 
 }  // namespace tavoline::tool

@@ -76,9 +76,9 @@ int create(const std::vector<std::string>& words, std::ostream& out) {
   if (std::find(kRoles.begin(), kRoles.end(), role) == kRoles.end())
     throw UsageError("le rôle est Admin, KeyUser ou User");
 
-  createStore(arguments.file(0), schema::kStorePassword, [&](Database& database) {
-    database.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
-    database.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role"})
+  createStore(arguments.file(0), schema::kStorePassword, [&](Filler& filler) {
+    filler.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
+    filler.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role"})
         .run(login, password, surname, firstName, role);
   });
   out << "« " << arguments.file(0) << " » est créée. Premier compte : login " << login << ", mot de passe "

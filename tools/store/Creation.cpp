@@ -10,6 +10,10 @@
 #include <cstring>
 #include <filesystem>
 
+#include "data/store/Definitions.h"
+#include "data/store/Writes.h"
+#include "data/store/sqlite/Connection.h"
+#include "data/store/sqlite/Engine.h"
 #include "data/value/Errors.h"
 
 namespace tavoline::tool {
@@ -56,8 +60,10 @@ void removeLeftovers(const fs::path& path) {
 }
 
 [[noreturn]] void raiseSystem(const std::string& path) {
-  throw StoreError("« " + path + " » ne peut pas être écrit : " + std::strerror(errno) +
-                   ". Vérifiez le dossier et ses droits.");
+  throw StoreError("« " + path +
+                       " » ne peut pas être écrit. Vérifiez que son dossier existe, que vous avez le "
+                       "droit d'y écrire, et qu'il reste de la place.",
+                   std::strerror(errno));
 }
 
 void forceToDisk(const std::string& path) {
@@ -78,6 +84,24 @@ void giveName(const std::string& from, const std::string& to) {
   if (::rename(from.c_str(), to.c_str()) != 0) raiseSystem(to);
 }
 
+class SqliteFiller : public Filler {
+ public:
+  explicit SqliteFiller(sqlite::Connection& connection) : connection_(connection) {}
+
+  Inserter inserter(std::string_view table, const std::vector<std::string_view>& columns) override {
+    auto statement = std::make_shared<sqlite::Statement>(
+        connection_.prepare(insertionText(table, columns, sqlite::engine())));
+    return Inserter([statement](std::span<const Value> row) {
+      statement->bind(row);
+      while (statement->step()) {
+      }
+    });
+  }
+
+ private:
+  sqlite::Connection& connection_;
+};
+
 }  // namespace
 
 void publishFile(const std::string& path, const std::function<void(const std::string&)>& build) {
@@ -94,23 +118,24 @@ void publishFile(const std::string& path, const std::function<void(const std::st
 
 void createStore(const std::string& path, std::string_view password, const Filling& fill) {
   publishFile(path, [&](const std::string& temporary) {
-    Database database(temporary, Database::Mode::Create);
+    sqlite::Connection connection(temporary, path, sqlite::Connection::Role::Maker);
     // Nobody sees the file before it has its name, so it needs neither a journal nor a write in order.
     for (const char* pragma : {"journal_mode = OFF", "synchronous = OFF", "locking_mode = EXCLUSIVE",
                                "cache_size = -262144", "temp_store = MEMORY", "encoding = 'UTF-8'"})
-      database.execute("PRAGMA " + std::string(pragma));
-    database.execute("PRAGMA application_id = " + std::to_string(schema::kApplicationId));
-    database.execute("BEGIN");
-    for (const std::string& sql : schema::tableDefinitions(schema::sqliteEngine())) database.execute(sql);
-    for (const std::string& sql : schema::recordStatements(password)) database.execute(sql);
-    if (fill) fill(database);
-    for (const std::string& sql : schema::indexDefinitions(schema::sqliteEngine())) database.execute(sql);
-    database.execute("COMMIT");
-    database.execute("PRAGMA locking_mode = NORMAL");
-    if (database.text("PRAGMA journal_mode = WAL") != "wal")
+      connection.execute("PRAGMA " + std::string(pragma));
+    connection.execute("PRAGMA application_id = " + std::to_string(schema::kApplicationId));
+    connection.execute("BEGIN");
+    for (const Definition& table : tableDefinitions(sqlite::engine())) connection.execute(table.text);
+    for (const std::string& row : recordStatements(sqlite::engine(), password)) connection.execute(row);
+    SqliteFiller filler(connection);
+    if (fill) fill(filler);
+    for (const Definition& one : auxiliaryDefinitions(sqlite::engine())) connection.execute(one.text);
+    connection.execute("COMMIT");
+    connection.execute("PRAGMA locking_mode = NORMAL");
+    if (connection.text("PRAGMA journal_mode = WAL") != "wal")
       throw StoreError(
           "Ce dossier ne permet pas le journal partagé dont la base a besoin. Choisissez un disque local.");
-    database.close();
+    connection.close();
   });
 }
 

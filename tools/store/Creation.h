@@ -4,13 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "data/schema/Schema.h"
-#include "tools/store/Sqlite.h"
+#include "data/schema/Identity.h"
+#include "tools/store/Filler.h"
 
 namespace tavoline::tool {
 
 /// Fills the seventeen tables of a store in the making. The keys are checked once it returns.
-using Filling = std::function<void(Database&)>;
+using Filling = std::function<void(Filler&)>;
 
 /// Makes the store `path`: the seventeen tables, the record of version and password, and the rows that `fill`
 /// puts in. The file appears whole, on the disk, or not at all. Throws StoreError, also if anything stands

@@ -146,6 +146,15 @@ const Column* Table::find(std::string_view column) const {
   return found == columns.end() ? nullptr : &*found;
 }
 
+std::string widthConstraint(const Table& table, const Column& column) {
+  return "largeur_" + std::string(table.name) + '_' + std::string(column.name) + '_' +
+         std::to_string(column.width);
+}
+
+std::string keyIndex(const Table& table) {
+  return "cle_" + std::string(table.name);
+}
+
 const std::vector<Table>& tables() {
   static const std::vector<Table> all = makeTables();
   return all;

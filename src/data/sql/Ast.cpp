@@ -1,5 +1,6 @@
 #include "data/sql/Ast.h"
 
+#include "data/schema/Identity.h"
 #include "data/value/Text.h"
 
 namespace tavoline::sql {
@@ -15,7 +16,7 @@ ExprPtr binary(Op op, ExprPtr left, ExprPtr right) {
 }
 
 ExprPtr rid(std::string table) {
-  return make(Column{std::move(table), "rid", FieldType::Integer, true});
+  return make(Column{std::move(table), std::string(schema::kRowNumber), FieldType::Integer, true});
 }
 
 Value& Parameters::operator[](const std::string& name) {

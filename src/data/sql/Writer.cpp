@@ -70,7 +70,8 @@ bool isRid(const ExprPtr& expr, const std::string& table) {
 
 class Writing {
  public:
-  Writing(const Parameters& parameters, const Engine& engine) : parameters_(parameters), engine_(engine) {}
+  Writing(const Parameters& parameters, const Dialect& dialect)
+      : parameters_(parameters), dialect_(dialect) {}
 
   Written select(const Select& select) {
     select_ = &select;
@@ -88,10 +89,10 @@ class Writing {
   }
 
   Written update(const Update& update) {
-    std::string text = "update " + engine_.quotedName(update.table) + " set ";
+    std::string text = "update " + dialect_.quotedName(update.table) + " set ";
     for (const Update::Assignment& assignment : update.assignments) {
       if (&assignment != &update.assignments.front()) text += ", ";
-      text += engine_.quotedName(assignment.column) + " = " + expression(assignment.value);
+      text += dialect_.quotedName(assignment.column) + " = " + expression(assignment.value);
     }
     if (update.where) text += " where " + expression(update.where);
     return {std::move(text), std::move(values_)};
@@ -126,7 +127,7 @@ class Writing {
     std::string text;
     for (const Item& item : select_->items) {
       if (!text.empty()) text += ", ";
-      text += expression(item.expr) + " as " + engine_.quotedName(item.name);
+      text += expression(item.expr) + " as " + dialect_.quotedName(item.name);
     }
     return text;
   }
@@ -137,7 +138,7 @@ class Writing {
     std::string text;
     for (const std::string& table : tables_) {
       if (!text.empty()) text += ", ";
-      text += engine_.quotedName(table);
+      text += dialect_.quotedName(table);
     }
     return text;
   }
@@ -166,7 +167,7 @@ class Writing {
     std::string text;
     const auto add = [&](const ExprPtr& expr, bool descending) {
       if (!text.empty()) text += ", ";
-      text += engine_.orderTerm(ordered(expr), descending);
+      text += dialect_.orderTerm(ordered(expr), descending);
     };
     for (const Order& term : select_->orderBy) add(term.expr, term.descending);
     for (const ExprPtr& group : select_->groupBy) add(group, false);
@@ -183,11 +184,11 @@ class Writing {
 
   std::string bound(Value value) {
     values_.push_back(std::move(value));
-    return engine_.placeholder(values_.size());
+    return dialect_.placeholder(values_.size());
   }
 
   std::string column(const Column& node) const {
-    return engine_.quotedName(node.table) + '.' + engine_.quotedName(node.rid ? "rid" : node.name);
+    return dialect_.quotedName(node.table) + '.' + dialect_.quotedName(node.name);
   }
 
   /// An expression as it sorts.
@@ -195,7 +196,7 @@ class Writing {
     const bool constant =
         std::holds_alternative<Literal>(expr->node) || std::holds_alternative<Parameter>(expr->node);
     std::string text = expression(expr);
-    return constant ? text : engine_.orderKey(text, typeOf(*expr).value_or(FieldType::Blob));
+    return constant ? text : dialect_.orderKey(text, typeOf(*expr).value_or(FieldType::Blob));
   }
 
   std::string expression(const ExprPtr& expr) {
@@ -221,7 +222,7 @@ class Writing {
     if (node.op == Op::And || node.op == Op::Or) return chain(node);
     if (node.op == Op::Like) {
       const std::string text = expression(node.left);
-      return engine_.like(text, expression(node.right));
+      return dialect_.like(text, expression(node.right));
     }
     if (comparesOrder(node.op)) {
       const std::string left = ordered(node.left);
@@ -260,7 +261,7 @@ class Writing {
   std::string between(const Between& node) {
     const std::string x = ordered(node.operand);
     const std::string low = expression(node.low);
-    return engine_.between(x, low, expression(node.high));
+    return dialect_.between(x, low, expression(node.high));
   }
 
   std::string in(const In& node) {
@@ -285,12 +286,12 @@ class Writing {
     const std::string argument = expression(node.argument);
     const std::string place = " from " + from() + clause(" where ", where());
     const std::string key = expression(rid(tables_.front()));
-    const std::string order = engine_.orderTerm(key, node.function == Aggregate::Last);
+    const std::string order = dialect_.orderTerm(key, node.function == Aggregate::Last);
     return "(select " + argument + place + " order by " + order + " limit 1)";
   }
 
   const Parameters& parameters_;
-  const Engine& engine_;
+  const Dialect& dialect_;
   const Select* select_ = nullptr;
   std::vector<std::string> tables_;
   std::vector<Value> values_;
@@ -298,12 +299,12 @@ class Writing {
 
 }  // namespace
 
-Written write(const Select& select, const Parameters& parameters, const Engine& engine) {
-  return Writing(parameters, engine).select(select);
+Written write(const Select& select, const Parameters& parameters, const Dialect& dialect) {
+  return Writing(parameters, dialect).select(select);
 }
 
-Written write(const Update& update, const Parameters& parameters, const Engine& engine) {
-  return Writing(parameters, engine).update(update);
+Written write(const Update& update, const Parameters& parameters, const Dialect& dialect) {
+  return Writing(parameters, dialect).update(update);
 }
 
 }  // namespace tavoline::sql

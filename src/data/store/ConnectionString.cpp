@@ -1,6 +1,7 @@
+#include "data/store/ConnectionString.h"
+
 #include <algorithm>
 
-#include "data/store/Store.h"
 #include "data/value/Text.h"
 
 namespace tavoline {

@@ -6,16 +6,14 @@
 #include "data/value/Errors.h"
 #include "gestures/Waiter.h"
 #include "support/StoreCounting.h"
-#include "tools/store/Sqlite.h"
+#include "support/StoreFile.h"
 
 namespace tavoline {
 namespace {
 
 class DataModule : public DatasetTest {
  protected:
-  void execute(const std::string& statements) {
-    tool::Database(file->path().string(), tool::Database::Mode::Create).execute(statements);
-  }
+  void execute(const std::string& statements) { test::sideDoor(file->path()).execute(statements); }
 
   void history(int orders) {
     execute(

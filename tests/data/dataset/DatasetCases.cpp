@@ -6,8 +6,8 @@
 
 #include "data/dataset/DatasetFixture.h"
 #include "support/Literals.h"
+#include "support/StoreFile.h"
 #include "support/Verbs.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline {
 namespace {
@@ -85,9 +85,7 @@ class Played : public DatasetTest {
     typed_.reset();
     typed_.emplace(*source_, field, text, script_);
   }
-  void elsewhere(std::string& statement) {
-    tool::Database(file->path().string(), tool::Database::Mode::Create).execute(statement);
-  }
+  void elsewhere(std::string& statement) { test::sideDoor(file->path()).execute(statement); }
   void row(std::string& fields) {
     const char* const states[] = {"inactive", "browse", "edit", "insert"};
     Dataset& shown = rows();

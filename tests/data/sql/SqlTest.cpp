@@ -6,6 +6,7 @@
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
+#include "data/store/sqlite/Engine.h"
 #include "data/value/Errors.h"
 
 namespace tavoline {
@@ -40,7 +41,7 @@ TEST(Sql, NamesAreQuotedAndValuesBound) {
   const Catalog odd({{"l\"ui", {{"a b", FieldType::Text, 0, {}}}}});
   const auto parsed = sql::parseStatement("select [a b] as [x\"y] from [l\"ui] where [a b]='l''été; \" --'");
   const sql::Written written =
-      sql::write(sql::resolve(std::get<sql::Select>(parsed), odd), {}, sql::sqliteEngine());
+      sql::write(sql::resolve(std::get<sql::Select>(parsed), odd), {}, sqlite::engine());
   EXPECT_EQ(written.text,
             R"(select "l""ui"."a b" as "x""y" from "l""ui" where "l""ui"."a b" = ?1 order by "l""ui"."rid")");
   EXPECT_THAT(written.values, ElementsAre("l'été; \" --"));

@@ -9,10 +9,10 @@
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Writer.h"
+#include "data/store/sqlite/Engine.h"
 #include "support/Literals.h"
 #include "support/StoreFile.h"
 #include "support/Verbs.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
 namespace {
@@ -114,7 +114,7 @@ class Dialect {
   }
 
   void written(std::string&) {
-    const sql::Written written = sql::write(narrowed_, parameters_, sql::sqliteEngine());
+    const sql::Written written = sql::write(narrowed_, parameters_, sqlite::engine());
     script_.say(written.text.substr(written.text.find(" from ") + 1));
     script_.say("with " + joined(written.values));
   }
@@ -138,7 +138,7 @@ class Dialect {
         sql::resolve(std::get<sql::Select>(sql::parseStatement(dataset.SQL())), *store_->catalog());
     const auto select = sql::narrowed(all, sql::parseFilter(rest));
     bool any = false;
-    for (auto plan = side_.prepare("explain query plan " + sql::write(select, {}, sql::sqliteEngine()).text);
+    for (auto plan = side_.prepare("explain query plan " + sql::write(select, {}, sqlite::engine()).text);
          plan.step();) {
       const std::string step(plan.text(3));
       if (step == "SCAN CONSTANT ROW" ||
@@ -158,7 +158,7 @@ class Dialect {
  private:
   Transcript& script_;
   StoreFile file_;
-  tool::Database side_{file_.path().string(), tool::Database::Mode::Create};
+  sqlite::Connection side_ = sideDoor(file_.path());
   std::shared_ptr<Store> store_;
   std::unique_ptr<TDM> dm_;
   sql::Parameters parameters_;

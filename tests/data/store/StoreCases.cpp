@@ -13,14 +13,15 @@
 #include <map>
 #include <optional>
 
+#include "data/schema/Identity.h"
 #include "data/schema/Schema.h"
+#include "data/store/ConnectionString.h"
 #include "data/value/Errors.h"
 #include "support/Literals.h"
 #include "support/StoreFile.h"
 #include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
 #include "support/Verbs.h"
-#include "tools/store/Sqlite.h"
 
 namespace tavoline::test {
 namespace {
@@ -31,13 +32,13 @@ namespace fs = std::filesystem;
 struct SqliteEngine {
   std::shared_ptr<Store> open() const { return file.open(); }
   void hold() {
-    holder.emplace(file.path().string(), tool::Database::Mode::Create);
+    holder.emplace(file.path(), "BDD.mdb", sqlite::Connection::Role::Writer);
     holder->execute("BEGIN IMMEDIATE");
   }
   void release() { holder.reset(); }
 
   const StoreFile file;
-  std::optional<tool::Database> holder;
+  std::optional<sqlite::Connection> holder;
 };
 
 /// What this process and the other one tell each other.
@@ -241,7 +242,7 @@ class Stores {
     disk_->failSyncs(SQLITE_OK);
     disk_->failWrites(codes.at(what), step.empty() ? 0 : std::stoi(step));
   }
-  void sql(std::string& step) { tool::Database(path(), tool::Database::Mode::Create).execute(step); }
+  void sql(std::string& step) { sideDoor(path()).execute(step); }
   void ask(std::string& step) { say(engine_.file.run(step)); }
   void log(std::string& step) {
     say(fs::file_size(path() + "-wal") < std::stoul(step) ? "smaller" : "larger");

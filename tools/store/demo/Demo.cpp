@@ -26,56 +26,55 @@ std::size_t articleNamed(std::string_view designation) {
   throw std::out_of_range("no article " + std::string(designation));
 }
 
-std::vector<std::uint8_t> draw(const Pictures* pictures, std::string_view subject, std::string_view badge,
-                               int tint) {
-  return pictures ? pictures->card(subject, badge, tint) : std::vector<std::uint8_t>();
+Value draw(const Pictures* pictures, std::string_view subject, std::string_view badge, int tint) {
+  return pictures ? SharedBytes(std::make_shared<const Bytes>(pictures->card(subject, badge, tint)))
+                  : Value();
 }
 
-void writeCatalogue(Database& database, const Pictures* pictures) {
-  Statement category = database.inserter("type", {"code", "Type_Produit"});
+void writeCatalogue(Filler& filler, const Pictures* pictures) {
+  Inserter category = filler.inserter("type", {"code", "Type_Produit"});
   for (const DemoCategory& row : demoCategories()) category.run(row.code, row.name);
 
-  Statement insert =
-      database.inserter("article", {"code_barre", "designation_article", "id_categorie", "qte_min",
-                                    "qte_stock", "prix_achat", "prix_vente", "desto", "image"});
+  Inserter insert =
+      filler.inserter("article", {"code_barre", "designation_article", "id_categorie", "qte_min", "qte_stock",
+                                  "prix_achat", "prix_vente", "desto", "image"});
   for (std::size_t i = 0; i < demoArticles().size(); ++i) {
     const DemoArticle& row = demoArticles()[i];
     insert.run(articleCode(i), row.designation, row.category, row.minimum, row.stock,
                static_cast<double>(row.purchasePrice), static_cast<double>(row.price),
                row.counted() ? "OUI" : "NON", draw(pictures, row.picture, row.badge, row.category));
   }
-  database.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
+  filler.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
 }
 
-void writePeople(Database& database, const Pictures* pictures) {
-  Statement user = database.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role", "image"});
+void writePeople(Filler& filler, const Pictures* pictures) {
+  Inserter user = filler.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role", "image"});
   int tint = 0;
   for (const DemoUser& row : demoUsers())
     user.run(row.login, row.password, row.surname, row.firstName, row.role,
              draw(pictures, row.picture, {}, tint++));
 
-  Statement supplier = database.inserter(
+  Inserter supplier = filler.inserter(
       "Fournisseur", {"code_fournisseur", "nom_fournisseur", "adresse", "n_telephone", "mail"});
   for (const DemoSupplier& row : demoSuppliers())
     supplier.run(row.code, row.name, row.address, row.telephone, row.mail);
 
-  Statement client = database.inserter("client", {"code_client", "nom_client", "Prenom_client", "Telephone",
-                                                  "adresse", "emial", "date_creation"});
+  Inserter client = filler.inserter("client", {"code_client", "nom_client", "Prenom_client", "Telephone",
+                                               "adresse", "emial", "date_creation"});
   for (const DemoClient& row : demoClients())
-    client.run(row.code, row.surname, row.firstName, row.telephone, row.address, row.mail,
-               Clock::today().stored());
+    client.run(row.code, row.surname, row.firstName, row.telephone, row.address, row.mail, Clock::today());
 }
 
-void writeDesks(Database& database, const History& history, DateTime opened) {
-  Statement desk =
-      database.inserter("caisse", {"ID_caise", "nom_caisse", "solde", "date_creation", "general", "select"});
+void writeDesks(Filler& filler, const History& history, DateTime opened) {
+  Inserter desk =
+      filler.inserter("caisse", {"ID_caise", "nom_caisse", "solde", "date_creation", "general", "select"});
   for (std::size_t i = 0; i < demoDesks().size(); ++i) {
     const DemoDesk& row = demoDesks()[i];
-    desk.run(row.code, row.name, history.balance(i), opened.stored(), row.house ? "OUI" : "NON", "OUI");
+    desk.run(row.code, row.name, history.balance(i), opened, row.house ? "OUI" : "NON", "OUI");
   }
 
-  Statement insert = database.inserter("acce_caisse", {"id_caisse", "nom_caisse", "login", "nom_utilisateur",
-                                                       "date_affectaion", "commentaire", "general"});
+  Inserter insert = filler.inserter("acce_caisse", {"id_caisse", "nom_caisse", "login", "nom_utilisateur",
+                                                    "date_affectaion", "commentaire", "general"});
   for (const DemoAssignment& row : demoAssignments()) {
     const auto desks = demoDesks();
     const auto users = demoUsers();
@@ -83,7 +82,7 @@ void writeDesks(Database& database, const History& history, DateTime opened) {
         std::find_if(desks.begin(), desks.end(), [&](const auto& d) { return d.code == row.desk; });
     const auto who =
         std::find_if(users.begin(), users.end(), [&](const auto& u) { return u.login == row.login; });
-    insert.run(assigned->code, assigned->name, who->login, who->surname, opened.stored(), row.comment,
+    insert.run(assigned->code, assigned->name, who->login, who->surname, opened, row.comment,
                assigned->house ? "OUI" : "NON");
   }
 }
@@ -104,15 +103,15 @@ std::vector<OpenOrder> openOrders() {
           {"Terrasse 5", "31", 8, {{"CAFÉ CRÈME", 2}, {"PART DE GÂTEAU", 1}}}};
 }
 
-void writeOpenOrder(Database& database, const OpenOrder& order, const DemoTable& table, std::int64_t number) {
+void writeOpenOrder(Filler& filler, const OpenOrder& order, const DemoTable& table, std::int64_t number) {
   const DateTime date = earlier(Clock::now(), order.minutesAgo * kMinute);
-  database
+  filler
       .inserter("commande", {"n_table", "table", "etat_commande", "login", "n_commande", "date_commande",
                              "en_caisser", "J", "M", "A"})
-      .run(std::to_string(table.id), table.name, "Encours", order.login, number, date.stored(), "no",
-           date.day(), date.month(), date.year());
-  Statement line = database.inserter("relation_commande",
-                                     {"n_commande", "code_article", "article", "qte", "prix", "total"});
+      .run(std::to_string(table.id), table.name, "Encours", order.login, number, date, "no", date.day(),
+           date.month(), date.year());
+  Inserter line =
+      filler.inserter("relation_commande", {"n_commande", "code_article", "article", "qte", "prix", "total"});
   for (const auto& [designation, quantity] : order.lines) {
     const std::size_t article = articleNamed(designation);
     const int price = demoArticles()[article].price;
@@ -121,18 +120,18 @@ void writeOpenOrder(Database& database, const OpenOrder& order, const DemoTable&
   }
 }
 
-void writeFloor(Database& database, const std::vector<OpenOrder>& orders, std::int64_t lastOrder) {
-  Statement place = database.inserter("Endroit", {"ID_endroit", "Endoit"});
+void writeFloor(Filler& filler, const std::vector<OpenOrder>& orders, std::int64_t lastOrder) {
+  Inserter place = filler.inserter("Endroit", {"ID_endroit", "Endoit"});
   int id = 0;
   for (const DemoPlace& row : demoPlaces()) place.run(++id, row.name);
 
-  Statement insert = database.inserter(
+  Inserter insert = filler.inserter(
       "Table_", {"ID_table", "table", "endroit", "id_endroit", "etat", "control", "n_commande"});
   for (const DemoTable& row : demoTables()) {
     const auto order =
         std::find_if(orders.begin(), orders.end(), [&](const auto& o) { return o.table == row.name; });
     const bool busy = order != orders.end();
-    if (busy) writeOpenOrder(database, *order, row, ++lastOrder);
+    if (busy) writeOpenOrder(filler, *order, row, ++lastOrder);
     insert.run(row.id, row.name, row.placeName, row.placeId, busy ? "ON" : "OFF", "open",
                busy ? lastOrder : 0);
   }
@@ -144,13 +143,13 @@ DemoReport createCafeteria(const std::string& path, HistoryPlan plan, bool withP
   const std::unique_ptr<Pictures> pictures = withPictures ? makePictures(report.withoutPictures) : nullptr;
   report.pictures = pictures != nullptr;
   plan.firstDay = earlier(Clock::today(), plan.days * kMillisecondsPerDay);
-  createStore(path, schema::kStorePassword, [&](Database& database) {
-    writeCatalogue(database, pictures.get());
-    writePeople(database, pictures.get());
-    History history(database, plan);
+  createStore(path, schema::kStorePassword, [&](Filler& filler) {
+    writeCatalogue(filler, pictures.get());
+    writePeople(filler, pictures.get());
+    History history(filler, plan);
     history.write();
-    writeDesks(database, history, plan.firstDay);
-    writeFloor(database, waiting, history.orders());
+    writeDesks(filler, history, plan.firstDay);
+    writeFloor(filler, waiting, history.orders());
     report.orders = history.orders();
     report.lines = history.lines();
   });

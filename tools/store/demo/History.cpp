@@ -43,27 +43,26 @@ struct History::ExpenseRow {
   const DemoSupplier* supplier = nullptr;
 };
 
-History::History(Database& database, const HistoryPlan& plan)
+History::History(Filler& filler, const HistoryPlan& plan)
     : plan_(plan),
       random_(plan.seed),
       tables_(demoTables()),
-      insertOrder_(database.inserter(
-          "commande",
-          {"n_table", "table", "remise", "remi", "etat_commande", "HT", "TVA", "tcc", "login", "n_commande",
-           "code_client", "client", "date_commande", "id_caisse", "en_caisser", "J", "M", "A"})),
-      insertLine_(database.inserter("relation_commande",
-                                    {"n_commande", "code_article", "article", "qte", "prix", "total"})),
-      insertExpense_(database.inserter(
+      insertOrder_(filler.inserter("commande", {"n_table", "table", "remise", "remi", "etat_commande", "HT",
+                                                "TVA", "tcc", "login", "n_commande", "code_client", "client",
+                                                "date_commande", "id_caisse", "en_caisser", "J", "M", "A"})),
+      insertLine_(filler.inserter("relation_commande",
+                                  {"n_commande", "code_article", "article", "qte", "prix", "total"})),
+      insertExpense_(filler.inserter(
           "depence",
           {"ID_depence", "date_depense", "type_depnce", "montant_dep", "login", "n_fac", "id_utilisateur",
            "nom_uilisateur", "id_caisse", "J", "M", "A", "code_fournisseur", "fournissur", "en_caisser"})),
-      insertInvoice_(database.inserter(
+      insertInvoice_(filler.inserter(
           "facture_achat",
           {"N_facture", "date_facture", "code_fournisseur", "nom_fournisseur", "HT", "TVA", "TCC", "login",
            "en_caisse", "MONTANT_VERSE", "MONTANT_RESTE", "id_caisse", "J", "M", "A"})),
-      insertPurchase_(database.inserter(
+      insertPurchase_(filler.inserter(
           "Achat", {"n_facture", "code_barre", "article", "qte_achat", "prix_achat", "TOTAL"})),
-      insertClosing_(database.inserter(
+      insertClosing_(filler.inserter(
           "caise", {"n_caise", "date_lancement", "login", "date_debut", "date_fin", "total_caise",
                     "prelevement_caise", "ecat_caise", "justification", "id_caisse", "fond_caisse",
                     "total_recettes", "solde_caisse", "J", "M", "A", "total_depense"})) {
@@ -126,8 +125,8 @@ void History::writeOrder(DateTime date, bool closed) {
   const DemoClient* client = random_.chance(2) ? &random_.of(demoClients()) : nullptr;
   insertOrder_.run(std::to_string(table.id), table.name, discount, reduction, "Terminer", ht, vat, total,
                    login, order_, client ? client->code : std::string_view(),
-                   client ? client->surname : std::string_view(), date.stored(), desk.code,
-                   closed ? "yes" : "no", date.day(), date.month(), date.year());
+                   client ? client->surname : std::string_view(), date, desk.code, closed ? "yes" : "no",
+                   date.day(), date.month(), date.year());
 
   desk.balance = counted(desk.balance + total);
   desk.receipts = counted(desk.receipts + total);
@@ -169,7 +168,7 @@ void History::writeExpense(const ExpenseRow& row, Desk& desk) {
   const bool loss = row.mark.empty();
   if (!loss && row.amount > desk.balance) return;
   ++expense_;
-  insertExpense_.run(expense_, row.date.stored(), row.type, row.amount, kManager, row.invoice, row.user,
+  insertExpense_.run(expense_, row.date, row.type, row.amount, kManager, row.invoice, row.user,
                      row.user.empty() ? std::string_view() : surname(row.user), desk.code, row.date.day(),
                      row.date.month(), row.date.year(),
                      row.supplier ? row.supplier->code : std::string_view(),
@@ -205,7 +204,7 @@ void History::receiveDelivery(DateTime day) {
   double paid = random_.chance(75) ? total : 0;
   if (fromDesk) paid = std::clamp(500 * std::floor((hall.balance - kFloat) / 1000), 0.0, total);
   if (fromDesk) hall.balance = counted(hall.balance - paid);
-  insertInvoice_.run(invoice_, day.stored(), supplier.code, supplier.name, ht, vat, total, kManager,
+  insertInvoice_.run(invoice_, day, supplier.code, supplier.name, ht, vat, total, kManager,
                      fromDesk ? "OUI" : "NON", paid, counted(total - paid), hall.code, day.day(), day.month(),
                      day.year());
 }
@@ -228,7 +227,7 @@ void History::closeDesk(Desk& desk, DateTime now) {
   const double found = book + difference;
   const double taken = found > kFloat ? 1000 * std::floor((found - kFloat) / 1000) : 0;
   const double left = counted(found - taken);
-  insertClosing_.run(closing_, now.stored(), kManager, begin.stored(), now.stored(), found, taken, difference,
+  insertClosing_.run(closing_, now, kManager, begin, now, found, taken, difference,
                      difference < 0 ? "Erreur de rendu" : std::string_view(), desk.code, left, desk.receipts,
                      book, now.day(), now.month(), now.year(), expenses);
   desk.balance = left;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "data/value/DateTime.h"
-#include "tools/store/Sqlite.h"
+#include "tools/store/Filler.h"
 #include "tools/store/demo/Menu.h"
 #include "tools/store/demo/Random.h"
 
@@ -28,8 +28,8 @@ struct HistoryPlan {
 /// balance, total and closing adds up.
 class History {
  public:
-  /// Writes into the tables of `database`, which holds none of their indexes yet.
-  History(Database& database, const HistoryPlan& plan);
+  /// Writes into the tables of `filler`, which holds none of their indexes yet.
+  History(Filler& filler, const HistoryPlan& plan);
 
   void write();
 
@@ -66,7 +66,7 @@ class History {
   std::vector<Expense> openExpenses_;  ///< Of ordinary desks, since the last evening.
 
   std::int64_t order_ = 0, lines_ = 0, expense_ = 0, invoice_ = 0, closing_ = 0;
-  Statement insertOrder_, insertLine_, insertExpense_, insertInvoice_, insertPurchase_, insertClosing_;
+  Inserter insertOrder_, insertLine_, insertExpense_, insertInvoice_, insertPurchase_, insertClosing_;
 };
 
 }  // namespace tavoline::tool

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "data/value/Errors.h"
+#include "data/schema/Identity.h"
 #include "data/value/Text.h"
 
 namespace tavoline::sqlite {
@@ -55,7 +55,7 @@ Catalog readCatalog(Connection& connection) {
       "SELECT m.name, c.name, c.type, c.dflt_value FROM sqlite_schema AS m, pragma_table_info(m.name) AS c "
       "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite^_%' ESCAPE '^' AND m.name <> ?1 AND c.name <> ?2 "
       "ORDER BY m.rowid, c.cid");
-  columns.bind({recordTable, rowNumber});
+  columns.bind({std::string(schema::kRecordTable), std::string(schema::kRowNumber)});
   std::vector<TableInfo> tables;
   while (columns.step()) {
     const std::string table = columns.text(0);

@@ -5,9 +5,6 @@
 
 namespace tavoline::sqlite {
 
-inline constexpr const char* recordTable = "tavoline_store";  ///< What the store says of itself.
-inline constexpr const char* rowNumber = "rid";
-
 /// The tables as the file declares them, without the store's own record and the row numbers.
 Catalog readCatalog(Connection& connection);
 

@@ -1,6 +1,7 @@
 #include "data/store/sqlite/Connection.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "data/store/sqlite/Functions.h"
 #include "data/store/sqlite/Messages.h"
@@ -12,23 +13,39 @@ namespace {
 constexpr int patience = 4000;  // ms that a call waits for another process before it gives up
 constexpr std::size_t idleStatements = 192;
 
+int flagsFor(Connection::Role role, const std::string& path) {
+  switch (role) {
+    case Connection::Role::Reader:
+    case Connection::Role::Writer:
+      return SQLITE_OPEN_READWRITE;
+    case Connection::Role::Maker:
+      return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    case Connection::Role::Observer:
+      break;
+  }
+  // Whoever opens a file for reading only leaves its log behind, and whoever opens it for writing folds a log
+  // that was left: the one where there is no log, the other where there is one, would change what is looked
+  // at.
+  return std::filesystem::exists(path + "-wal") ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+}
+
 }  // namespace
 
 Connection::Connection(const std::string& path, std::string name, Role role) : name_(std::move(name)) {
   sqlite3* opened = nullptr;
   const int code =
-      sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+      sqlite3_open_v2(path.c_str(), &opened, flagsFor(role, path) | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) fail(code);
 
   sqlite3_extended_result_codes(opened, 1);
   sqlite3_busy_timeout(opened, patience);
   registerFunctions(opened);
-  if (role == Role::Reader) run("PRAGMA query_only = ON");
+  if (role == Role::Reader || role == Role::Observer) run("PRAGMA query_only = ON");
 }
 
 void Connection::fail(int code) const {
-  sqlite::fail(handle_.get(), code, name_, catalog_);
+  sqlite::fail(handle_.get(), code, name_);
 }
 
 Statement Connection::prepare(const std::string& text) {
@@ -56,6 +73,28 @@ void Connection::run(const std::string& text) {
   Statement statement = prepare(text);
   while (statement.step()) {
   }
+}
+
+void Connection::execute(const std::string& statements) {
+  const int code = sqlite3_exec(handle_.get(), statements.c_str(), nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) fail(code);
+}
+
+std::int64_t Connection::integer(const std::string& text) {
+  Statement statement = prepare(text);
+  return statement.step() ? statement.integer(0) : 0;
+}
+
+std::string Connection::text(const std::string& text) {
+  Statement statement = prepare(text);
+  return statement.step() ? statement.text(0) : std::string();
+}
+
+void Connection::close() {
+  idle_.clear();
+  const int code = sqlite3_close(handle_.get());
+  if (code != SQLITE_OK) fail(code);
+  static_cast<void>(handle_.release());
 }
 
 void Connection::rollback() noexcept {

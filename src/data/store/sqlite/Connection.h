@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include "data/schema/Catalog.h"
 #include "data/store/sqlite/Statement.h"
 
 namespace tavoline::sqlite {
@@ -15,16 +14,26 @@ namespace tavoline::sqlite {
 /// that holds the file. One thread. Every failure is a StoreError with a sentence.
 class Connection {
  public:
-  enum class Role { Reader, Writer };
+  enum class Role {
+    Reader,    ///< Reads only.
+    Writer,    ///< Reads and writes.
+    Maker,     ///< The same, and makes the file where there is none; alone may do so.
+    Observer,  ///< Changes nothing, neither the file nor what stands beside it, and lets everybody else
+               ///< write.
+  };
 
-  /// Opens a file that exists; creates none. `name` is what sentences call it.
+  /// `path` is where the file itself stands, links followed; `name` is what sentences call it.
   Connection(const std::string& path, std::string name, Role role);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
   /// Text with its values in place of ?1, ?2...; prepared once, as long as it is among those used lately.
   Statement prepare(const std::string& text);
-  void run(const std::string& text);  ///< Steps to the end.
+  void run(const std::string& text);              ///< Steps to the end.
+  void execute(const std::string& statements);    ///< Any number of them, prepared for this time only.
+  std::int64_t integer(const std::string& text);  ///< First column of the first row; 0 if there is none.
+  std::string text(const std::string& text);      ///< The same as text; empty if there is none.
+  void close();  ///< Throws if the engine could not finish its work. Statements have to be back by then.
   /// Ends whatever transaction a failure has left behind. Never throws.
   void rollback() noexcept;
   void endReading() noexcept;  ///< Ends a transaction that has written nothing.
@@ -46,8 +55,6 @@ class Connection {
   sqlite3* handle() const { return handle_.get(); }
   const std::string& name() const { return name_; }
 
-  /// The catalog that sentences take names from; must outlive the connection.
-  void explainWith(const Catalog* catalog) { catalog_ = catalog; }
   [[noreturn]] void fail(int code) const;
 
  private:
@@ -60,7 +67,6 @@ class Connection {
 
   std::string name_;
   std::unique_ptr<sqlite3, Closing> handle_;
-  const Catalog* catalog_ = nullptr;
   IdleStatements idle_;  // finalized before the handle closes
   std::uint64_t uses_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "data/store/sqlite/SqliteSnapshot.h"
 
 #include "data/sql/Writer.h"
+#include "data/store/sqlite/Engine.h"
 #include "data/store/sqlite/SqliteStore.h"
 #include "data/value/Errors.h"
 
@@ -36,7 +37,7 @@ SqliteSnapshot::SqliteSnapshot(std::shared_ptr<const SqliteStore> store, Version
 
 std::unique_ptr<Rows> SqliteSnapshot::query(const sql::Select& select,
                                             const sql::Parameters& parameters) const {
-  const sql::Written written = sql::write(select, parameters, sql::sqliteEngine());
+  const sql::Written written = sql::write(select, parameters, engine());
   Statement statement = pin_->connection().prepare(written.text);
   statement.bind(written.values);
   std::vector<FieldType> types;

@@ -2,43 +2,12 @@
 
 #include <algorithm>
 
-#include "data/sql/Writer.h"
+#include "data/store/Writes.h"
 #include "data/store/sqlite/CatalogReader.h"
+#include "data/store/sqlite/Engine.h"
 #include "data/value/Errors.h"
 
 namespace tavoline::sqlite {
-
-namespace {
-
-std::string quotedName(const std::string& name) {
-  return sql::sqliteEngine().quotedName(name);
-}
-std::string placeholder(std::size_t number) {
-  return sql::sqliteEngine().placeholder(number);
-}
-
-// A write's column names as the table spells them, and its values as the columns hold them.
-struct Fields {
-  std::vector<std::string> columns;
-  std::vector<Value> values;
-};
-
-Fields fieldsOf(const TableInfo& table, const FieldValues& given) {
-  Fields fields;
-  fields.columns.reserve(given.size());
-  fields.values.reserve(given.size() + 1);
-  for (const auto& [name, value] : given) {
-    const ColumnInfo* const column = table.find(name);
-    if (!column)
-      throw StoreError("La table « " + table.name + " » n'a pas de colonne « " + name +
-                       " ». Le fichier de données ne convient pas à ce programme.");
-    fields.columns.push_back(quotedName(column->name));
-    fields.values.push_back(value.as(column->type));
-  }
-  return fields;
-}
-
-}  // namespace
 
 SqliteStore::SqliteStore(const std::string& path, std::unique_ptr<Connection> writer)
     : writer_(std::move(writer)), readers_(std::make_shared<Readers>(path, writer_->name())) {
@@ -54,9 +23,7 @@ std::shared_ptr<const Catalog> SqliteStore::catalog() const {
   version.step();
   const std::int64_t schema = version.integer(0);
   if (catalog_ && schema == schema_) return catalog_;
-  auto read = std::make_shared<const Catalog>(readCatalog(*writer_));
-  writer_->explainWith(read.get());
-  catalog_ = std::move(read);
+  catalog_ = std::make_shared<const Catalog>(readCatalog(*writer_));
   schema_ = schema;
   return catalog_;
 }
@@ -70,7 +37,7 @@ Version SqliteStore::version() const {
 bool SqliteStore::unchangedSince(const Version& since, const std::vector<std::string>& tables) const {
   if (version().foreign != since.foreign) return false;
   return std::none_of(tables.begin(), tables.end(), [&](const std::string& name) {
-    const auto change = changed_.find(tableNamed(name).name);
+    const auto change = changed_.find(tableNamed(*catalog_, name).name);
     return change != changed_.end() && change->second > since.own;
   });
 }
@@ -84,21 +51,10 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
   return snapshot;
 }
 
-const TableInfo& SqliteStore::tableNamed(const std::string& name) const {
-  const TableInfo* const table = catalog_->find(name);
-  if (!table)
-    throw StoreError(
-        "La table « " + name +
-        " » manque dans les données. Remettez la dernière sauvegarde, ou examinez le fichier par "
-        "« tavoline-store check ».");
-  return *table;
-}
-
-std::int64_t SqliteStore::write(const TableInfo& table, const std::string& text,
-                                const std::vector<Value>& values) {
+std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& written) {
   try {
-    Statement statement = writer_->prepare(text);
-    statement.bind(values);
+    Statement statement = writer_->prepare(written.text);
+    statement.bind(written.values);
     while (statement.step()) {
     }
   } catch (...) {
@@ -110,49 +66,24 @@ std::int64_t SqliteStore::write(const TableInfo& table, const std::string& text,
   return rows;
 }
 
-RowId SqliteStore::insert(const std::string& tableName, const FieldValues& given) {
-  const TableInfo& table = tableNamed(tableName);
-  const Fields fields = fieldsOf(table, given);
-  std::string columns, marks;
-  for (std::size_t i = 0; i < fields.columns.size(); ++i) {
-    columns += (i ? ", " : "") + fields.columns[i];
-    marks += (i ? ", " : "") + placeholder(i + 1);
-  }
-  const std::string into = "INSERT INTO " + quotedName(table.name);
-  write(
-      table,
-      fields.columns.empty() ? into + " DEFAULT VALUES" : into + " (" + columns + ") VALUES (" + marks + ")",
-      fields.values);
+RowId SqliteStore::insert(const std::string& tableName, const FieldValues& fields) {
+  const TableInfo& table = tableNamed(*catalog_, tableName);
+  write(table, insertion(table, fields, engine()));
   return writer_->lastRow();
 }
 
-void SqliteStore::update(const std::string& tableName, RowId row, const FieldValues& given) {
-  const TableInfo& table = tableNamed(tableName);
-  Fields fields = fieldsOf(table, given);
-  std::string assignments = fields.columns.empty() ? "rid = rid" : "";
-  for (std::size_t i = 0; i < fields.columns.size(); ++i)
-    assignments += (i ? ", " : "") + fields.columns[i] + " = " + placeholder(i + 1);
-  fields.values.emplace_back(row);
-  const std::string where = " WHERE rid = " + placeholder(fields.values.size());
-  if (write(table, "UPDATE " + quotedName(table.name) + " SET " + assignments + where, fields.values) == 0)
-    throw StoreError(
-        "La ligne de la table « " + table.name +
-        " » a été supprimée par un autre poste : elle ne peut plus être modifiée. Actualisez, puis "
-        "recommencez.");
+void SqliteStore::update(const std::string& tableName, RowId row, const FieldValues& fields) {
+  const TableInfo& table = tableNamed(*catalog_, tableName);
+  if (write(table, change(table, row, fields, engine())) == 0) refuseChangeOfGone(table);
 }
 
 void SqliteStore::erase(const std::string& tableName, RowId row) {
-  const TableInfo& table = tableNamed(tableName);
-  if (write(table, "DELETE FROM " + quotedName(table.name) + " WHERE rid = " + placeholder(1),
-            {Value(row)}) == 0)
-    throw StoreError("La ligne de la table « " + table.name +
-                     " » a été supprimée par un autre poste : il ne reste rien à supprimer. Actualisez.");
+  const TableInfo& table = tableNamed(*catalog_, tableName);
+  if (write(table, removal(table, row, engine())) == 0) refuseRemovalOfGone(table);
 }
 
 void SqliteStore::execute(const sql::Update& resolved, const sql::Parameters& parameters) {
-  const TableInfo& table = tableNamed(resolved.table);
-  const sql::Written written = sql::write(resolved, parameters, sql::sqliteEngine());
-  write(table, written.text, written.values);
+  write(tableNamed(*catalog_, resolved.table), sql::write(resolved, parameters, engine()));
 }
 
 // Moves what the log holds into the file, as far as the versions still held allow. True if nothing is left.

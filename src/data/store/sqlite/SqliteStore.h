@@ -3,20 +3,15 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 
+#include "data/sql/Writer.h"
 #include "data/store/Store.h"
 #include "data/store/sqlite/Connection.h"
 #include "data/store/sqlite/Readers.h"
 #include "data/store/sqlite/SqliteSnapshot.h"
 
 namespace tavoline::sqlite {
-
-/// Opens a file whose first bytes, `header`, are those of an SQLite file. `name` is what the user calls it.
-/// Throws StoreError for a file of another program, a newer version, another password, no right to write.
-std::shared_ptr<Store> openFile(const std::string& name, std::string_view header,
-                                const std::string& password);
 
 /// The store in one SQLite file with a write-ahead log: one writing connection, and a reading one for each
 /// version that somebody holds.
@@ -37,8 +32,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   bool unchangedSince(const Version& version, const std::vector<std::string>& tables) const;
 
  private:
-  const TableInfo& tableNamed(const std::string& name) const;
-  std::int64_t write(const TableInfo& table, const std::string& text, const std::vector<Value>& values);
+  std::int64_t write(const TableInfo& table, const sql::Written& written);
   bool foldLog();
   void leaveLog();
 

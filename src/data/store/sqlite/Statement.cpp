@@ -10,7 +10,8 @@ Statement::~Statement() {
   if (!node_.empty()) owner_->giveBack(std::move(node_));
 }
 
-void Statement::bind(const std::vector<Value>& values) {
+void Statement::bind(std::span<const Value> values) {
+  sqlite3_reset(handle());
   int number = 0;
   for (const Value& value : values) bind(++number, value);
 }

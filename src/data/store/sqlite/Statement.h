@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <memory>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -34,7 +36,8 @@ class Statement {
   Statement& operator=(Statement&&) = delete;
   ~Statement();
 
-  void bind(const std::vector<Value>& values);
+  void bind(std::span<const Value> values);  ///< To ?1, ?2...; begins anew.
+  void bind(std::initializer_list<Value> values) { bind(std::span(values.begin(), values.size())); }
   bool step();  ///< True on a row, false at the end. Throws StoreError.
 
   int columns() const { return sqlite3_column_count(handle()); }

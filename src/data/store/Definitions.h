@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "data/store/Engine.h"
+
+namespace tavoline {
+
+/// One thing that a store is made of.
+struct Definition {
+  enum class Kind { Table, Key, Index };
+  Kind kind = Kind::Table;
+  std::string name;
+  std::string text;  ///< The statement that makes it.
+};
+
+/// The tables: `rid` first, then the declared columns with their defaults and, for the texts, their widths as
+/// constraints named `largeur_TABLE_COLUMN_WIDTH`. Last comes the store's record of itself.
+std::vector<Definition> tableDefinitions(const Engine& engine);
+/// What stands beside the tables and is made once they are filled, which is quicker so: the keys
+/// (`cle_TABLE`, unique; rows without a key are allowed), then the other indexes. A store that lacks some of
+/// it still works; an upgrade adds what is missing.
+std::vector<Definition> auxiliaryDefinitions(const Engine& engine);
+/// The rows of the record: version and password.
+std::vector<std::string> recordStatements(const Engine& engine, std::string_view password);
+
+}  // namespace tavoline

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What every engine says of a row that its rules refuse, in French.
+namespace tavoline {
+
+std::string duplicateKey(std::string_view table, std::string_view column);
+std::string missingValue(std::string_view table, std::string_view column);
+/// `constraint` is the name of the rule that was broken; nothing unless it is one of the schema's widths.
+std::optional<std::string> tooWide(std::string_view constraint);
+std::string brokenRule();  ///< Where no more is known of the rule.
+
+}  // namespace tavoline

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "data/value/Value.h"
+
+namespace tavoline::tool {
+
+/// Adds rows to one table, many of them quickly.
+class Inserter {
+ public:
+  using Adding = std::function<void(std::span<const Value>)>;
+  explicit Inserter(Adding add) : add_(std::move(add)) {}
+
+  /// A row with these values, in the order of the columns that were asked for; a view of nothing, as
+  /// std::string_view(), gives null. Throws StoreError.
+  template <typename... Values>
+  void run(const Values&... values) {
+    const Value row[] = {value(values)...};
+    add_(row);
+  }
+
+ private:
+  template <typename T>
+  static Value value(const T& given) {
+    if constexpr (std::is_same_v<T, std::string_view>)
+      return given.data() ? Value(given) : Value();
+    else
+      return given;
+  }
+
+  Adding add_;
+};
+
+/// What fills the tables of a store in the making, whatever its engine.
+class Filler {
+ public:
+  virtual ~Filler() = default;
+  virtual Inserter inserter(std::string_view table, const std::vector<std::string_view>& columns) = 0;
+};
+
+}  // namespace tavoline::tool

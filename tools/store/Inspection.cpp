@@ -1,0 +1,173 @@
+#include "tools/store/Inspection.h"
+
+#include <map>
+#include <optional>
+
+#include "data/schema/Identity.h"
+#include "data/schema/Schema.h"
+#include "data/store/sqlite/Engine.h"
+#include "data/value/Text.h"
+
+namespace tavoline::tool {
+namespace {
+
+using schema::Column;
+using schema::Table;
+using sqlite::Connection;
+using sqlite::Statement;
+
+std::string of(const Table& table, std::string_view column) {
+  return "La colonne " + std::string(column) + " de " + std::string(table.name);
+}
+
+// The text that made a thing of the store; nothing if it is not there.
+std::optional<std::string> definition(Connection& connection, std::string_view kind, std::string_view name) {
+  Statement row =
+      connection.prepare("SELECT sql FROM sqlite_schema WHERE type = ?1 AND name = ?2 COLLATE NOCASE");
+  row.bind({kind, name});
+  if (!row.step()) return std::nullopt;
+  return row.text(0);
+}
+
+struct FoundColumn {
+  int place = 0;  // the hidden rid stands at 0
+  std::string defaultValue;
+};
+
+std::map<std::string, FoundColumn> columnsOf(Connection& connection, const Table& table) {
+  std::map<std::string, FoundColumn> found;  // by folded name
+  Statement columns = connection.prepare("SELECT name, cid, dflt_value FROM pragma_table_info(?1)");
+  columns.bind({table.name});
+  while (columns.step())
+    found[foldName(columns.text(0))] = {static_cast<int>(columns.integer(1)), columns.text(2)};
+  return found;
+}
+
+std::string rightValue(const Column& column) {
+  const std::string name = sqlite::engine().quotedName(column.name);
+  const std::string either = '(' + name + " IS NULL OR typeof(" + name + ") ";
+  switch (column.type) {
+    case FieldType::Text:
+      return either + "= 'text' AND length(" + name + ") <= " + std::to_string(column.width) + ')';
+    case FieldType::Integer:
+      return either + "= 'integer')";
+    case FieldType::Float:
+      return either + "IN ('real', 'integer'))";
+    case FieldType::Blob:
+      return either + "= 'blob')";
+    case FieldType::DateTime:
+      return either + "= 'text' AND " + name + " LIKE '____-__-__%' AND julianday(" + name + ") IS NOT NULL)";
+  }
+  return {};
+}
+
+std::string_view kindOf(const Definition& definition) {
+  return definition.kind == Definition::Kind::Table ? "table" : "index";
+}
+
+}  // namespace
+
+Ask askOf(Connection& connection) {
+  return [&connection](const std::string& query) {
+    std::vector<std::string> column;
+    for (Statement rows = connection.prepare(query); rows.step();)
+      column.push_back(rows.isNull(0) ? "(vide)" : rows.text(0));
+    return column;
+  };
+}
+
+Findings checkPages(Connection& connection) {
+  Findings findings;
+  connection.run("PRAGMA ignore_check_constraints = ON");  // broken widths are told later, with their place
+  report(findings, "Fichier abîmé : ",
+         askOf(connection)("SELECT * FROM pragma_integrity_check WHERE integrity_check <> 'ok'"));
+  return findings;
+}
+
+Findings checkRecord(Connection& connection) {
+  Findings findings;
+  if (connection.integer("PRAGMA application_id") != schema::kApplicationId)
+    findings.emplace_back("L'en-tête ne dit pas que c'est une base Tavoline.");
+  if (connection.text("PRAGMA journal_mode") != "wal")
+    findings.emplace_back("Le journal partagé (WAL) n'est pas en place.");
+  if (!definition(connection, "table", schema::kRecordTable)) {
+    findings.emplace_back("La fiche de la base (tavoline_store) manque.");
+    return findings;
+  }
+  const std::string version = connection.text("SELECT valeur FROM tavoline_store WHERE cle = 'version'");
+  const std::string today = std::to_string(schema::kVersion);
+  if (version != today)
+    findings.push_back("La version de la base est « " + version + " » au lieu de « " + today + " ».");
+  if (connection.integer("SELECT count(*) FROM tavoline_store WHERE cle = 'mot_de_passe' AND valeur <> ''") ==
+      0)
+    findings.emplace_back("La fiche de la base ne porte pas de mot de passe.");
+  return findings;
+}
+
+Findings checkTables(Connection& connection) {
+  Findings findings;
+  for (const Table& table : schema::tables()) {
+    const auto found = columnsOf(connection, table);
+    if (found.empty()) {
+      findings.push_back("La table " + std::string(table.name) + " manque.");
+      continue;
+    }
+    if (!found.contains(std::string(schema::kRowNumber)))
+      findings.push_back(of(table, schema::kRowNumber) + " manque.");
+    for (const Column& column : table.columns)
+      if (!found.contains(foldName(column.name))) findings.push_back(of(table, column.name) + " manque.");
+  }
+  return findings;
+}
+
+Findings checkColumns(Connection& connection) {
+  Findings findings;
+  for (const Table& table : schema::tables()) {
+    const auto found = columnsOf(connection, table);
+    const std::string text = definition(connection, "table", table.name).value_or("");
+    if (found.empty()) continue;
+    if (text.find("AUTOINCREMENT") == text.npos)
+      findings.push_back("Les numéros de ligne de " + std::string(table.name) + " peuvent être redonnés.");
+    int place = 0;
+    for (const Column& column : table.columns) {
+      ++place;
+      const auto entry = found.find(foldName(column.name));
+      if (entry == found.end()) continue;
+      if (entry->second.place != place) findings.push_back(of(table, column.name) + " n'est pas à sa place.");
+      if (entry->second.defaultValue != column.defaultValue)
+        findings.push_back(of(table, column.name) + " n'a pas sa valeur par défaut (" +
+                           std::string(column.defaultValue) + ").");
+      if (column.width && text.find(schema::widthConstraint(table, column)) == text.npos)
+        findings.push_back(of(table, column.name) + " n'a pas de largeur.");
+    }
+  }
+  return findings;
+}
+
+Findings checkValues(Connection& connection) {
+  Findings findings;
+  const Ask ask = askOf(connection);
+  for (const Table& table : schema::tables()) {
+    std::string all;
+    for (const Column& column : table.columns) all += (all.empty() ? "" : " AND ") + rightValue(column);
+    const std::string from = " FROM " + sqlite::engine().quotedName(table.name) + " WHERE NOT ";
+    // One pass for a sound table; only a table with a wrong value is read again, for the place.
+    if (ask("SELECT 1" + from + '(' + all + ") LIMIT 1").empty()) continue;
+    for (const Column& column : table.columns)
+      report(findings,
+             "Valeurs d'un autre genre ou trop longues dans " + std::string(table.name) + '.' +
+                 std::string(column.name) + ", lignes : ",
+             ask("SELECT rid" + from + rightValue(column)));
+  }
+  return findings;
+}
+
+std::vector<Definition> missingDefinitions(Connection& connection) {
+  std::vector<Definition> missing = auxiliaryDefinitions(sqlite::engine());
+  std::erase_if(missing, [&](const Definition& one) {
+    return definition(connection, kindOf(one), one.name) == one.text;
+  });
+  return missing;
+}
+
+}  // namespace tavoline::tool

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "data/store/Engine.h"
+
+namespace tavoline::tool {
+
+/// What is wrong with a store, one French sentence each.
+using Findings = std::vector<std::string>;
+
+/// The first column of each row of a query, as text; "(vide)" where nothing stands.
+using Ask = std::function<std::vector<std::string>(const std::string& query)>;
+
+/// The sentence with the first of `places`, and how many more there are; nothing without any.
+void report(Findings& findings, const std::string& sentence, const std::vector<std::string>& places);
+
+/// What a store of any engine has to keep in its rows, read in its words: keys without doubles, lines with
+/// their orders, totals that add up, a first account. All tables and columns have to
+/// be there.
+Findings checkRows(const Engine& engine, const Ask& ask);
+
+}  // namespace tavoline::tool
