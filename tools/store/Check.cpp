@@ -36,6 +36,7 @@ Findings checkStore(const std::string& path) {
   for (const Definition& one : missingDefinitions(connection)) findings.push_back(missing(one));
   if (!tables.empty()) return findings;  // The rules about rows name these tables and columns.
   append(findings, checkValues(connection));
+  append(findings, checkKeys(sqlite::engine(), askOf(connection)));
   append(findings, checkRows(sqlite::engine(), askOf(connection)));
   return findings;
 }

@@ -10,6 +10,7 @@
 #include "tools/store/Backup.h"
 #include "tools/store/Check.h"
 #include "tools/store/Creation.h"
+#include "tools/store/Upgrade.h"
 #include "tools/store/demo/Cafeteria.h"
 #include "tools/store/demo/Demo.h"
 
@@ -29,6 +30,7 @@ SYNOPSIS
     tavoline-store generate FICHIER --orders N [--seed S] [--pictures]
     tavoline-store check FICHIER
     tavoline-store backup FICHIER COPIE
+    tavoline-store upgrade FICHIER
     tavoline-store --help | --version
 
 DESCRIPTION
@@ -43,6 +45,9 @@ DESCRIPTION
     generate   Crée la même cafétéria et ses comptes avec dix ans d'historique, pour mesurer les temps de réponse.
     check      Dit si une base est saine. Ne modifie rien ; les postes peuvent continuer.
     backup     Copie une base telle qu'elle est à cet instant, pendant que les postes continuent.
+    upgrade    Ajoute à une base plus ancienne ce que sa forme d'aujourd'hui a de plus (index), puis la contrôle. En
+               fait d'abord une copie à côté. Ne fait rien si rien ne manque, ni si une table ou une colonne manque.
+               Les postes peuvent continuer ; leurs enregistrements attendent un instant.
 
 OPTIONS
     --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
@@ -55,8 +60,8 @@ OPTIONS
     --pictures         Dessine aussi les images des articles.
 
 ÉTAT DE SORTIE
-    0   fait ; pour check, la base est saine
-    1   échec, dit sur la sortie d'erreur ; pour check, la base n'est pas saine
+    0   fait ; pour check et upgrade, la base est saine
+    1   échec, dit sur la sortie d'erreur ; pour check et upgrade, la base n'est pas saine
     2   mauvais appel
 
 EXEMPLES
@@ -117,12 +122,28 @@ int generate(const std::vector<std::string>& words, std::ostream& out) {
   return kDone;
 }
 
-int check(const std::vector<std::string>& words, std::ostream& out) {
-  const Arguments arguments(words, 1, {}, {});
-  const std::vector<std::string> findings = checkStore(arguments.file(0));
-  out << "« " << arguments.file(0) << (findings.empty() ? " » est saine.\n" : " » n'est pas saine :\n");
+int tellCheck(const std::string& path, std::ostream& out) {
+  const Findings findings = checkStore(path);
+  out << "« " << path << (findings.empty() ? " » est saine.\n" : " » n'est pas saine :\n");
   for (const std::string& finding : findings) out << "  - " << finding << '\n';
   return findings.empty() ? kDone : kFailed;
+}
+
+int check(const std::vector<std::string>& words, std::ostream& out) {
+  return tellCheck(Arguments(words, 1, {}, {}).file(0), out);
+}
+
+int upgrade(const std::vector<std::string>& words, std::ostream& out) {
+  const std::string path = Arguments(words, 1, {}, {}).file(0);
+  const Upgrade done = upgradeStore(path);
+  if (done.added.empty()) {
+    out << "« " << path << " » a déjà la forme d'aujourd'hui : rien n'a été changé.\n";
+  } else {
+    out << "Copie de la base telle qu'elle était : « " << done.backup << " ».\n« " << path
+        << " » est mise à jour. Ajouté ou refait :\n";
+    for (const std::string& name : done.added) out << "  + " << name << '\n';
+  }
+  return tellCheck(path, out);
 }
 
 int backup(const std::vector<std::string>& words, std::ostream& out) {
@@ -134,8 +155,9 @@ int backup(const std::vector<std::string>& words, std::ostream& out) {
 
 int run(const std::vector<std::string>& words, std::ostream& out) {
   using Command = int (*)(const std::vector<std::string>&, std::ostream&);
-  constexpr std::pair<std::string_view, Command> kCommands[] = {
-      {"create", create}, {"demo", demo}, {"generate", generate}, {"check", check}, {"backup", backup}};
+  constexpr std::pair<std::string_view, Command> kCommands[] = {{"create", create},     {"demo", demo},
+                                                                {"generate", generate}, {"check", check},
+                                                                {"backup", backup},     {"upgrade", upgrade}};
 
   if (words.empty()) throw UsageError("il manque la commande");
   if (std::find(words.begin(), words.end(), "--help") != words.end()) {

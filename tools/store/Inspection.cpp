@@ -61,10 +61,6 @@ std::string rightValue(const Column& column) {
   return {};
 }
 
-std::string_view kindOf(const Definition& definition) {
-  return definition.kind == Definition::Kind::Table ? "table" : "index";
-}
-
 }  // namespace
 
 Ask askOf(Connection& connection) {
@@ -160,6 +156,10 @@ Findings checkValues(Connection& connection) {
              ask("SELECT rid" + from + rightValue(column)));
   }
   return findings;
+}
+
+std::string kindOf(const Definition& definition) {
+  return definition.kind == Definition::Kind::Table ? "table" : "index";
 }
 
 std::vector<Definition> missingDefinitions(Connection& connection) {

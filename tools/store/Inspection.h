@@ -24,5 +24,7 @@ Findings checkColumns(sqlite::Connection& connection);
 Findings checkValues(sqlite::Connection& connection);
 /// What stands beside the tables in today's definition and not, or not so, in the store.
 std::vector<Definition> missingDefinitions(sqlite::Connection& connection);
+/// How the engine calls this kind of thing: "table", "index".
+std::string kindOf(const Definition& definition);
 
 }  // namespace tavoline::tool

@@ -43,13 +43,6 @@ std::string inWordsOf(const Engine& engine, std::string_view query) {
   }
 }
 
-void checkKey(const Engine& engine, const Ask& ask, const schema::Table& table, Findings& findings) {
-  const std::string key = engine.quotedName(table.key), name(table.name);
-  report(findings, "Clés en double dans " + name + " : ",
-         ask("SELECT " + key + " FROM " + engine.quotedName(name) + " WHERE " + key +
-             " IS NOT NULL GROUP BY " + key + " HAVING count(*) > 1"));
-}
-
 }  // namespace
 
 void report(Findings& findings, const std::string& sentence, const std::vector<std::string>& places) {
@@ -61,10 +54,20 @@ void report(Findings& findings, const std::string& sentence, const std::vector<s
   findings.push_back(text + '.');
 }
 
+Findings checkKeys(const Engine& engine, const Ask& ask) {
+  Findings findings;
+  for (const schema::Table& table : schema::tables()) {
+    if (table.key.empty()) continue;
+    const std::string key = engine.quotedName(table.key);
+    report(findings, "Clés en double dans " + std::string(table.name) + " : ",
+           ask("SELECT " + key + " FROM " + engine.quotedName(table.name) + " WHERE " + key +
+               " IS NOT NULL GROUP BY " + key + " HAVING count(*) > 1"));
+  }
+  return findings;
+}
+
 Findings checkRows(const Engine& engine, const Ask& ask) {
   Findings findings;
-  for (const schema::Table& table : schema::tables())
-    if (!table.key.empty()) checkKey(engine, ask, table, findings);
   for (const Rule& rule : kRules)
     report(findings, std::string(rule.sentence), ask(inWordsOf(engine, rule.query)));
   if (ask(inWordsOf(engine, "SELECT 1 FROM [TVA] LIMIT 2")).size() != 1)

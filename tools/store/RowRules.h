@@ -17,9 +17,10 @@ using Ask = std::function<std::vector<std::string>(const std::string& query)>;
 /// The sentence with the first of `places`, and how many more there are; nothing without any.
 void report(Findings& findings, const std::string& sentence, const std::vector<std::string>& places);
 
-/// What a store of any engine has to keep in its rows, read in its words: keys without doubles, lines with
-/// their orders, totals that add up, a first account. All tables and columns have to
-/// be there.
+/// Keys without doubles. All tables and columns have to be there.
+Findings checkKeys(const Engine& engine, const Ask& ask);
+/// What a store of any engine has to keep in its rows, read in its words: lines with their orders, totals
+/// that add up, a first account. All tables and columns have to be there.
 Findings checkRows(const Engine& engine, const Ask& ask);
 
 }  // namespace tavoline::tool

@@ -249,6 +249,11 @@ class Stores {
   }
   void none(std::string&) { fs::remove(path()); }
   void folder(std::string& name) { fs::create_directory(engine_.file.folder().path() / name); }
+  void link(std::string& target) {
+    const fs::path name = engine_.file.folder().path() / takeWord(target);
+    fs::create_directories(name.parent_path());
+    fs::create_symlink(target, name);
+  }
   void pipe(std::string&) { ::mkfifo(path().c_str(), 0600); }
   void file(std::string& step) {
     std::ofstream out(path(), std::ios::binary | std::ios::app);
@@ -336,6 +341,7 @@ const Verbs<Stores> Stores::kVerbs(
      {"log SIZE", "whether the log is smaller", &Stores::log},
      {"none", "nothing stands in the place of the store", &Stores::none},
      {"folder NAME", "makes one", &Stores::folder},
+     {"link NAME TARGET", "a symbolic link, in a folder that is made for it", &Stores::link},
      {"pipe", "a pipe stands in the place of the store", &Stores::pipe},
      {"file BYTES...", "these bytes stand there, behind what does", &Stores::file},
      {"cut SIZE", "cuts it to so many bytes", &Stores::cut},

@@ -1,0 +1,78 @@
+#include "tools/store/Upgrade.h"
+
+#include <filesystem>
+
+#include "data/store/sqlite/Engine.h"
+#include "data/store/sqlite/Opening.h"
+#include "data/value/Clock.h"
+#include "data/value/Errors.h"
+#include "tools/store/Backup.h"
+#include "tools/store/Inspection.h"
+
+namespace tavoline::tool {
+namespace {
+
+using sqlite::Connection;
+
+// What an addition cannot mend, or would fail on.
+void requireUpgradable(Connection& connection) {
+  requireKnownVersion(connection.name(), sqlite::recordOf(connection));
+  Findings findings = checkPages(connection);
+  if (findings.empty()) findings = checkTables(connection);
+  if (findings.empty()) findings = checkKeys(sqlite::engine(), askOf(connection));
+  if (findings.empty()) return;
+  std::string sentence = "« " + connection.name() +
+                         " » ne peut pas être mise à jour, et n'a pas été touchée. Corrigez d'abord ceci, ou "
+                         "remettez la dernière sauvegarde :";
+  for (const std::string& finding : findings) sentence += "\n  - " + finding;
+  throw StoreError(sentence);
+}
+
+// BDD.mdb makes BDD.avant-2026-11-22-203000.mdb, beside it.
+std::string backupName(const std::filesystem::path& path) {
+  const DateTime now = Clock::now();
+  std::string moment = now.stored().substr(0, 19);  // YYYY-MM-DD HH:MM:SS
+  std::erase(moment, ':');
+  moment[10] = '-';
+  return path.parent_path() / (path.stem().string() + ".avant-" + moment + path.extension().string());
+}
+
+void add(Connection& connection, const std::vector<Definition>& missing) {
+  for (const Definition& one : missing) {
+    connection.execute("DROP " + kindOf(one) + " IF EXISTS " + sqlite::engine().quotedName(one.name));
+    connection.execute(one.text);
+  }
+}
+
+}  // namespace
+
+Upgrade upgradeStore(const std::string& path) {
+  const Location file = locate(path);
+  sqlite::requireOwn(file);
+  sqlite::requireWritable(file);
+  Upgrade done;
+  {
+    Connection looking(file.path, file.name, Connection::Role::Observer);
+    looking.run("BEGIN");  // All that is read is of one moment.
+    requireUpgradable(looking);
+    if (missingDefinitions(looking).empty()) return done;
+  }
+  done.backup = backupName(file.path);
+  backupStore(path, done.backup);
+
+  Connection connection(file.path, file.name, Connection::Role::Writer);
+  connection.run("PRAGMA synchronous = FULL");
+  connection.run("BEGIN IMMEDIATE");
+  try {
+    const std::vector<Definition> missing = missingDefinitions(connection);
+    add(connection, missing);
+    connection.run("COMMIT");
+    for (const Definition& one : missing) done.added.push_back(one.name);
+  } catch (const std::exception&) {
+    connection.rollback();
+    throw;
+  }
+  return done;
+}
+
+}  // namespace tavoline::tool
