@@ -7,6 +7,7 @@ namespace tavoline {
 /// Counts what passes between datasets and a store, so that tests can say what a gesture costs.
 struct StoreCounts {
   int snapshots = 0, queries = 0, rows = 0, writes = 0;
+  int streams = 0;  ///< Begun, and not ended yet.
 };
 
 class CountingStore : public test::PassingStore {
@@ -28,7 +29,10 @@ class CountingStore : public test::PassingStore {
  private:
   class Counted : public Rows {
    public:
-    Counted(std::unique_ptr<Rows> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {}
+    Counted(std::unique_ptr<Rows> inner, StoreCounts& counts) : inner_(std::move(inner)), counts_(counts) {
+      ++counts_.streams;
+    }
+    ~Counted() override { --counts_.streams; }
     bool next() override {
       const bool more = inner_->next();
       if (more) ++counts_.rows;

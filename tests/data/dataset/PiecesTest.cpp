@@ -1,5 +1,6 @@
 // What a cursor is made of, each piece alone.
 
+#include <numeric>
 #include <random>
 
 #include "data/dataset/DatasetFixture.h"
@@ -7,6 +8,7 @@
 #include "data/dataset/RowList.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
+#include "support/StoreCounting.h"
 
 namespace tavoline {
 namespace {
@@ -17,6 +19,11 @@ class Pieces : public DatasetTest {
     const sql::Statement parsed = sql::parseStatement(statement);
     return {
         sql::resolve(std::get<sql::Select>(parsed), *here->catalog()), {}, here->snapshot(), here->catalog()};
+  }
+  void addPlaces(int last, const char* name) {
+    file->run("with recursive n(i) as (select 1 union all select i + 1 from n where i < " +
+              std::to_string(last) + ") insert into Endroit (ID_endroit, Endoit) select i, " + name +
+              " from n");
   }
   static std::string listed(const std::vector<TableRow>& rows) {
     std::string text;
@@ -76,7 +83,7 @@ TEST_F(Pieces, OwnWritesComeIntoThatPageOnlyWhoseStretchHoldsTheirPlace) {
 }
 
 TEST_F(Pieces, AListTakesInWhatIsWrittenWhileItIsCounted) {
-  for (int i = 1; i <= 1100; ++i) addPlace(*here, i, "x");
+  addPlaces(1100, "'x'");
   TablePages pages(source("select * from Endroit"));
   OwnWrites own(pages.order(), pages.columns());
   own.filter(sql::resolveFilter(sql::parseFilter("Endoit='x'"), pages.columns()));
@@ -98,19 +105,35 @@ TEST_F(Pieces, AListTakesInWhatIsWrittenWhileItIsCounted) {
   EXPECT_EQ(list[1098], 1200);
 }
 
+TEST_F(Pieces, WhatWasReadByNumberIsLetGoAndAStreamUnderWayIsGivenUpInAQuietMoment) {
+  addPlaces(1300, "i");
+  StoreCounts counts;
+  const auto counting = std::make_shared<CountingStore>(here, counts);
+  Connected rows(counting, "select * from Endroit");
+  rows.Open();
+  for (std::size_t i = 0; i < 1300; ++i) ASSERT_EQ(rows.ValueAt(i, 0).toInteger(), static_cast<int>(i) + 1);
+  counts = {};
+  EXPECT_EQ(rows.ValueAt(0, 0).toInteger(), 1);
+  EXPECT_EQ(counts.queries, 1) << "all are held";
+
+  Connected names(counting, "select Endroit.Endoit from Endroit");
+  names.Open();
+  EXPECT_FALSE(names.Eof());
+  EXPECT_EQ(counts.streams, 1);
+  here->insert("type", {{"code", Value(1)}});
+  names.Renew();
+  EXPECT_EQ(counts.streams, 0) << "it holds an old version";
+  EXPECT_EQ(names.RecordCount(), 1300u);
+}
+
 /// A result of which few rows are kept, against the whole of it in memory.
 TEST_F(Pieces, AResultShowsWhatTheWholeOfItWouldShowWhateverItKeeps) {
   constexpr std::size_t kKeptHere = 40;
   std::mt19937 random(5);
-  struct Line {
-    int id;
-    std::string name;
-  };
-  std::vector<Line> rows;
-  for (int i = 1; i <= 300; ++i)
-    addPlace(*here, i, std::string(1, "abc"[i % 3])), rows.push_back({i, std::string(1, "abc"[i % 3])});
+  std::vector<int> rows(300);
+  std::iota(rows.begin(), rows.end(), 1);
+  addPlaces(300, "'x'");
   ResultCursor cursor(source("select Endroit.ID_endroit, Endroit.Endoit from Endroit"), kKeptHere);
-  const std::vector<Line> stored = rows;
   std::size_t at = 0;
   const auto pick = [&](std::size_t n) { return static_cast<std::size_t>(random() % n); };
   for (int step = 0; step < 2000 && !HasFailure(); ++step) {
@@ -122,7 +145,7 @@ TEST_F(Pieces, AResultShowsWhatTheWholeOfItWouldShowWhateverItKeeps) {
         if (some < n) at = some;
         break;
       case 1:
-        EXPECT_EQ(cursor.valueAt(some, 0).text(), some < n ? std::to_string(rows[some].id) : "");
+        EXPECT_EQ(cursor.valueAt(some, 0).text(), some < n ? std::to_string(rows[some]) : "");
         break;
       case 2:
         for (std::size_t i = pick(90); i > 0; --i) at += cursor.next();
@@ -142,12 +165,11 @@ TEST_F(Pieces, AResultShowsWhatTheWholeOfItWouldShowWhateverItKeeps) {
         cursor.renew(*here);
         break;
       case 7: {
-        const Line& gone = rows[pick(n)];
+        const int id = rows[pick(n)];
         if (n < 100 || pick(4)) break;
-        const int id = gone.id;
         there->erase("Endroit", id);
         std::size_t before = 0;
-        while (rows[before].id != id) ++before;
+        while (rows[before] != id) ++before;
         rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(before));
         if (before < at || at == rows.size()) --at;
         addPlace(*there, 1000 + step, "c");
@@ -155,13 +177,13 @@ TEST_F(Pieces, AResultShowsWhatTheWholeOfItWouldShowWhateverItKeeps) {
         break;
       }
       case 8:
-        EXPECT_EQ(cursor.recordOf(0, Value(rows[some % n].id)), static_cast<int>(some % n));
+        EXPECT_EQ(cursor.recordOf(0, Value(rows[some % n])), static_cast<int>(some % n));
         break;
       default:
         EXPECT_EQ(cursor.record(), static_cast<int>(at));
     }
     EXPECT_TRUE(cursor.onRow());
-    EXPECT_EQ(cursor.value(0).toInteger(), rows[at].id);
+    EXPECT_EQ(cursor.value(0).toInteger(), rows[at]);
     EXPECT_LE(cursor.held(), kKeptHere);
   }
 }
