@@ -61,7 +61,7 @@ bool Paints::eventFilter(QObject* watched, QEvent* event) {
 }
 
 Glass::Glass() {
-  Messages::current().show = [](const std::string& text) { box() = text; };
+  Messages::current().show = [](const std::string& text, const std::string&) { box() = text; };
   if (!startUp(screensInOrder())) throw std::runtime_error(box());
   MenuF->setWindowState(Qt::WindowNoState);
   MenuF->resize(kDisplay);

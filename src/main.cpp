@@ -1,15 +1,15 @@
-#include <QtWidgets/QApplication>
 
 #include "Screens.h"
 #include "data/DMU.h"
 #include "shell/IdleWatch.h"
 #include "shell/MenuU.h"
+#include "toolkit/forms/Application.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/theme/Theme.h"
 
 int main(int argc, char** argv) {
   using namespace tavoline;
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
   applyTheme(application);
   if (!startUp(screensInOrder())) return 1;

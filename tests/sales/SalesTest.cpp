@@ -11,7 +11,7 @@ namespace tavoline {
 
 void SalesTest::SetUp() {
   Clock::set([] { return DateTime::of(2024, 7, 14, 12, 30, 15); });
-  Messages::current().show = [this](const std::string& text) { said_.push_back(text); };
+  Messages::current().show = [this](const std::string& text, const std::string&) { said_.push_back(text); };
   Messages::current().confirm = [this](const std::string& text, const std::string& title) {
     asked_.push_back(title + ": " + text);
     return answer_;

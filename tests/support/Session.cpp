@@ -117,7 +117,7 @@ void Session::listen() {
   // Between the steps a test answers by the workstation's own means.
   messages_ = Messages::current();
   Messages& messages = Messages::current();
-  messages.show = [this](const std::string& text) {
+  messages.show = [this](const std::string& text, const std::string&) {
     script_ ? script_->say("says \"" + text + "\"") : messages_.show(text);
   };
   messages.confirm = [this](const std::string& text, const std::string& title) {

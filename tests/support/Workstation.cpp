@@ -29,7 +29,7 @@ void Workstation::settleIn() {
   std::filesystem::current_path(folder_);
   door_.emplace("BDD.mdb", "BDD.mdb", sqlite::Connection::Role::Maker);
   Messages& messages = Messages::current();
-  messages.show = [this](const std::string& text) { answer(text); };
+  messages.show = [this](const std::string& text, const std::string&) { answer(text); };
   messages.confirm = [this](const std::string& text, const std::string&) { return answer(text) == "Oui"; };
   messages.openPicture = [this] { return answer("image"); };
   messages.openFile = [this](const std::string& title, const std::string&) { return answer(title); };

@@ -1,12 +1,12 @@
 // tavoline-screens FOLDER [WIDTH HEIGHT]: takes the pictures of the documentation. The working directory
 // holds a demo store, which is changed on the way: give it one of its own.
 
-#include <QtWidgets/QApplication>
 #include <cstdio>
 #include <stdexcept>
 
 #include "Screens.h"
 #include "shell/MenuU.h"
+#include "toolkit/forms/Application.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/theme/Theme.h"
 #include "tools/screens/Scenes.h"
@@ -15,7 +15,7 @@
 int main(int argc, char** argv) {
   using namespace tavoline;
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   if (argc != 2 && argc != 4) {
     std::fputs("tavoline-screens FOLDER [WIDTH HEIGHT]\n", stderr);
     return 2;
@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
   const QSize display = argc == 4 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1024, 768);
   applyTheme(application);
   std::string box;  // no scene is to show one
-  Messages::current().show = [&](const std::string& text) { box = text; };
+  Messages::current().show = [&](const std::string& text, const std::string&) { box = text; };
   try {
     if (!startUp(screensInOrder())) throw std::runtime_error(box);
     MenuF->Show();

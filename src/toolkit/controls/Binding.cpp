@@ -10,7 +10,6 @@
 #include "data/value/Errors.h"
 #include "toolkit/controls/BindingQueue.h"
 #include "toolkit/forms/Guard.h"
-#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
@@ -18,8 +17,8 @@ namespace {
 
 DataSource* partner(const QString& name) {
   if (DataSource* source = DM->Source(name.toStdString())) return source;
-  throw DatasetError("L'écran attend la source de données « " + name.toStdString() +
-                     " », que le module de données n'a pas. Prévenez le service technique.");
+  throw DatasetError("Cet écran attend des données que ce programme n'a pas. Prévenez le service technique.",
+                     "DM." + name.toStdString());
 }
 
 }  // namespace
@@ -48,18 +47,18 @@ bool BindingQueue::event(QEvent* event) {
 
 // A store that fails fails for every control at once; it is told once.
 void BindingQueue::pullAll() {
-  std::string failure;
+  std::exception_ptr failure;
   for (std::size_t left = waiting_.size(); left > 0 && !waiting_.empty(); --left) {
     Binding* control = waiting_.front();
     waiting_.pop_front();
     if (!control->self_->isVisible()) continue;  // shown later, it is brought up to date then
     try {
       control->sync();
-    } catch (const std::exception& error) {
-      failure = error.what();
+    } catch (...) {
+      failure = std::current_exception();
     }
   }
-  if (!failure.empty()) ShowMessage(failure);
+  if (failure) guarded([&] { std::rethrow_exception(failure); });
 }
 
 bool BindingQueue::eventFilter(QObject* widget, QEvent* event) {

@@ -46,17 +46,6 @@ FittedText fitText(const QString& text, const QFont& font, QSize room, int small
   return fitted;
 }
 
-bool isFigure(const QString& text) {
-  const QString trimmed = text.trimmed();
-  const QStringView figure = QStringView(trimmed).chopped(trimmed.endsWith(QLatin1String(" DA")) ? 3 : 0);
-  bool digit = false;
-  for (const QChar letter : figure) {
-    digit |= letter.isDigit();
-    if (!letter.isDigit() && !letter.isSpace() && !QStringLiteral(",.-+/:%").contains(letter)) return false;
-  }
-  return digit;
-}
-
 QFont fittedFont(const QString& text, const QFont& font, int width) {
   QFont fitted = font;
   for (int pixels = QFontInfo(font).pixelSize(); pixels > 1; --pixels) {

@@ -17,10 +17,6 @@ struct FittedText {
 /// `smallest` pixels at the least, for a text that would not fit; what is too long even then is cut short.
 FittedText fitText(const QString& text, const QFont& font, QSize room, int smallest);
 
-/// Whether a text is a figure: a number, an amount with or without its "DA", a percentage, a date. A figure
-/// is never cut: its letters are made smaller instead.
-bool isFigure(const QString& text);
-
 /// `font`, made smaller where `text` on one line would be wider than `width` pixels.
 QFont fittedFont(const QString& text, const QFont& font, int width);
 

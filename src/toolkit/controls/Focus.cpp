@@ -16,8 +16,10 @@ void focusControl(QWidget& control) {
     if (w->isHidden() && !w->inherits("tavoline::TForm")) reachable = false;
   }
   if (screenVisible && !reachable) {
-    throw FocusError("Impossible d'activer le champ « " + control.objectName().toStdString() +
-                     " » : il est désactivé ou masqué. Continuez avec un autre champ.");
+    throw FocusError(
+        "Le champ qui suit ne se remplit pas pour le moment : il est désactivé ou masqué. Continuez avec un "
+        "autre champ.",
+        control.objectName().toStdString());
   }
   control.setFocus(Qt::OtherFocusReason);
 }

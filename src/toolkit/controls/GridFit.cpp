@@ -15,7 +15,7 @@ constexpr int titleAir = 14;         // above and below titles of more lines
 constexpr int widestFit = 420;       // pixels that fitting gives a column at most
 constexpr int shortText = 60;        // pixels of a text that is not worth cutting
 constexpr int shortWord = 75;        // the same of a word, whose letters can be made smaller
-constexpr double smallFigure = 0.8;  // of its usual width
+constexpr double smallFigure = 0.6;  // of its usual width
 
 }  // namespace
 

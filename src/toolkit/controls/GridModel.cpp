@@ -5,7 +5,6 @@
 
 #include "toolkit/controls/GridCells.h"
 #include "toolkit/forms/Guard.h"
-#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
@@ -111,13 +110,10 @@ template <class Read>
 QVariant DBGrid::Model::reading(Read read) const {
   try {
     return read();
-  } catch (const std::exception& error) {
+  } catch (...) {
     auto* self = const_cast<Model*>(this);
-    QTimer::singleShot(0, self, [self, failure = std::string(error.what())] {
-      if (self->rows_ == 0) return;
-      self->setRows(0);
-      ShowMessage(failure);
-    });
+    if (self->rows_ > 0) tellLater(std::current_exception());
+    QTimer::singleShot(0, self, [self] { self->setRows(0); });
     return {};
   }
 }

@@ -5,6 +5,7 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
+#include "data/value/Figures.h"
 #include "toolkit/controls/FittedText.h"
 #include "toolkit/forms/Guard.h"
 
@@ -58,7 +59,7 @@ QSize Label::minimumSizeHint() const {
 }
 
 bool Label::shrinks() const {
-  return !wordWrap() && isFigure(text());
+  return !wordWrap() && isFigure(text().toStdString());
 }
 
 void Label::paintEvent(QPaintEvent* event) {

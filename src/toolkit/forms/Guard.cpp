@@ -1,26 +1,81 @@
 #include "toolkit/forms/Guard.h"
 
-#include <exception>
+#include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+#include <algorithm>
 #include <string>
+#include <vector>
 
+#include "data/value/Errors.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
+namespace {
+
+constexpr int pauseBetween = 1000;  // ms before a failure that is repeated by the next painting is told again
+
+struct Failure {
+  std::string sentence, detail;
+  bool operator==(const Failure&) const = default;
+};
+
+Failure described(const std::exception_ptr& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (const Error& error) {
+    return {error.what(), error.detail()};
+  } catch (const std::exception& error) {
+    return {error.what(), {}};
+  } catch (...) {
+    return {"Une erreur inattendue s'est produite. L'opération en cours est abandonnée.", {}};
+  }
+}
+
+void tell(const Failure& failure) {
+  ShowMessage(failure.sentence, failure.detail);
+}
+
+struct Waiting {
+  std::vector<Failure> failures;  // to be told, or being told
+  Failure last;                   // told
+  QElapsedTimer since;            // then
+};
+
+Waiting& waiting() {
+  static Waiting all;
+  return all;
+}
+
+}  // namespace
+
 bool guarded(const std::function<void()>& handler) {
   if (!handler) return true;
-  std::string failure;
+  std::exception_ptr failure;
   try {
     const auto running = handler;  // a handler may free the control that holds it
     running();
     return true;
-  } catch (const std::exception& error) {
-    failure = error.what();
   } catch (...) {
-    failure = "Une erreur inattendue s'est produite. L'opération en cours est abandonnée.";
+    failure = std::current_exception();
   }
-  ShowMessage(failure);
+  tell(described(failure));
   return false;
+}
+
+void tellLater(std::exception_ptr failure) {
+  const Failure what = described(failure);
+  Waiting& all = waiting();
+  if (std::find(all.failures.begin(), all.failures.end(), what) != all.failures.end()) return;
+  if (what == all.last && all.since.isValid() && all.since.elapsed() < pauseBetween) return;
+  all.failures.push_back(what);
+  QTimer::singleShot(0, QCoreApplication::instance(), [what] {
+    tell(what);
+    std::erase(waiting().failures, what);
+    waiting().last = what;
+    waiting().since.start();
+  });
 }
 
 }  // namespace tavoline

@@ -2,8 +2,9 @@
 
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
-#include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
+
+#include "toolkit/forms/MessageBox.h"
 
 namespace tavoline {
 
@@ -17,15 +18,15 @@ QWidget* front() {
   return QApplication::activeWindow();
 }
 
-void showBox(const std::string& text) {
-  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Tavoline"), qt(text), QMessageBox::Ok, front());
-  box.setTextFormat(Qt::PlainText);
+void showBox(const std::string& text, const std::string& detail) {
+  MessageBox box(QStringLiteral("Tavoline"), qt(text), QMessageBox::Ok, front());
+  if (!detail.empty()) box.setDetailedText(qt(detail));
+  box.setDefaultButton(QMessageBox::Ok);
   box.exec();
 }
 
 bool askBox(const std::string& text, const std::string& title) {
-  QMessageBox box(QMessageBox::NoIcon, qt(title), qt(text), QMessageBox::Yes | QMessageBox::No, front());
-  box.setTextFormat(Qt::PlainText);
+  MessageBox box(qt(title), qt(text), QMessageBox::Yes | QMessageBox::No, front());
   box.button(QMessageBox::Yes)->setText(QStringLiteral("Oui"));
   box.button(QMessageBox::No)->setText(QStringLiteral("Non"));
   box.setDefaultButton(QMessageBox::No);
@@ -64,8 +65,8 @@ Messages& Messages::current() {
   return messages;
 }
 
-void ShowMessage(std::string_view text) {
-  Messages::current().show(std::string(text));
+void ShowMessage(std::string_view text, std::string_view detail) {
+  Messages::current().show(std::string(text), std::string(detail));
 }
 
 bool Confirm(std::string_view text, std::string_view title) {

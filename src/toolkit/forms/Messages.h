@@ -9,7 +9,8 @@ namespace tavoline {
 /// The one seam for everything that stops the user to tell or ask him something. Screens call ShowMessage,
 /// Confirm and the file choosers; tests script the answers by replacing the functions. UI thread only.
 struct Messages {
-  std::function<void(const std::string& text)> show;
+  /// `detail` unfolds below the text: what only helps whoever mends it; empty for none.
+  std::function<void(const std::string& text, const std::string& detail)> show;
   std::function<bool(const std::string& text, const std::string& title)> confirm;
   /// A picture file's path in UTF-8; empty when the user gave up.
   std::function<std::string()> openPicture;
@@ -23,8 +24,8 @@ struct Messages {
   static Messages real();
 };
 
-/// A plain box with the text and one button.
-void ShowMessage(std::string_view text);
+/// A plain box with the text and one button. It is as wide and high as its whole text.
+void ShowMessage(std::string_view text, std::string_view detail = {});
 /// A Yes/No box; true on Yes. Closing it is No.
 bool Confirm(std::string_view text, std::string_view title = "confirmation");
 /// The usual question before a deletion: "voulez-vous vraiment supprimer", titled "confirmation".

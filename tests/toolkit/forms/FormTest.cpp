@@ -4,9 +4,16 @@
 #include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DBText.h"
 
+#include <QtCore/QDirIterator>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QStringListModel>
+#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
 
 namespace tavoline {
 namespace {
@@ -136,6 +143,76 @@ TEST(FormBinding, ScreensMadeBeforeTheDataModuleAreBoundByItsCreation) {
   EXPECT_EQ(text->Caption(), "OUI");
 }
 
+// Wherever Qt calls: nothing of it may end the program.
+TEST_F(FormTest, WhatIsThrownAnywhereIsToldInABox) {
+  struct Fails {
+    const char* how = nullptr;
+    [[noreturn]] void now() const { throw StoreError(std::string("Le disque est plein : ") + how); }
+  };
+  struct Handler : QWidget, Fails {
+    using QWidget::QWidget;
+    bool event(QEvent* event) override {
+      return event->type() == QEvent::User ? (now(), true) : QWidget::event(event);
+    }
+  };
+  struct Filter : QObject, Fails {
+    bool eventFilter(QObject*, QEvent* event) override {
+      return event->type() == QEvent::User && (now(), true);
+    }
+  };
+  struct Painted : QWidget, Fails {
+    using QWidget::QWidget;
+    void paintEvent(QPaintEvent*) override {
+      if (how) now();
+    }
+  };
+  struct Model : QStringListModel, Fails {
+    QVariant data(const QModelIndex& index, int role) const override {
+      if (how) now();
+      return QStringListModel::data(index, role);
+    }
+  };
+  auto* button = screen->add<QPushButton>("slot");
+  auto* handler = screen->add<Handler>("handler");
+  auto* filtered = screen->add<QWidget>("filtered");
+  auto* painted = screen->add<Painted>("painted");
+  auto* list = screen->add<QListView>("list");
+  painted->setMinimumHeight(20);
+  Filter filter;
+  filtered->installEventFilter(&filter);
+  Model model;
+  model.setStringList({"un"});
+  list->setModel(&model);
+  open();
+  const auto post = [](QObject* to) { QCoreApplication::postEvent(to, new QEvent(QEvent::User)); };
+  const struct {
+    const char* how;
+    std::function<void(const char* how)> act;
+  } kinds[] = {
+      {"timer", [&](const char* how) { QTimer::singleShot(0, screen, [how] { Fails{how}.now(); }); }},
+      {"slot",
+       [&](const char* how) {
+         QObject::connect(button, &QPushButton::clicked, screen, [how] { Fails{how}.now(); });
+         QTest::mouseClick(button, Qt::LeftButton);
+       }},
+      {"call",
+       [&](const char* how) {
+         QMetaObject::invokeMethod(
+             screen, [how] { Fails{how}.now(); }, Qt::QueuedConnection);
+       }},
+      {"event", [&](const char* how) { post(handler), handler->how = how; }},
+      {"filter", [&](const char* how) { post(filtered), filter.how = how; }},
+      {"painting", [&](const char* how) { painted->update(), painted->how = how; }},
+      {"model", [&](const char* how) { list->viewport()->update(), model.how = how; }},
+  };
+  for (const auto& kind : kinds) {
+    station.answers({{std::string("Le disque est plein : ") + kind.how}});
+    kind.act(kind.how);
+    station.settle();
+  }
+  painted->how = model.how = nullptr;
+}
+
 class RealBoxTest : public ToolkitTest {
  protected:
   static QMessageBox* box() { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
@@ -143,7 +220,7 @@ class RealBoxTest : public ToolkitTest {
 
 TEST_F(RealBoxTest, AMessageIsAPlainBoxWithOneButton) {
   open();
-  station.during([] { Messages::real().show("STOCK=0"); },
+  station.during([] { Messages::real().show("STOCK=0", {}); },
                  [&] {
                    ASSERT_TRUE(box());
                    EXPECT_EQ(box()->text(), "STOCK=0");
@@ -151,6 +228,58 @@ TEST_F(RealBoxTest, AMessageIsAPlainBoxWithOneButton) {
                    EXPECT_EQ(box()->buttons().size(), 1);
                    QTest::keyClick(box(), Qt::Key_Return);
                  });
+}
+
+// The told sentences, as they stand in the sources, and one as long as any of the store's.
+QStringList toldSentences() {
+  const QRegularExpression told(
+      QStringLiteral(R"re((?:ShowMessage|Confirm|Error)\((?:\w+, )?((?:"(?:[^"\\]|\\.)+"\s*)+))re"));
+  QStringList sentences = {QStringLiteral(
+      "Le fichier des données « /srv/caisse/partage/BDD.mdb » est occupé par un autre poste depuis "
+      "trop longtemps ; l'opération en cours n'a pas été faite. Attendez un instant, puis "
+      "recommencez ; si cela se répète, prévenez le service technique.")};
+  QDirIterator sources(QStringLiteral(TAVOLINE_SOURCES), {QStringLiteral("*.cpp")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+  while (sources.hasNext()) {
+    QFile file(sources.next());
+    if (!file.open(QIODevice::ReadOnly)) continue;
+    auto found = told.globalMatch(QString::fromUtf8(file.readAll()));
+    while (found.hasNext()) {
+      QString text = found.next().captured(1);
+      sentences << text.remove(QRegularExpression(QStringLiteral("\"\\s*\"?")));
+    }
+  }
+  sentences.removeDuplicates();
+  return sentences;
+}
+
+TEST_F(RealBoxTest, EverySentenceIsShownWholeAtEverySize) {
+  open();
+  const QStringList sentences = toldSentences();
+  ASSERT_GT(sentences.size(), 30);
+  const QString sheet = qApp->styleSheet();
+  for (const double scale : {1.0, 1.4, 2.0}) {
+    qApp->setStyleSheet(
+        sheet + QStringLiteral("QMessageBox QLabel { font-size: %1px; }").arg(18 * scale) +
+        QStringLiteral("QMessageBox QLabel#qt_msgbox_label { font-size: %1px; }").arg(18 * scale));
+    for (const QString& sentence : sentences) {
+      station.during([&] { Messages::real().show(sentence.toStdString(), "détail"); },
+                     [&] {
+                       ASSERT_TRUE(box());
+                       const auto* label = box()->findChild<QLabel*>("qt_msgbox_label");
+                       const QRect room = label->contentsRect();
+                       const QRect needed = label->fontMetrics().boundingRect(
+                           QRect(0, 0, room.width(), 10000), Qt::TextWordWrap, sentence);
+                       EXPECT_EQ(box()->text(), sentence);
+                       EXPECT_GE(room.width(), needed.width()) << sentence.toStdString() << scale;
+                       EXPECT_GE(room.height(), needed.height()) << sentence.toStdString() << scale;
+                       EXPECT_LE(box()->width(), box()->screen()->availableSize().width());
+                       EXPECT_LE(box()->height(), box()->screen()->availableSize().height());
+                       box()->button(QMessageBox::Ok)->click();
+                     });
+    }
+  }
+  qApp->setStyleSheet(sheet);
 }
 
 TEST_F(RealBoxTest, AQuestionIsAnsweredInFrenchAndClosingItIsNo) {

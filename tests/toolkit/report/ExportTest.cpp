@@ -46,7 +46,12 @@ TEST_F(ExportTest, anotherProgramReadsThePdf) {
 }
 
 TEST_F(ExportTest, htmlIsWellFormedAndHoldsEveryText) {
-  ASSERT_TRUE(exportDocument(sampleDocument(30), path("a.html")));
+  Document document = sampleDocument(30);
+  const std::vector<Item> items = document.items(0);
+  const Item& word =
+      *std::find_if(items.begin(), items.end(), [](const Item& item) { return item.text == "ligne 3"; });
+  document.setText(0, word.word, "un \x1b signe \x01 de commande");
+  ASSERT_TRUE(exportDocument(document, path("a.html")));
   QXmlStreamReader html(contents(path("a.html")));
   int pages = 0, bars = 0;
   QString text;

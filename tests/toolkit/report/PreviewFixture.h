@@ -24,7 +24,9 @@ class PreviewTest : public testing::Test {
 
  protected:
   PreviewTest() {
-    Messages::current().show = [this](const std::string& text) { shown_.push_back(text); };
+    Messages::current().show = [this](const std::string& text, const std::string&) {
+      shown_.push_back(text);
+    };
     Messages::current().saveFile = [this](const std::string&, const std::string&, const std::string&) {
       return file_;
     };

@@ -42,7 +42,7 @@ TEST_F(PreviewTest, pagesThroughByButtonsNumberAndKeys) {
     std::size_t page;
   } keys[] = {{Qt::Key_Home, Qt::ControlModifier, 0},     {Qt::Key_End, {}, 4},
               {Qt::Key_PageUp, Qt::ControlModifier, 3},   {Qt::Key_Home, {}, 0},
-              {Qt::Key_PageDown, Qt::ControlModifier, 1}, {Qt::Key_PageDown, {}, 3},
+              {Qt::Key_PageDown, Qt::ControlModifier, 1}, {Qt::Key_PageDown, {}, 2},
               {Qt::Key_End, Qt::ControlModifier, 4}};
   for (const auto& each : keys) {
     QTest::keyClick(&pages(), each.key, each.modifiers);
@@ -222,6 +222,14 @@ TEST_F(PreviewTest, aFailureWhileItGrowsLeavesWhatIsThere) {
   ASSERT_TRUE(QTest::qWaitFor([this] { return !panel_.building(); }, 20000));
   EXPECT_EQ(shown_, std::vector<std::string>{"Le fichier des données ne répond plus."});
   EXPECT_EQ(panel_.document()->pageCount(), 2U);
+
+  LongBuild counted(100);
+  build = counted.build();
+  build.advance = [] { return true; };
+  build.total = []() -> std::size_t { throw StoreError("Le disque ne répond plus."); };
+  panel_.open(std::move(build));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !panel_.building(); }, 20000));
+  EXPECT_EQ(shown_.back(), "Le disque ne répond plus.") << "counting the records fails too";
 }
 
 TEST(Build, aLongPreparationCanBeGivenUp) {

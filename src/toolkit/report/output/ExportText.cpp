@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 #include <algorithm>
 
+#include "data/value/Figures.h"
 #include "toolkit/report/model/Code128.h"
 #include "toolkit/report/model/Lines.h"
 
@@ -21,8 +22,24 @@ QByteArray cssColour(Colour colour) {
   return "#" + QByteArray::number(colour & 0xFFFFFFU, 16).rightJustified(6, '0');
 }
 
+// Control characters have no place in a document of this kind, not even escaped.
 QByteArray escaped(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toHtmlEscaped().toUtf8();
+  QString words = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  words.removeIf([](QChar letter) {
+    const bool blank = letter == u'\n' || letter == u'\t' || letter == u'\r';
+    return (letter.unicode() < 0x20 && !blank) || letter.unicode() >= 0xFFFE;
+  });
+  return words.toHtmlEscaped().toUtf8();
+}
+
+// The style of a figure too long for its place, which is told smaller and not cut.
+QByteArray smaller(const Item& item) {
+  constexpr double kWidestDigit = 0.62;  // of the font's height
+  constexpr double kPadding = 6;         // units at both sides
+  const double most =
+      (item.rect.width - kPadding) / (static_cast<double>(item.text.size()) * kWidestDigit * kUnitsPerPoint);
+  if (!item.object->hasText() || !isFigure(item.text) || most >= item.object->fontSize) return {};
+  return " style=\"font-size:" + number(most) + "pt\"";
 }
 
 QByteArray frameStyle(const Object& object) {
@@ -118,7 +135,7 @@ QByteArray element(const Document& document, const Item& item, const QByteArray&
     case ObjectKind::SysMemo:
       break;
   }
-  return "<div class=\"" + name + "\">" + escaped(item.text) + "</div>\n";
+  return "<div class=\"" + name + "\"" + smaller(item) + ">" + escaped(item.text) + "</div>\n";
 }
 
 QByteArray csvField(const std::string& text) {

@@ -3,45 +3,22 @@
 #include <QtGui/QImage>
 #include <QtGui/QPaintDevice>
 #include <QtGui/QPainter>
-#include <QtGui/QTextLayout>
 #include <algorithm>
 #include <cmath>
 
 #include "toolkit/report/model/Code128.h"
+#include "toolkit/report/output/FittedWords.h"
 
 namespace tavoline::report {
 
 namespace {
 
 constexpr double kTextInset = 3;      // units between a box and its words
-constexpr double kNarrowest = 0.70;   // a line too long for its box is set narrower, down to this,
-constexpr double kSmallest = 0.75;    // and then smaller
 constexpr double kQuietModules = 10;  // on either side of a barcode
 constexpr double kShadow = 4;
-// Lines are measured in a size large enough for rounding not to matter.
-constexpr double kMeasureScale = 10;
-constexpr int kDefaultDpi = 96;
-
-QString family(const std::string& name) {
-  if (name == "Arial" || name == "Tahoma" || name == "Arial Black") return "Liberation Sans";
-  return QString::fromStdString(name);
-}
 
 QColor colour(Colour value) {
   return QColor::fromRgb(value & 0xFFFFFFU);
-}
-
-// The font that stands on this system for a template's font, sized for the device.
-QFont deviceFont(const Object& object, double scale, int deviceDpi) {
-  QFont font(family(object.fontName));
-  font.setStyleHint(QFont::SansSerif);
-  font.setHintingPreference(QFont::PreferNoHinting);
-  font.setPointSizeF(object.fontSize * kUnitsPerPoint * scale * 72.0 / deviceDpi);
-  font.setBold((object.fontStyle & FontBold) || object.fontName == "Arial Black");
-  if (object.fontName == "Arial Black") font.setWeight(QFont::Black);
-  font.setItalic(object.fontStyle & FontItalic);
-  font.setUnderline(object.fontStyle & FontUnderline);
-  return font;
 }
 
 // No letter is wider than its font is high, and no line higher than this share of it.
@@ -146,52 +123,27 @@ class Canvas {
     if (fitsForSure(object, text, item.rect)) return painter_.drawText(box, flags(object), text);
     painter_.save();
     painter_.setClipRect(outer, Qt::IntersectClip);
-    if (object.wordWrap || object.hAlign == HAlign::Block) {
-      painter_.drawText(box, flags(object) | Qt::TextWordWrap, text);
-    } else {
-      line(object, text, box);
-    }
+    line(object, text, box);
     painter_.restore();
   }
 
-  // A line as it comes out at any scale: which part of it, how much smaller, and how much narrower.
-  struct Fitted {
-    QString text;
-    double size = 1;
-  };
-
-  static double widest(const QString& text, const QFontMetricsF& metrics) {
-    double width = 0;
-    for (const QString& line : text.split(u'\n'))
-      width = std::max(width, metrics.horizontalAdvance(line.trimmed()));
-    return width;
-  }
-
-  // An amount with its first digits cut off would be another amount: a line too long for its box is set
-  // narrower, then smaller, and what is cut off even so leaves dots. Decided in a large size, so that every
-  // scale shows the same.
-  static Fitted fitted(const QString& text, const Object& object, double units) {
-    QFont large = deviceFont(object, kMeasureScale, kDefaultDpi);
-    large.setPixelSize(static_cast<int>(std::lround(object.fontSize * kUnitsPerPoint * kMeasureScale)));
-    const QFontMetricsF metrics(large);
-    const double room = units * kMeasureScale;
-    const double share = room / std::max(1.0, widest(text, metrics));
-    if (share >= kNarrowest) return {text, 1};
-    const double size = std::max(kSmallest, share / kNarrowest);
-    if (share >= kNarrowest * kSmallest) return {text, size};
-    return {metrics.elidedText(text, Qt::ElideRight, room / (kNarrowest * kSmallest)), size};
-  }
-
   void line(const Object& object, const QString& text, const QRectF& box) {
-    const Fitted fit = fitted(text, object, box.width() / scale_);
+    const FittedWords fit = fitWords(text, object, box.width() / scale_, box.height() / scale_);
     QFont font = painter_.font();
     font.setPointSizeF(font.pointSizeF() * fit.size);
     painter_.setFont(font);
-    const double narrower =
-        std::min(1.0, box.width() / std::max(1.0, widest(fit.text, QFontMetricsF(font, painter_.device()))));
+    if (object.hAlign == HAlign::Block && !fit.cut) {
+      painter_.drawText(box, flags(object) | Qt::TextWordWrap, text);
+      return;
+    }
+    const QFontMetricsF metrics(font, painter_.device());
+    double widest = 1;
+    for (const QString& words : fit.lines) widest = std::max(widest, metrics.horizontalAdvance(words));
+    const double narrower = std::min(1.0, box.width() / widest);
     painter_.translate(box.left(), 0);
     painter_.scale(narrower, 1);
-    painter_.drawText(QRectF(0, box.top(), box.width() / narrower, box.height()), flags(object), fit.text);
+    painter_.drawText(QRectF(0, box.top(), box.width() / narrower, box.height()), flags(object),
+                      fit.lines.join(u'\n'));
   }
 
   static int flags(const Object& object) {

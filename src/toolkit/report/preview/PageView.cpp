@@ -34,6 +34,7 @@ void PageView::setDocument(std::shared_ptr<report::Document> document) {
   dropEditor();
   document_ = std::move(document);
   edited_ = {};
+  wentTo_.reset();
   painter_ = document_ ? std::make_unique<report::PagePainter>(*document_) : nullptr;
   hit_.reset();
   selection_ = {};
@@ -50,6 +51,7 @@ void PageView::grown() {
 
 void PageView::changed() {
   dropEditor();
+  wentTo_.reset();
   hit_.reset();
   selection_ = {};
   pictures_.clear();
@@ -113,6 +115,7 @@ void PageView::setZoom(double zoom) {
 void PageView::zoomAt(double zoom, QPointF point) {
   dropEditor();
   scroll_.stop();
+  wentTo_.reset();
   fit_ = Fit::None;
   const double wanted = std::clamp(zoom, kSmallest, kLargest);
   const QPointF before = deskPoint(point);
@@ -143,13 +146,21 @@ void PageView::setFit(Fit fit) {
 }
 
 std::size_t PageView::currentPage() const {
-  return pageAt(verticalScrollBar()->value() + viewport()->height() / 2.0);
+  const int top = verticalScrollBar()->value();
+  return wentTo_ && wentTo_->second == top ? wentTo_->first : pageAt(top + kGap);
 }
 
 void PageView::goTo(std::size_t page) {
   if (pageCount() == 0) return;
   scroll_.stop();
-  verticalScrollBar()->setValue(static_cast<int>(pageRect(std::min(page, pageCount() - 1)).top()) - kGap);
+  const std::size_t wanted = std::min(page, pageCount() - 1);
+  standAt(wanted, static_cast<int>(pageRect(wanted).top()) - kGap);
+}
+
+void PageView::standAt(std::size_t page, int scrolled) {
+  verticalScrollBar()->setValue(scrolled);
+  wentTo_ = {page, verticalScrollBar()->value()};
+  if (OnScrolled) OnScrolled();
 }
 
 void PageView::setTool(Tool tool) {
@@ -176,6 +187,7 @@ void PageView::showHit(const report::Hit& hit) {
   for (const report::Item& item : document_->items(hit.page)) {
     if (item.word != hit.word || !item.object->hasText()) continue;
     bringIntoView(itemRect(hit.page, item));
+    wentTo_ = {hit.page, verticalScrollBar()->value()};
   }
   viewport()->update();
 }

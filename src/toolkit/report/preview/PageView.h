@@ -39,7 +39,7 @@ class PageView : public QAbstractScrollArea {
   Fit fit() const { return fit_; }
   static constexpr double kSmallest = 0.1, kLargest = 8;
 
-  std::size_t currentPage() const;  ///< The page in the middle of the view.
+  std::size_t currentPage() const;  ///< The page at the top of the view, or the one gone to.
   void goTo(std::size_t page);      ///< Its head at the head of the view.
 
   enum class Tool { Hand, Zoom, Select, Edit };
@@ -98,6 +98,7 @@ class PageView : public QAbstractScrollArea {
   const QPixmap& picture(std::size_t page);
   void paintMarks(QPainter& painter, std::size_t page);
   QRectF itemRect(std::size_t page, const report::Item& item) const;
+  void standAt(std::size_t page, int scrolled);
   void bringIntoView(const QRectF& desk);
   std::vector<report::Item> correctable(std::size_t page) const;
   bool edit(std::size_t page, const report::Item& item);
@@ -112,8 +113,9 @@ class PageView : public QAbstractScrollArea {
   Fit fit_ = Fit::None;
   Tool tool_ = Tool::Hand;
   std::optional<report::Hit> hit_;
-  QRectF selection_;      // on the desk
-  QPointF pressed_, at_;  // in the viewport; for dragging
+  std::optional<std::pair<std::size_t, int>> wentTo_;  // and where the view stood then
+  QRectF selection_;                                   // on the desk
+  QPointF pressed_, at_;                               // in the viewport; for dragging
   bool dragging_ = false;
   double pinched_ = 1;  // the zoom when two fingers took hold
   QPointer<QPlainTextEdit> editor_;

@@ -46,7 +46,8 @@ void PageView::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && tool_ == Tool::Edit && editBeside(0)) return;
   if (event->key() == Qt::Key_Home) return verticalScrollBar()->setValue(0);
-  if (event->key() == Qt::Key_End) return verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+  if (event->key() == Qt::Key_End && pageCount() > 0)
+    return standAt(pageCount() - 1, verticalScrollBar()->maximum());
   QAbstractScrollArea::keyPressEvent(event);
 }
 

@@ -186,14 +186,23 @@ void PreviewPanel::open(report::Build build, const report::PrintOptions& options
   updateState();
 }
 
+// A slice that fails is the last one, already while its failure is told.
 void PreviewPanel::buildSlice() {
+  guarded([this] {
+    try {
+      advance();
+    } catch (...) {
+      stopBuilding();
+      throw;
+    }
+  });
+}
+
+void PreviewPanel::advance() {
   QElapsedTimer slice;
   slice.start();
   bool more = true;
-  const bool well = guarded([&] {
-    while (more && slice.elapsed() < kSlice) more = build_.advance();
-  });
-  if (!well) return stopBuilding();
+  while (more && slice.elapsed() < kSlice) more = build_.advance();
   if (!more) {
     build_.advance = nullptr;
     slices_.stop();

@@ -61,6 +61,7 @@ class PreviewPanel : public QWidget {
   void offer(unsigned buttons);
   void handle(QAction* action, std::function<void()> handler);
   void buildSlice();
+  void advance();
   void updateProgress();
   void updateState();
   void showFindBar(bool on);
