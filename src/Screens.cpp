@@ -33,6 +33,8 @@
 #include "shell/MenuU.h"
 #include "shell/clavierU.h"
 #include "shell/utilisateurUU.h"
+#include "statistics/BestU.h"
+#include "statistics/statU.h"
 
 namespace tavoline {
 
@@ -71,6 +73,8 @@ std::vector<Creator> screensInOrder() {
       makes(RenduF),
       makes(liste_depenceF),
       makes(C_depenceF),
+      makes(statF),
+      makes(BestF),
       makes(clavierF),
   };
 }

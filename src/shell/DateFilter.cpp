@@ -37,10 +37,17 @@ void DateFilter::Clear() {
   to_.box->Clear();
 }
 
+DateFilter::Parts DateFilter::Day::parts() const {
+  return {day->Caption(), month->Caption(), year->Caption()};
+}
+
 std::string DateFilter::Pieces() const {
-  return "j>=" + inQuotes(from_.day->Caption()) + "and j<=" + inQuotes(to_.day->Caption()) +
-         "and M>=" + inQuotes(from_.month->Caption()) + "and M<=" + inQuotes(to_.month->Caption()) +
-         "and A=" + inQuotes(from_.year->Caption()) + "and A<=" + inQuotes(to_.year->Caption());
+  return "j>=" + inQuotes(From().day) + "and j<=" + inQuotes(To().day) + "and " + MonthPieces();
+}
+
+std::string DateFilter::MonthPieces() const {
+  return "M>=" + inQuotes(From().month) + "and M<=" + inQuotes(To().month) +
+         "and A=" + inQuotes(From().year) + "and A<=" + inQuotes(To().year);
 }
 
 }  // namespace tavoline

@@ -26,12 +26,20 @@ class DateFilter {
   void Clear();  ///< Empties both boxes; the labels keep what they hold.
   /// The condition, as far as the labels go; to be followed by "and ..." without a blank.
   std::string Pieces() const;
+  std::string MonthPieces() const;  ///< The same without the days.
+
+  struct Parts {
+    std::string day, month, year;
+  };
+  Parts From() const { return from_.parts(); }
+  Parts To() const { return to_.parts(); }
 
  private:
   struct Day {
     DateEdit* box = nullptr;
     Label *day = nullptr, *month = nullptr, *year = nullptr;
     bool takeApart() const;
+    Parts parts() const;
   };
   void wire();
 

@@ -203,7 +203,7 @@ class Writing {
     const Expr& e = *expr;
     if (const auto* node = std::get_if<Column>(&e.node)) return column(*node);
     if (const auto* node = std::get_if<Literal>(&e.node)) return bound(node->value);
-    if (const auto* node = std::get_if<Parameter>(&e.node)) return parameter(*node);
+    if (const auto* node = std::get_if<Parameter>(&e.node)) return bound(valueOf(*node));
     if (const auto* node = std::get_if<Binary>(&e.node)) return operation(*node);
     if (const auto* node = std::get_if<Not>(&e.node)) return "not (" + expression(node->operand) + ")";
     if (const auto* node = std::get_if<IsNull>(&e.node))
@@ -213,9 +213,14 @@ class Writing {
     return call(std::get<Call>(e.node));
   }
 
-  std::string parameter(const Parameter& node) {
+  Value valueOf(const Parameter& node) const {
     const Value& value = parameters_.at(node.name);
-    return bound(node.typed ? value.as(node.type) : value);
+    return node.typed ? value.as(node.type) : value;
+  }
+  std::optional<Value> constant(const ExprPtr& expr) const {
+    if (const auto* node = std::get_if<Literal>(&expr->node)) return node->value;
+    if (const auto* node = std::get_if<Parameter>(&expr->node)) return valueOf(*node);
+    return std::nullopt;
   }
 
   std::string operation(const Binary& node) {
@@ -258,10 +263,14 @@ class Writing {
     return "(" + left + sign(node.op) + right + ")";
   }
 
+  /// Bounds that are one number or date make an equation: an index goes on behind it, and ends at a range.
   std::string between(const Between& node) {
+    const auto low = constant(node.low), high = constant(node.high);
+    if (low && high && !low->isNull() && !low->isText() && *low == *high)
+      return expression(node.operand) + sign(Op::Equal) + bound(*low);
     const std::string x = ordered(node.operand);
-    const std::string low = expression(node.low);
-    return dialect_.between(x, low, expression(node.high));
+    const std::string from = expression(node.low);
+    return dialect_.between(x, from, expression(node.high));
   }
 
   std::string in(const In& node) {

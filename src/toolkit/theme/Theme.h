@@ -36,7 +36,7 @@ inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or ri
 ///   "keySmall" and "keySmallWord" (of a compact one);
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
 ///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
-///   (on a tile), "wrong";
+///   (on a tile), "figure" (a large red amount above a chart), "wrong";
 /// - `kind` of an input: "amount" (large figures);
 /// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
 ///   "bar" (a strip in the accent colour), "plain" (no look);

@@ -1,0 +1,47 @@
+#include "statistics/BestU.h"
+
+#include "data/DMU.h"
+#include "data/value/Clock.h"
+#include "data/value/Text.h"
+
+namespace tavoline {
+
+TBestF* BestF = nullptr;
+
+TBestF::TBestF() : TForm("BestF") {
+  setupUi(this);
+  n->OnClick = [this] { nClick(); };
+  Button1->OnClick = [this] { Button1Click(); };
+  Ready();
+}
+
+void TBestF::nClick() {
+  DM->best1.Reopen();
+  DM->best2.Reopen();
+  TypeChart->show();
+  ArticleChart->show();
+  const DateTime today = Clock::now();
+  const std::string month =
+      "M=" + inQuotes(std::to_string(today.month())) + "and A=" + inQuotes(std::to_string(today.year()));
+  DM->best1.FilterBy(month);
+  DM->best2.FilterBy(month);
+  Button1->Click();
+}
+
+void TBestF::Button1Click() {
+  TypeChart->Clear();
+  TypeChart->AddSeries({.title = QStringLiteral("Meuiller Vente Par Type Article"),
+                        .legend = QStringLiteral("Meuiller Vente Par Type Article"),
+                        .axisX = QStringLiteral("Type Article"),
+                        .axisY = QStringLiteral("Solde en DA")},
+                       DM->best1, "SumOftcc", "Type_Produit");
+  ArticleChart->Clear();
+  ArticleChart->AddSeries({.title = QStringLiteral("Meuiller vente par Article"),
+                           .legend = QStringLiteral("Meuiller vente par Article"),
+                           .axisX = QStringLiteral("Article"),
+                           .axisY = QStringLiteral("Solde en DA"),
+                           .hatched = true},
+                          DM->best2, "SumOftcc", "designation_article");
+}
+
+}  // namespace tavoline

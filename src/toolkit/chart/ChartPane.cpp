@@ -1,0 +1,106 @@
+#include "toolkit/chart/ChartPane.h"
+
+#include <QtCharts/QChart>
+#include <QtCharts/QChartView>
+#include <QtCharts/QLegend>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QToolTip>
+#include <QtWidgets/QVBoxLayout>
+
+#include "toolkit/controls/FingerScroll.h"
+#include "toolkit/theme/Theme.h"
+
+namespace tavoline {
+
+ChartPane::ChartPane(QWidget* parent)
+    : QFrame(parent), area_(new QScrollArea(this)), chart_(new QChart), view_(new QChartView(chart_)) {
+  setProperty("kind", QStringLiteral("card"));
+  chart_->setAnimationOptions(QChart::NoAnimation);
+  chart_->setBackgroundVisible(false);
+  chart_->setTitleBrush(QColor(theme::ink));
+  chart_->legend()->setAlignment(Qt::AlignBottom);
+  chart_->legend()->setLabelColor(QColor(theme::ink));
+  view_->setRenderHint(QPainter::Antialiasing);
+  view_->setFrameShape(QFrame::NoFrame);
+  view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  view_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  view_->viewport()->installEventFilter(this);
+  area_->setWidget(view_);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area_->viewport()->installEventFilter(this);
+  fingers_ = std::make_unique<FingerScroll>(area_->viewport(), FingerScroll::ByPointer);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins(4, 4, 4, 4);
+  whole->addWidget(area_);
+}
+
+ChartPane::~ChartPane() {
+  fingers_.reset();
+}
+
+QString ChartPane::chartLabels() const {
+  return QString::fromStdString(rows_.joinedLabels());
+}
+
+QString ChartPane::chartValues() const {
+  return QString::fromStdString(rows_.joinedValues());
+}
+
+void ChartPane::Clear() {
+  forgetSeries();
+  chart_->removeAllSeries();
+  for (QAbstractAxis* axis : chart_->axes()) {
+    chart_->removeAxis(axis);
+    delete axis;
+  }
+  rows_ = {};
+  setAccessibleDescription({});
+}
+
+void ChartPane::setTitle(const QString& title) {
+  QFont font = this->font();
+  font.setPointSize(14);
+  font.setBold(true);
+  chart_->setTitleFont(font);
+  chart_->setTitle(title);
+  setAccessibleName(title);
+  setAccessibleDescription(
+      QStringLiteral("Total : %1 DA").arg(QString::fromStdString(Value(rows_.total()).text())));
+}
+
+void ChartPane::setNeededWidth(int pixels) {
+  neededWidth_ = pixels;
+  stretch();
+}
+
+void ChartPane::stretch() {
+  const QSize room = area_->maximumViewportSize();
+  const bool scrolls = neededWidth_ > room.width();
+  const int height = room.height() - (scrolls ? area_->horizontalScrollBar()->sizeHint().height() : 0);
+  view_->resize(std::max(neededWidth_, room.width()), std::max(height, 1));
+}
+
+void ChartPane::resizeEvent(QResizeEvent* event) {
+  QFrame::resizeEvent(event);
+  stretch();
+}
+
+bool ChartPane::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == area_->viewport() && event->type() == QEvent::Resize) stretch();
+  if (watched == view_->viewport() && event->type() == QEvent::MouseButtonRelease)
+    tell(static_cast<QMouseEvent*>(event)->position().toPoint());
+  return QFrame::eventFilter(watched, event);
+}
+
+void ChartPane::tell(QPoint place) const {
+  const int point = pointAt(place);
+  if (point < 0 || static_cast<std::size_t>(point) >= rows_.size()) return;
+  const auto at = static_cast<std::size_t>(point);
+  QToolTip::showText(view_->viewport()->mapToGlobal(place),
+                     QString::fromStdString(rows_.labels[at] + " : " + rows_.values[at].text() + " DA"),
+                     view_->viewport());
+}
+
+}  // namespace tavoline
