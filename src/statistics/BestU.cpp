@@ -40,7 +40,7 @@ void TBestF::Button1Click() {
                            .legend = QStringLiteral("Meuiller vente par Article"),
                            .axisX = QStringLiteral("Article"),
                            .axisY = QStringLiteral("Solde en DA"),
-                           .hatched = true},
+                           .light = true},
                           DM->best2, "SumOftcc", "designation_article");
 }
 

@@ -110,7 +110,7 @@ void TstatF::draw() {
                            .legend = QStringLiteral("Depence"),
                            .axisX = QStringLiteral("Jours"),
                            .axisY = QStringLiteral("Solde en DA"),
-                           .hatched = true},
+                           .light = true},
                           DM->D_01, "SumOfmontant_dep", "j");
 }
 

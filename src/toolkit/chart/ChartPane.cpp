@@ -4,6 +4,8 @@
 #include <QtCharts/QChartView>
 #include <QtCharts/QLegend>
 #include <QtGui/QMouseEvent>
+#include <QtWidgets/QGraphicsLayout>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolTip>
@@ -18,10 +20,11 @@ ChartPane::ChartPane(QWidget* parent)
     : QFrame(parent), area_(new QScrollArea(this)), chart_(new QChart), view_(new QChartView(chart_)) {
   setProperty("kind", QStringLiteral("card"));
   chart_->setAnimationOptions(QChart::NoAnimation);
-  chart_->setBackgroundVisible(false);
-  chart_->setTitleBrush(QColor(theme::ink));
-  chart_->legend()->setAlignment(Qt::AlignBottom);
+  chart_->setBackgroundBrush(QColor(theme::card));
+  chart_->setBackgroundRoundness(0);
+  chart_->layout()->setContentsMargins(0, 0, 0, 0);
   chart_->legend()->setLabelColor(QColor(theme::ink));
+  chart_->legend()->setFont(smallFont());
   view_->setRenderHint(QPainter::Antialiasing);
   view_->setFrameShape(QFrame::NoFrame);
   view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -31,9 +34,27 @@ ChartPane::ChartPane(QWidget* parent)
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area_->viewport()->installEventFilter(this);
   fingers_ = std::make_unique<FingerScroll>(area_->viewport(), FingerScroll::ByPointer);
+  title_ = new QLabel(this);
+  title_->setAlignment(Qt::AlignCenter);
+  QFont font = this->font();
+  font.setPointSize(14);
+  font.setBold(true);
+  title_->setFont(font);
+  legend_ = new QLabel(this);
+  legend_->setAlignment(Qt::AlignCenter);
+  legend_->setFont(smallFont());
+  legend_->hide();
+  foot_ = new QLabel(this);
+  foot_->setProperty("kind", QStringLiteral("muted"));
+  foot_->setAlignment(Qt::AlignCenter);
+  foot_->hide();
   auto* whole = new QVBoxLayout(this);
-  whole->setContentsMargins(4, 4, 4, 4);
-  whole->addWidget(area_);
+  whole->setContentsMargins(8, 6, 8, 4);
+  whole->setSpacing(0);
+  whole->addWidget(title_);
+  whole->addWidget(legend_);
+  whole->addWidget(area_, 1);
+  whole->addWidget(foot_);
 }
 
 ChartPane::~ChartPane() {
@@ -59,15 +80,28 @@ void ChartPane::Clear() {
   setAccessibleDescription({});
 }
 
-void ChartPane::setTitle(const QString& title) {
+QFont ChartPane::smallFont() const {
   QFont font = this->font();
-  font.setPointSize(14);
-  font.setBold(true);
-  chart_->setTitleFont(font);
-  chart_->setTitle(title);
+  font.setPointSize(10);
+  return font;
+}
+
+void ChartPane::setTitle(const QString& title) {
+  title_->setText(title);
   setAccessibleName(title);
   setAccessibleDescription(
       QStringLiteral("Total : %1 DA").arg(QString::fromStdString(Value(rows_.total()).text())));
+}
+
+void ChartPane::setLegend(const QString& text, const QColor& colour) {
+  legend_->setText(
+      QStringLiteral("<span style=\"color:%1\">\u25A0</span> %2").arg(colour.name(), text.toHtmlEscaped()));
+  legend_->show();
+}
+
+void ChartPane::setFoot(const QString& text) {
+  foot_->setText(text);
+  foot_->show();
 }
 
 void ChartPane::setNeededWidth(int pixels) {

@@ -7,6 +7,7 @@
 
 class QChart;
 class QChartView;
+class QLabel;
 class QScrollArea;
 
 namespace tavoline {
@@ -46,8 +47,12 @@ class ChartPane : public QFrame {
   QChart& chart() const { return *chart_; }
   QChartView& view() const { return *view_; }
   void setRows(ChartRows rows) { rows_ = std::move(rows); }
-  /// Titles the pane, 14 points bold, for eyes and for screen readers.
+  /// Titles the pane, 14 points bold, for eyes and for screen readers, above what moves.
   void setTitle(const QString& title);
+  /// Names the one series of the pane above what moves, in place of the chart's own legend.
+  void setLegend(const QString& text, const QColor& colour);
+  void setFoot(const QString& text);  ///< The title of the horizontal axis, below what moves.
+  QFont smallFont() const;            ///< 10 points, for all but the title.
   /// The width that the points need, in pixels; the pane scrolls where it has less.
   void setNeededWidth(int pixels);
   virtual void forgetSeries() {}
@@ -61,6 +66,7 @@ class ChartPane : public QFrame {
   void stretch();
   void tell(QPoint place) const;
 
+  QLabel *title_, *legend_, *foot_;
   QScrollArea* area_;
   QChart* chart_;
   QChartView* view_;

@@ -15,7 +15,7 @@ struct LineBarSettings {
   int barWidth = 80;        ///< Percent of what a point has.
   int labelAngle = 45;      ///< Degrees, of the labels below.
   int rightMargin = 50;     ///< Pixels.
-  bool hatched = false;     ///< A second look, told apart without colour.
+  bool light = false;       ///< A second look, told apart without colour.
 };
 
 /// Bars with a line through them, one point per row of a dataset under its filter, in the dataset's order.
@@ -43,12 +43,14 @@ class LineBarChart : public ChartPane {
 
  private:
   void addAxes();
-  void writeValues();
-  void placeValues();
+  void writeTexts();
+  void placeTexts();
+  void placeValue(std::size_t point, bool upright);
+  void placeLabel(std::size_t point);
 
   LineBarSettings settings_;
   QBarSeries* bars_ = nullptr;
-  std::vector<QGraphicsSimpleTextItem*> values_;  // one on each point
+  std::vector<QGraphicsSimpleTextItem*> values_, labels_;  // on each point, and below it
 };
 
 }  // namespace tavoline

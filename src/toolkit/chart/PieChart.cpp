@@ -15,7 +15,7 @@ namespace tavoline {
 
 namespace {
 
-constexpr double kRadius = 0.6;  // of half the plot's shorter side: labels stand around the pie
+constexpr double kRadius = 0.65;  // of half the plot's shorter side: labels stand around the pie
 
 struct Look {
   QRgb colour;
@@ -33,7 +33,7 @@ constexpr std::array kLooks = {
 }  // namespace
 
 PieChart::PieChart(QWidget* parent) : ChartPane(parent) {
-  chart().legend()->setAlignment(Qt::AlignRight);
+  chart().legend()->setAlignment(Qt::AlignBottom);
 }
 
 void PieChart::AddSeries(const QString& title, Dataset& rows, std::string_view valueField,
@@ -51,6 +51,7 @@ void PieChart::AddSeries(const QString& title, Dataset& rows, std::string_view v
     slice->setBrush(QBrush(QColor(look.colour), look.pattern));
     slice->setPen(QPen(QColor(theme::card), 2));
     slice->setLabelColor(QColor(theme::ink));
+    slice->setLabelFont(smallFont());
     slice->setLabelVisible(amount > 0);
     slices_->append(slice);
   }
