@@ -28,6 +28,11 @@ void Session::show(std::string& names) {
       if (form->windowFlags() & Qt::WindowStaysOnTopHint) line += " on top";
     } else if (const QVariant text = found->property("text"); text.isValid()) {
       line += " \"" + text.toString().toStdString() + '"';
+    } else if (const auto* chart = dynamic_cast<const QWidget*>(found);
+               chart && found->property("chartKind").isValid()) {
+      line += " \"" + chart->accessibleName().toStdString() + "\" " +
+              found->property("chartLabels").toString().toStdString() + " = " +
+              found->property("chartValues").toString().toStdString();
     }
     if (!found->property("visible").toBool() && !found->inherits("QMenu")) line += " hidden";
     if (!found->property("enabled").toBool()) line += " disabled";
