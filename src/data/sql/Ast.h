@@ -68,9 +68,11 @@ struct IsNull {
   bool negated = false;
 };
 
-/// `between low and high`, with its bounds in either order; false if any part is null.
+/// `between low and high`; false if any part is null. Bounds that are dates or texts may come in either
+/// order; of numbers the lower one comes first, or nothing lies between them.
 struct Between {
   ExprPtr operand, low, high;
+  bool ascending = false;  ///< Set by `resolve`: numbers are compared.
 };
 
 /// `column in (values)`: only built by the system itself, never parsed.

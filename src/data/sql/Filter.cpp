@@ -86,7 +86,7 @@ class Evaluation {
   Truth between(const Between& node) const {
     const Value x = value(node.operand), a = value(node.low), b = value(node.high);
     if (x.isNull() || a.isNull() || b.isNull()) return std::nullopt;
-    return (a <= x && x <= b) || (b <= x && x <= a);
+    return (a <= x && x <= b) || (!node.ascending && b <= x && x <= a);
   }
 
   Truth in(const In& node) const {

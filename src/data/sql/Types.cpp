@@ -112,8 +112,10 @@ class Resolution {
   }
 
   ExprPtr between(const Between& node) {
-    Between result{value(node.operand), value(node.low), value(node.high)};
+    Between result{value(node.operand), value(node.low), value(node.high), false};
     align({&result.operand, &result.low, &result.high});
+    const auto type = typeOf(*result.operand);
+    result.ascending = type && isNumber(*type);
     return make(std::move(result));
   }
 

@@ -268,7 +268,12 @@ class Writing {
     const auto low = constant(node.low), high = constant(node.high);
     if (low && high && !low->isNull() && !low->isText() && *low == *high)
       return expression(node.operand) + sign(Op::Equal) + bound(*low);
-    const std::string x = ordered(node.operand);
+    std::string x = ordered(node.operand);
+    if (node.ascending) {
+      const std::string from = x + sign(Op::GreaterEqual) + expression(node.low);
+      x = ordered(node.operand);
+      return "(" + from + sign(Op::And) + x + sign(Op::LessEqual) + expression(node.high) + ")";
+    }
     const std::string from = expression(node.low);
     return dialect_.between(x, from, expression(node.high));
   }
