@@ -18,7 +18,8 @@ namespace tavoline::tool {
 namespace {
 
 constexpr int kDone = 0, kFailed = 1, kWronglyCalled = 2;
-constexpr std::int64_t kMostOrders = 10'000'000;
+constexpr std::int64_t kMostOrders = 10'000'000;  // and purchase invoices, and suppliers
+constexpr std::int64_t kUsualInvoices = 913;      // in the ten years of a generated store
 constexpr std::size_t kLoginWidth = 4;  // Orders and expenses copy the login into columns of this width.
 
 constexpr std::string_view kHelp = R"(NOM
@@ -27,7 +28,7 @@ constexpr std::string_view kHelp = R"(NOM
 SYNOPSIS
     tavoline-store create FICHIER [--login CODE] [--password MOT] [--nom NOM] [--prenom PRENOM] [--role ROLE]
     tavoline-store demo FICHIER
-    tavoline-store generate FICHIER --orders N [--seed S] [--pictures]
+    tavoline-store generate FICHIER --orders N [--invoices N] [--suppliers N] [--seed S] [--pictures]
     tavoline-store check FICHIER
     tavoline-store backup FICHIER COPIE
     tavoline-store upgrade FICHIER
@@ -56,6 +57,8 @@ OPTIONS
     --prenom PRENOM    Son prénom. Sinon Principal.
     --role ROLE        Admin, KeyUser ou User. Sinon Admin.
     --orders N         Nombre de commandes terminées, environ quatre lignes chacune.
+    --invoices N       Nombre de factures d'achat, environ cinq lignes chacune. Sinon une tous les quatre jours.
+    --suppliers N      Nombre de fournisseurs en plus de ceux de la démonstration. Sinon aucun.
     --seed S           Graine du hasard ; la même graine donne le même historique le même jour. Sinon 1.
     --pictures         Dessine aussi les images des articles.
 
@@ -109,10 +112,12 @@ int demo(const std::vector<std::string>& words, std::ostream& out) {
 }
 
 int generate(const std::vector<std::string>& words, std::ostream& out) {
-  const Arguments arguments(words, 1, {"--orders", "--seed"}, {"--pictures"});
+  const Arguments arguments(words, 1, {"--orders", "--invoices", "--suppliers", "--seed"}, {"--pictures"});
   if (!arguments.has("--orders")) throw UsageError("il manque --orders N, le nombre de commandes");
   Generation generation;
   generation.orders = arguments.number("--orders", 0, kMostOrders);
+  generation.invoices = arguments.number("--invoices", kUsualInvoices, kMostOrders);
+  generation.suppliers = arguments.number("--suppliers", 0, kMostOrders);
   generation.seed = static_cast<std::uint64_t>(arguments.number("--seed", 1, INT64_MAX));
   generation.pictures = arguments.has("--pictures");
   const DemoReport report = createGenerated(arguments.file(0), generation);

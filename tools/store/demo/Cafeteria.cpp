@@ -116,6 +116,13 @@ constexpr DemoSupplier kSuppliers[] = {
     {"F004", "Boulangerie Les Palmiers", "8, rue des Palmiers, Alger", "021 00 04 40",
      "fournil@palmiers.example"},
     {"F005", "Glaces Djurdjura", "27, rue du stade, Tizi Ouzou", "026 00 05 50", "glaces@djurdjura.example"},
+    {"F006", "Eaux des Sources", "Zone industrielle, Sidi Moussa", "023 00 06 60", "eaux@sources.example"},
+    {"F007", "Laiterie du Plateau", "Route nationale 5, Sétif", "036 00 07 70", "lait@plateau.example"},
+    {"F008", "Épices Ben Omar", "Souk El Fellah, Boufarik", "025 00 08 80", "epices@benomar.example"},
+    {"F009", "Jus de la Mitidja", "4, chemin des vergers, Blida", "025 00 09 90", "jus@mitidja.example"},
+    {"F010", "Cafés Torréfaction Nour", "18, rue Larbi, Alger", "021 00 11 00", "nour@cafes.example"},
+    {"F011", "Pains et Délices", "2, place du marché, Kouba", "021 00 11 10", "pains@delices.example"},
+    {"F012", "Emballages Rapides", "Lot 7, Rouiba", "023 00 12 20", "lot7@emballages.example"},
 };
 
 constexpr DemoClient kClients[] = {
@@ -128,6 +135,16 @@ constexpr DemoClient kClients[] = {
     {"CL05", "Clinique El Amel", "Accueil", "021 00 10 05", "9, chemin des Oliviers, Alger",
      "accueil@elamel.example"},
     {"CL06", "Saïdi", "Amina", "0770 00 10 06", "31, rue de la Gare, Alger", "amina@saidi.example"},
+    {"CL07", "Hôtel Belvédère", "Réception", "021 00 10 07", "1, corniche Est, Alger",
+     "reception@belvedere.example"},
+    {"CL08", "Khelifi", "Omar", "0555 00 10 08", "8, cité El Bina, Alger", "omar@khelifi.example"},
+    {"CL09", "Crèche Les Papillons", "Direction", "021 00 10 09", "17, rue des Acacias, Alger",
+     "direction@papillons.example"},
+    {"CL10", "Zerrouki", "Lamia", "0662 00 10 10", "3, boulevard du Front de Mer, Alger",
+     "lamia@zerrouki.example"},
+    {"CL11", "Garage du Centre", "Atelier", "021 00 10 11", "40, rue du Port, Alger",
+     "atelier@garage.example"},
+    {"CL12", "Benaïssa", "Tarek", "0771 00 10 12", "12, rue des Oliviers, Alger", "tarek@benaissa.example"},
 };
 
 }  // namespace

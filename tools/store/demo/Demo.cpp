@@ -1,6 +1,7 @@
 #include "tools/store/demo/Demo.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 #include "data/value/Clock.h"
@@ -11,7 +12,7 @@
 namespace tavoline::tool {
 namespace {
 
-constexpr int kDemoDays = 26, kDemoOrders = 1150, kDemoDaysNotClosed = 2;
+constexpr int kDemoDays = 26, kDemoOrders = 1150, kDemoDaysNotClosed = 2, kDemoInvoices = 30;
 constexpr std::uint64_t kDemoSeed = 2011;
 constexpr int kGeneratedDays = 3652, kGeneratedDaysNotClosed = 1;
 
@@ -63,6 +64,20 @@ void writePeople(Filler& filler, const Pictures* pictures) {
                                                "adresse", "emial", "date_creation"});
   for (const DemoClient& row : demoClients())
     client.run(row.code, row.surname, row.firstName, row.telephone, row.address, row.mail, Clock::today());
+}
+
+// Names as a long list has them: some hundred beginnings, a number behind each.
+void writeMoreSuppliers(Filler& filler, std::int64_t count) {
+  Inserter supplier = filler.inserter("Fournisseur", {"code_fournisseur", "nom_fournisseur", "adresse"});
+  constexpr std::array kTrades = {"Boissons", "Conserves", "Épices",     "Fruits",   "Glaces",
+                                  "Laiterie", "Minoterie", "Pâtisserie", "Semoules", "Volailles"};
+  constexpr std::array kTowns = {"Alger", "Annaba", "Batna", "Béjaïa", "Blida",
+                                 "Médéa", "Oran",   "Sétif", "Tipaza", "Tlemcen"};
+  for (std::int64_t i = 0; i < count; ++i) {
+    const std::string name = std::string(kTrades[static_cast<std::size_t>(i / 10 % 10)]) + ' ' +
+                             kTowns[static_cast<std::size_t>(i % 10)] + ' ' + std::to_string(i / 100 + 1);
+    supplier.run("G" + std::to_string(i + 1), name, kTowns[static_cast<std::size_t>(i % 10)]);
+  }
 }
 
 void writeDesks(Filler& filler, const History& history, DateTime opened) {
@@ -138,7 +153,7 @@ void writeFloor(Filler& filler, const std::vector<OpenOrder>& orders, std::int64
 }
 
 DemoReport createCafeteria(const std::string& path, HistoryPlan plan, bool withPictures,
-                           const std::vector<OpenOrder>& waiting) {
+                           const std::vector<OpenOrder>& waiting, std::int64_t moreSuppliers = 0) {
   DemoReport report;
   const std::unique_ptr<Pictures> pictures = withPictures ? makePictures(report.withoutPictures) : nullptr;
   report.pictures = pictures != nullptr;
@@ -146,6 +161,7 @@ DemoReport createCafeteria(const std::string& path, HistoryPlan plan, bool withP
   createStore(path, schema::kStorePassword, [&](Filler& filler) {
     writeCatalogue(filler, pictures.get());
     writePeople(filler, pictures.get());
+    writeMoreSuppliers(filler, moreSuppliers);
     History history(filler, plan);
     history.write();
     writeDesks(filler, history, plan.firstDay);
@@ -162,6 +178,7 @@ DemoReport createDemo(const std::string& path) {
   HistoryPlan plan;
   plan.days = kDemoDays;
   plan.orders = kDemoOrders;
+  plan.invoices = kDemoInvoices;
   plan.daysNotClosed = kDemoDaysNotClosed;
   plan.seed = kDemoSeed;
   return createCafeteria(path, plan, true, openOrders());
@@ -171,9 +188,10 @@ DemoReport createGenerated(const std::string& path, const Generation& generation
   HistoryPlan plan;
   plan.days = kGeneratedDays;
   plan.orders = generation.orders;
+  plan.invoices = generation.invoices;
   plan.daysNotClosed = kGeneratedDaysNotClosed;
   plan.seed = generation.seed;
-  return createCafeteria(path, plan, generation.pictures, {});
+  return createCafeteria(path, plan, generation.pictures, {}, generation.suppliers);
 }
 
 }  // namespace tavoline::tool

@@ -19,6 +19,8 @@ DemoReport createDemo(const std::string& path);
 
 struct Generation {
   std::int64_t orders = 0;
+  std::int64_t invoices = 0;   ///< Of purchases, about five lines each.
+  std::int64_t suppliers = 0;  ///< Beside those of the demo.
   std::uint64_t seed = 1;
   bool pictures = false;
 };

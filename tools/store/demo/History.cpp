@@ -43,9 +43,16 @@ struct History::ExpenseRow {
   const DemoSupplier* supplier = nullptr;
 };
 
+/// What became of a purchase invoice: the mark of its box, and what was paid of it so far.
+struct History::Payment {
+  std::string_view mark;  // empty where the box was never clicked
+  double amount;
+};
+
 History::History(Filler& filler, const HistoryPlan& plan)
     : plan_(plan),
       random_(plan.seed),
+      purchases_(plan.seed + 1),
       tables_(demoTables()),
       insertOrder_(filler.inserter("commande", {"n_table", "table", "remise", "remi", "etat_commande", "HT",
                                                 "TVA", "tcc", "login", "n_commande", "code_client", "client",
@@ -81,11 +88,12 @@ void History::write() {
   for (int i = 0; i < plan_.days; ++i) {
     const DateTime day = DateTime::fromMillis(plan_.firstDay.millis() + i * kMillisecondsPerDay);
     reached += kWeek[static_cast<std::size_t>(weekday(day))];
-    liveDay(day, plan_.orders * reached / weight - order_, i < plan_.days - plan_.daysNotClosed);
+    liveDay(day, plan_.orders * reached / weight - order_, plan_.invoices * (i + 1) / plan_.days - invoice_,
+            i < plan_.days - plan_.daysNotClosed);
   }
 }
 
-void History::liveDay(DateTime day, std::int64_t orders, bool closed) {
+void History::liveDay(DateTime day, std::int64_t orders, std::int64_t invoices, bool closed) {
   std::vector<std::int64_t> ends;
   ends.reserve(static_cast<std::size_t>(orders));
   for (std::int64_t i = 0; i < orders; ++i)
@@ -93,10 +101,10 @@ void History::liveDay(DateTime day, std::int64_t orders, bool closed) {
   std::sort(ends.begin(), ends.end());
   for (std::int64_t end : ends) writeOrder(DateTime::fromMillis(end), closed);
 
+  for (; invoices > 0; --invoices) receiveDelivery(day);
   if (orders == 0) return;  // Screens allow an expense only while a finished order waits for its closing.
   const std::int64_t index = (day.millis() - plan_.firstDay.millis()) / kMillisecondsPerDay;
   spend(day, index);
-  if (index % 4 == 1) receiveDelivery(day);
   if (!closed) return;
   for (std::size_t i = 0; i < desks_.size(); ++i)
     if (desks_[i].firstOrder) closeDesk(desks_[i], at(day, 23, 10 + 10 * static_cast<int>(i)));
@@ -177,12 +185,26 @@ void History::writeExpense(const ExpenseRow& row, Desk& desk) {
   if (!desk.house) openExpenses_.push_back({row.date, row.amount});
 }
 
+// Of those that can be paid, some are paid in part and some not at all.
+History::Payment History::pay(double total) {
+  const int way = purchases_.below(6), state = purchases_.below(5);
+  const double paid = state < 2 ? total : state < 4 ? 100 * std::floor(total / 250) : 0;
+  if (way == 0) return {"NON", 0};
+  if (way < 3) return {{}, paid};
+  Desk& hall = desks_[0];
+  const double affordable = std::max(0.0, 100 * std::floor((hall.balance - kFloat) / 200));
+  const double amount = std::min(paid, affordable);
+  hall.balance = counted(hall.balance - amount);
+  return {"OUI", amount};
+}
+
 void History::receiveDelivery(DateTime day) {
   struct Round {
     std::size_t supplier;
     int category, pack;
   };
-  constexpr std::array kRounds = {Round{0, 2, 12}, Round{3, 4, 10}, Round{0, 2, 24}, Round{4, 10, 6}};
+  constexpr std::array kRounds = {Round{0, 2, 12}, Round{3, 4, 10}, Round{5, 2, 24},
+                                  Round{4, 10, 6}, Round{8, 2, 6},  Round{10, 4, 8}};
   const Round& round = kRounds[static_cast<std::size_t>(invoice_) % kRounds.size()];
   const DemoSupplier& supplier = demoSuppliers()[round.supplier];
 
@@ -191,7 +213,8 @@ void History::receiveDelivery(DateTime day) {
   for (std::size_t i = 0; i < demoArticles().size(); ++i) {
     const DemoArticle& article = demoArticles()[i];
     if (article.category != round.category || !article.counted()) continue;
-    const int quantity = round.pack * random_.between(1, 5);
+    if (ht > 0 && purchases_.chance(25)) continue;
+    const int quantity = round.pack * purchases_.between(1, 5);
     const double total = static_cast<double>(quantity) * article.purchasePrice;
     insertPurchase_.run(invoice_, articleCode(i), article.designation, quantity,
                         static_cast<double>(article.purchasePrice), total);
@@ -199,13 +222,9 @@ void History::receiveDelivery(DateTime day) {
   }
   const double vat = counted(ht * kVatRate / 100);
   const double total = counted(ht + vat);
-  Desk& hall = desks_[0];
-  const bool fromDesk = random_.chance(35);
-  double paid = random_.chance(75) ? total : 0;
-  if (fromDesk) paid = std::clamp(500 * std::floor((hall.balance - kFloat) / 1000), 0.0, total);
-  if (fromDesk) hall.balance = counted(hall.balance - paid);
-  insertInvoice_.run(invoice_, day, supplier.code, supplier.name, ht, vat, total, kManager,
-                     fromDesk ? "OUI" : "NON", paid, counted(total - paid), hall.code, day.day(), day.month(),
+  const Payment payment = pay(total);
+  insertInvoice_.run(invoice_, day, supplier.code, supplier.name, ht, vat, total, kManager, payment.mark,
+                     payment.amount, counted(total - payment.amount), desks_[0].code, day.day(), day.month(),
                      day.year());
 }
 

@@ -18,8 +18,9 @@ inline constexpr std::int64_t kMinute = 60'000;  ///< In milliseconds.
 struct HistoryPlan {
   DateTime firstDay;
   int days = 0;
-  std::int64_t orders = 0;  ///< Exactly; spread over the days, fewer on Fridays.
-  int daysNotClosed = 0;    ///< The last days, whose orders wait for a closing.
+  std::int64_t orders = 0;    ///< Exactly; spread over the days, fewer on Fridays.
+  std::int64_t invoices = 0;  ///< Of purchases, exactly; spread over the days.
+  int daysNotClosed = 0;      ///< The last days, whose orders wait for a closing.
   std::uint64_t seed = 1;
 };
 
@@ -51,15 +52,17 @@ class History {
   };
   struct ExpenseRow;
 
-  void liveDay(DateTime day, std::int64_t orders, bool closed);
+  void liveDay(DateTime day, std::int64_t orders, std::int64_t invoices, bool closed);
   void writeOrder(DateTime date, bool closed);
   void spend(DateTime day, std::int64_t index);
   void writeExpense(const ExpenseRow& row, Desk& desk);
   void receiveDelivery(DateTime day);
+  struct Payment;
+  Payment pay(double total);
   void closeDesk(Desk& desk, DateTime now);
 
   HistoryPlan plan_;
-  Random random_;
+  Random random_, purchases_;  ///< Apart, so that deliveries change no order.
   Menu menu_;
   std::vector<DemoTable> tables_;
   std::array<Desk, 3> desks_;          ///< As demoDesks(): the hall's, the terrace's, the house desk.
