@@ -8,6 +8,7 @@
 
 #include "data/DMU.h"
 #include "data/value/Errors.h"
+#include "data/value/Regional.h"
 #include "toolkit/controls/BindingQueue.h"
 #include "toolkit/forms/Guard.h"
 
@@ -108,7 +109,11 @@ Value Binding::displayValue() const {
 }
 
 std::string Binding::fieldText() const {
-  return fieldValue().text();
+  return shown(fieldValue());
+}
+
+std::string Binding::shown(const Value& value) const {
+  return money_ && value.isNumber() ? formatPattern(moneyFormat, value.toFloat()) : value.text();
 }
 
 void Binding::sync() {

@@ -26,13 +26,17 @@ class Binding : public Bindable, public DataListener {
   QString dataField() const { return field_; }
   void setDataField(const QString& field) { field_ = field; }
 
+  /// An amount: shown with two decimals, whatever it holds exactly. A property of those that declare it.
+  bool money() const { return money_; }
+  void setMoney(bool money) { money_ = money; }
+
   /// Finds the partner in DM; throws DatasetError for an unknown name. No effect without a name.
   void bind() override;
   DataSource* source() const { return source_; }
   Dataset* dataset() const;  ///< Null while unbound.
   /// Null while unbound, for a closed dataset, for a field that it does not have, and without a current row.
   Value fieldValue() const;
-  std::string fieldText() const;
+  std::string fieldText() const;  ///< As the control shows it.
 
   /// Brings a stale control up to date now.
   void sync();
@@ -55,7 +59,8 @@ class Binding : public Bindable, public DataListener {
    private:
     static int depth;
   };
-  Value displayValue() const;  ///< As fieldValue, for display.
+  Value displayValue() const;                   ///< As fieldValue, for display.
+  std::string shown(const Value& value) const;  ///< How the control shows a value.
 
   QWidget* self() const { return self_; }
 
@@ -64,7 +69,7 @@ class Binding : public Bindable, public DataListener {
   QWidget* self_;
   QString sourceName_, field_;
   DataSource* source_ = nullptr;
-  bool stale_ = false;
+  bool stale_ = false, money_ = false;
 };
 
 /// For controls that show the rows of another dataset than the one of their field: marks its owner stale with

@@ -13,6 +13,7 @@ class DBEdit : public Edit, public TextBinding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
   Q_PROPERTY(QString dataField READ dataField WRITE setDataField)
+  Q_PROPERTY(bool money READ money WRITE setMoney)
 
  public:
   explicit DBEdit(QWidget* parent = nullptr);

@@ -126,7 +126,11 @@ void DBGrid::countOn() {
 }
 
 void DBGrid::showCurrentRow() {
-  const int record = dataset()->Active() ? dataset()->RecordNumber() : -1;
+  const bool inserting = !readOnly_ && dataset()->State() == DatasetState::Insert;
+  model_->showInserted(inserting);
+  const int record = inserting             ? model_->rowCount() - 1
+                     : dataset()->Active() ? dataset()->RecordNumber()
+                                           : -1;
   model_->setCurrent(record);
   if (record < 0 || record >= model_->rowCount()) return clearSelection();
   const int column = std::max(0, currentIndex().column());
@@ -138,6 +142,7 @@ void DBGrid::showCurrentRow() {
 void DBGrid::standOn(const QModelIndex& index) {
   sync();
   if (!dataset() || !dataset()->Active() || index.row() >= model_->rowCount()) return;
+  if (model_->isInserted(index.row())) return;
   if (dataset()->RecordNumber() != index.row()) dataset()->MoveTo(std::size_t(index.row()));
 }
 
@@ -148,7 +153,8 @@ void DBGrid::deleteCurrentRow() {
 }
 
 void DBGrid::keyPressEvent(QKeyEvent* event) {
-  if (!readOnly_ && event->key() == Qt::Key_Delete && event->modifiers() == Qt::ControlModifier) {
+  if (!readOnly_ && !keepsRows_ && event->key() == Qt::Key_Delete &&
+      event->modifiers() == Qt::ControlModifier) {
     guarded([this] { deleteCurrentRow(); });
     return event->accept();
   }
@@ -185,11 +191,6 @@ void DBGrid::keyPressEvent(QKeyEvent* event) {
     standOn(model_->index(to, std::max(0, currentIndex().column())));
     sync();
   });
-}
-
-void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-  QTableView::closeEditor(editor, hint);
-  markStale();
 }
 
 void DBGrid::resizeEvent(QResizeEvent* event) {

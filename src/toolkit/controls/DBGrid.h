@@ -24,12 +24,17 @@ namespace tavoline {
 /// there is room. Where there is too little, titles take two lines, then texts are cut; figures never are,
 /// they are drawn smaller at the last. With `wordWrap` a text too long for its cell goes on below. What is
 /// typed in a cell is posted when its row is left; Ctrl+Delete deletes the current row of a grid that is not
-/// read only, once confirmed. The actions of a grid are its menu (see GridMenu).
+/// read only, once confirmed, unless it `keepsRows`. The actions of a grid are its menu (see GridMenu).
+///
+/// In a grid that is not read only, a row that waits in insert state is the last one. Text that its field
+/// refuses stays in the cell, to be mended or given up (Esc); typed text goes to the dataset as soon as that
+/// asks for it.
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
   Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
   Q_PROPERTY(bool readOnly READ readOnly WRITE setReadOnly)
+  Q_PROPERTY(bool keepsRows MEMBER keepsRows_)
 
  public:
   explicit DBGrid(QWidget* parent = nullptr);
@@ -37,6 +42,7 @@ class DBGrid : public QTableView, public Binding {
 
   std::function<void()> OnCellClick;
   std::function<void()> OnDblClick;
+  std::function<void(const std::string& field)> OnCellEnter;  ///< Enter ended the typing in a cell.
   /// The background of a cell, or an invalid colour for its own; `record` as Dataset::ValueAt counts.
   std::function<QColor(Dataset& rows, std::size_t record, const std::string& field)> OnCellColour;
 
@@ -45,13 +51,19 @@ class DBGrid : public QTableView, public Binding {
   bool readOnly() const { return readOnly_; }
   void setReadOnly(bool readOnly) { readOnly_ = readOnly; }
   void SetFocus();
+  /// Puts the caret into a cell of the current row, its text selected. Nothing where it cannot be typed in.
+  void EditCell(std::string_view field);
+  std::string SelectedField() const;  ///< Of the cell that was clicked last; empty for none.
 
  protected:
   void pull() override;
   void dataEvent(DataEvent event) override;
+  void giveUpPending() override;
+  void dropPending() override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
@@ -64,7 +76,8 @@ class DBGrid : public QTableView, public Binding {
   void countOn();
 
   QStringList columns_;
-  bool readOnly_ = true, rowsStale_ = true;
+  bool readOnly_ = true, keepsRows_ = false, rowsStale_ = true;
+  bool refused_ = false;  // what was typed in the open cell
   Model* model_;
   std::unique_ptr<Fit> fit_;
   QBasicTimer counting_, resting_;

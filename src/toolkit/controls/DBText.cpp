@@ -11,7 +11,7 @@ std::string DBText::Caption() {
 }
 
 void DBText::pull() {
-  setText(QString::fromStdString(displayValue().text()));
+  setText(QString::fromStdString(shown(displayValue())));
 }
 
 QString DBText::heldText() {

@@ -11,6 +11,7 @@ class DBText : public Label, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
   Q_PROPERTY(QString dataField READ dataField WRITE setDataField)
+  Q_PROPERTY(bool money READ money WRITE setMoney)
 
  public:
   explicit DBText(QWidget* parent = nullptr);

@@ -9,15 +9,15 @@ namespace tavoline {
 
 namespace {
 
-constexpr int smallestLetters = 13;  // pixels
-constexpr int smallestFigures = 6;   // the same where nothing may be cut
+constexpr int smallestCellLetters = 13;  // pixels
+constexpr int smallestFigures = 6;       // the same where nothing may be cut
 
 FittedText cellText(const QModelIndex& index, const QStyleOptionViewItem& option, QSize room, bool wrapped) {
   const QString text = index.data().toString();
   const QFontMetrics& metrics = option.fontMetrics;
   if (metrics.horizontalAdvance(text) <= room.width()) return {{text}, option.font, metrics.height()};
   if (index.data(FigureRole).toBool()) return fitText(text, option.font, room, smallestFigures);
-  if (wrapped) return fitText(text, option.font, room, smallestLetters);
+  if (wrapped) return fitText(text, option.font, room, smallestCellLetters);
   return {{metrics.elidedText(text, Qt::ElideRight, room.width())}, option.font, metrics.height()};
 }
 

@@ -1,5 +1,6 @@
 #include "toolkit/controls/GridModel.h"
 
+#include <QtCore/QScopedValueRollback>
 #include <QtCore/QTimer>
 #include <QtGui/QColor>
 
@@ -71,16 +72,33 @@ QVariant DBGrid::Model::data(const QModelIndex& index, int role) const {
   }
 }
 
+void DBGrid::Model::showInserted(bool shown) {
+  if (shown == inserted_) return;
+  if (shown) {
+    beginInsertRows({}, rows_, rows_);
+    inserted_ = true;
+    endInsertRows();
+  } else {
+    beginRemoveRows({}, rows_, rows_);
+    inserted_ = false;
+    endRemoveRows();
+  }
+}
+
 bool DBGrid::Model::setData(const QModelIndex& index, const QVariant& typed, int role) {
-  if (role != Qt::EditRole || typed.toString() == data(index, role).toString()) return false;
-  return guarded([&] {
-    const GridColumn& column = columns_[std::size_t(index.column())];
-    Dataset& rows = *grid_.dataset();
-    if (rows.RecordNumber() != index.row()) rows.MoveTo(std::size_t(index.row()));
-    rows.Edit();
-    const bool empty = typed.toString().isEmpty() && column.type != FieldType::Text;
-    rows.SetFieldValue(column.field, empty ? Value() : Value(typed.toString().toStdString()));
-  });
+  return role == Qt::EditRole && guarded([&] { write(index, typed.toString()); });
+}
+
+// The dataset may ask for the text while it is being written.
+void DBGrid::Model::write(const QModelIndex& cell, const QString& typed) {
+  if (writing_ || typed == data(cell, Qt::EditRole).toString()) return;
+  const QScopedValueRollback<bool> once(writing_, true);
+  const GridColumn& column = columns_[std::size_t(cell.column())];
+  Dataset& rows = *grid_.dataset();
+  if (!isInserted(cell.row()) && rows.RecordNumber() != cell.row()) rows.MoveTo(std::size_t(cell.row()));
+  rows.Edit();
+  const bool empty = typed.isEmpty() && column.type != FieldType::Text;
+  rows.SetFieldValue(column.field, empty ? Value() : Value(typed.toStdString()));
 }
 
 Qt::ItemFlags DBGrid::Model::flags(const QModelIndex& index) const {
@@ -92,7 +110,7 @@ Value DBGrid::Model::value(int record, const GridColumn& column) const {
   Dataset& rows = *grid_.dataset();
   if (column.index < 0 || !rows.Active()) return {};
   // The row being edited shows its values as edited.
-  if (record == current_ && rows.State() == DatasetState::Edit) {
+  if (isInserted(record) || (record == current_ && rows.State() == DatasetState::Edit)) {
     const Displaying display;
     return rows.FieldValue(column.field);
   }
@@ -100,7 +118,7 @@ Value DBGrid::Model::value(int record, const GridColumn& column) const {
 }
 
 QVariant DBGrid::Model::colour(int record, const GridColumn& column) const {
-  if (!grid_.OnCellColour || !grid_.dataset()->Active()) return {};
+  if (!grid_.OnCellColour || !grid_.dataset()->Active() || isInserted(record)) return {};
   const Displaying display;
   const QColor wanted = grid_.OnCellColour(*grid_.dataset(), std::size_t(record), column.field);
   return wanted.isValid() ? QVariant(wanted) : QVariant();

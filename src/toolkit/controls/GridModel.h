@@ -21,10 +21,16 @@ class DBGrid::Model : public QAbstractTableModel {
   void reread();
   void setRows(int rows);
   void setCurrent(int record) { current_ = record; }
+  void showInserted(bool shown);  ///< The row that waits in insert state, behind all others.
+  bool isInserted(int row) const { return inserted_ && row == rows_; }
+  /// Writes what was typed in a cell; throws if its field refuses it. Nothing for the text that it has.
+  void write(const QModelIndex& cell, const QString& typed);
   int current() const { return current_; }
   const std::vector<GridColumn>& shownColumns() const { return columns_; }
 
-  int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+  int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : rows_ + inserted_;
+  }
   int columnCount(const QModelIndex& parent = {}) const override {
     return parent.isValid() ? 0 : int(columns_.size());
   }
@@ -42,6 +48,7 @@ class DBGrid::Model : public QAbstractTableModel {
   DBGrid& grid_;
   std::vector<GridColumn> columns_;
   int rows_ = 0;
+  bool inserted_ = false, writing_ = false;
   int current_ = -1;
 };
 

@@ -21,7 +21,7 @@ void TextBinding::textTyped() {
     before_ = displayValue();
   } catch (...) {
     waiting_ = starting_ = false;
-    showText(qt(displayValue().text()));
+    showText(qt(shown(displayValue())));
     throw;
   }
 }
@@ -85,7 +85,7 @@ void TextBinding::pull() {
   // While he types on, the user keeps his own way of writing the same value.
   if (self()->hasFocus() && !givenText_.isEmpty() && shownText() == givenText_ && value == givenValue_)
     return;
-  const QString text = qt(value.text());
+  const QString text = qt(shown(value));
   if (text != shownText()) showText(text);
 }
 

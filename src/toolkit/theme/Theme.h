@@ -17,12 +17,14 @@ inline constexpr QRgb ink = 0xff1f2b2b;     ///< Text.
 inline constexpr QRgb muted = 0xff66706f;   ///< Secondary text; still 4.5 to 1 on the ground.
 inline constexpr QRgb accent =
     0xff0f5e63;  ///< The one accent, a deep teal: what goes on, what has the focus.
-inline constexpr QRgb accentDark = 0xff0a464a;  ///< The accent under a finger.
-inline constexpr QRgb accentSoft = 0xffd5e8e7;  ///< The current row, the key under a finger.
-inline constexpr QRgb wrong = 0xffb3261e;       ///< Only for what is wrong or busy.
-inline constexpr QRgb wrongSoft = 0xfffbe1de;   ///< An input that is wrong; a cell to look at.
-inline constexpr QRgb alert = 0xfff4978e;       ///< A cell that calls for something: a low stock.
-inline constexpr QRgb free = 0xff2e7d4f;        ///< Only for what is free or right.
+inline constexpr QRgb accentDark = 0xff0a464a;   ///< The accent under a finger.
+inline constexpr QRgb accentSoft = 0xffd5e8e7;   ///< The current row, the key under a finger.
+inline constexpr QRgb wrong = 0xffb3261e;        ///< Only for what is wrong or busy.
+inline constexpr QRgb wrongSoft = 0xfffbe1de;    ///< An input that is wrong; a cell to look at.
+inline constexpr QRgb alert = 0xfff4978e;        ///< A cell that calls for something: a low stock.
+inline constexpr QRgb free = 0xff2e7d4f;         ///< Only for what is free or right.
+inline constexpr QRgb freeSoft = 0xffd9ecdf;     ///< A cell that is settled.
+inline constexpr QRgb waitingSoft = 0xfffbeac4;  ///< A cell that is settled in part.
 }  // namespace theme
 
 /// Gives the application its look and its language: Fusion under one stylesheet, the palette above, the font,
