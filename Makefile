@@ -45,8 +45,9 @@ accept:  ## Write what transcripts say now into their files: CASE=part of a name
 bench:  ## Measure against the raw engine, Qt's own table model, and small store against large
 	@scripts/install-packages build bench
 	@$(CONFIGURE) -DTAVOLINE_BENCH=ON
-	@cmake --build --preset $(PRESET) --target tavoline-bench tavoline-store
+	@cmake --build --preset $(PRESET) --target tavoline-bench tavoline-bench-purchases tavoline-store
 	@bench/run $(BUILD)/bin build/bench-data
+	@bench/purchases $(BUILD)/bin build/bench-data
 
 check:  ## The quick part of lint: formatting, walls between folders, forms, sizes
 	@scripts/install-packages build lint
