@@ -20,6 +20,9 @@
 #include "clients/liste_ClientU.h"
 #include "purchasing/C_fournisseurU.h"
 #include "purchasing/Liste_fournisseurU.h"
+#include "purchasing/c_facture_achatU.h"
+#include "purchasing/liste_facture_achatU.h"
+#include "purchasing/montantU.h"
 #include "sales/Commande_avnU.h"
 #include "sales/RenduU.h"
 #include "sales/champsU.h"
@@ -65,6 +68,9 @@ std::vector<Creator> screensInOrder() {
       makes(liste_commandeF),
       makes(qteF),
       makes(fac_clF),
+      makes(liste_facture_achatF),
+      makes(c_facture_achatF),
+      makes(MontantF),
       makes(liste_caisseF),
       makes(C_caisseF),
       makes(Aff_caisseF),

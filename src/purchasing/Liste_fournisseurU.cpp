@@ -2,9 +2,8 @@
 
 #include "data/DMU.h"
 #include "purchasing/C_fournisseurU.h"
+#include "purchasing/c_facture_achatU.h"
 #include "shell/Entry.h"
-#include "toolkit/controls/DBEdit.h"
-#include "toolkit/forms/Forms.h"
 
 namespace tavoline {
 
@@ -78,8 +77,8 @@ void TListe_fournisseurF::ModifierClick() {
 
 void TListe_fournisseurF::RzRapidFireButton1Click() {
   if (DM->Fournisseur.RecordsCounted() > 0) {
-    Forms::control<DBEdit>("c_facture_achatF", "DBEdit3")->Text(DM->Fournisseur["code_fournisseur"].text());
-    Forms::control<DBEdit>("c_facture_achatF", "DBEdit4")->Text(DM->Fournisseur["nom_fournisseur"].text());
+    c_facture_achatF->DBEdit3->Text(DM->Fournisseur["code_fournisseur"].text());
+    c_facture_achatF->DBEdit4->Text(DM->Fournisseur["nom_fournisseur"].text());
   }
   Close();
   RzRapidFireButton1->hide();

@@ -54,6 +54,7 @@ const test::Verbs<Session> Session::kVerbs(
      {"over CONTROL TEXT", "types over what it holds", &Session::over},
      {"choose LIST KEY", "a row of a look-up list", &Session::choose},
      {"row GRID NUMBER", "a click on a row, from 0", &Session::row},
+     {"twice GRID NUMBER", "a double click on a row", &Session::twice},
      {"answer TEXT", "to the next question or file box; a box without one is answered Non", &Session::answer},
      {"leave [SCREEN]", "closes a window, the one in front, by the window's own means", &Session::leave},
      {"loop STEP", "takes a step in the event loop that the process runs in, and says how that ends",
@@ -348,6 +349,12 @@ void Session::row(std::string& rest) {
   auto& view = control<QAbstractItemView>(takeWord(rest));
   at.settle();
   at.tapAt(view.viewport(), view.visualRect(view.model()->index(std::stoi(rest), 1)).center());
+}
+
+void Session::twice(std::string& rest) {
+  auto& view = control<QAbstractItemView>(takeWord(rest));
+  at.settle();
+  at.doubleTapAt(view.viewport(), view.visualRect(view.model()->index(std::stoi(rest), 1)).center());
 }
 
 void Session::edit(std::string& rest) {

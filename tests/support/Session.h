@@ -49,7 +49,8 @@ class Session {
   static std::function<void(Session&, std::string&)> operation(void (Dataset::*does)());
   using Step = void(std::string& rest);
   Step file, sql, stored, start, login, screen, clock, in, tap, type, press, set, choose, focus, over, row,
-      answer, leave, loop, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate, edit;
+      twice, answer, leave, loop, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate,
+      edit;
 
   QObject* find(const std::string& name) const;
   template <class T>

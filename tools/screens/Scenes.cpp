@@ -57,6 +57,30 @@ void tapModal(Stage& stage, const char* button, const char* file, const char* le
   stage.tap(button);
 }
 
+// A purchase invoice that the desk pays, and that is paid in part.
+void standOnDebt() {
+  DM->facture_achat.First();
+  while (!DM->facture_achat.Eof() &&
+         !(DM->facture_achat["en_caisse"] == "OUI" && DM->facture_achat["MONTANT_VERSE"] > 0 &&
+           DM->facture_achat["MONTANT_RESTE"] > 0))
+    DM->facture_achat.Next();
+}
+
+// The payment dialog of the current purchase invoice, then its document; each is closed again.
+void payAndPrint(Stage& stage) {
+  Stage::whenModal([&stage](QWidget& dialog) {
+    stage.keep("payment");
+    dialog.close();
+  });
+  stage.control<QAction>("liste_facture_achatF.MontantVerse").trigger();
+  standOnDebt();
+  Stage::whenModal([&stage](QWidget& preview) {
+    stage.keep("purchase-invoice", preview.grab().toImage());
+    preview.close();
+  });
+  stage.tap("liste_facture_achatF.Imprimer");
+}
+
 }  // namespace
 
 std::vector<Scene> scenes() {
@@ -145,7 +169,32 @@ std::vector<Scene> scenes() {
          stage.choose("AffctaiondeCaisse1");
          tapModal(stage, "liste_aff_caisseF.RzShapeButton4", "assignment", "Aff_caisseF.Fermer");
        }},
-      {"expenses", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton5"); }},
+      {"suppliers", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton8"); }},
+      {"supplier", [](Stage& stage) { stage.tap("Liste_fournisseurF.Modifier"); }},
+      {"clients",
+       [](Stage& stage) {
+         stage.tap("C_fournisseurF.Fermer");
+         stage.tap("MenuF.AdvSmoothButton7");
+       }},
+      {"client", [](Stage& stage) { stage.tap("liste_ClientF.Modifier"); }},
+      {"purchases",
+       [](Stage& stage) {
+         stage.tap("C_clientF.Fermer");
+         stage.tap("MenuF.AdvSmoothButton4");
+         standOnDebt();
+       }},
+      {"", [](Stage& stage) { payAndPrint(stage); }},
+      {"purchase",
+       [](Stage& stage) {
+         stage.tap("liste_facture_achatF.Modifier");
+         stage.tap("c_facture_achatF.Enregistrer");
+         stage.tap("c_facture_achatF.x2");
+       }},
+      {"expenses",
+       [](Stage& stage) {
+         stage.tap("c_facture_achatF.Fermer");
+         stage.tap("MenuF.AdvSmoothButton5");
+       }},
       {"expense", [](Stage& stage) { stage.tap("liste_depenceF.AdvSmoothButton4"); }},
       {"utilisateurs",
        [](Stage& stage) {

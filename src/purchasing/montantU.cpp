@@ -1,0 +1,92 @@
+#include "purchasing/montantU.h"
+
+#include "data/DMU.h"
+#include "toolkit/forms/Messages.h"
+
+namespace tavoline {
+
+TMontantF* MontantF = nullptr;
+
+TMontantF::TMontantF() : TForm("MontantF") {
+  setupUi(this);
+  setWindowFlags(kSystemButtonOnly);
+  DBEdit1->OnEnter = [this] { Enregistrer->SetFocus(); };
+  Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  Ready();
+}
+
+bool TMontantF::atDesk() {
+  return DM->facture_achat["en_caisse"] == "OUI";
+}
+
+void TMontantF::standOnActiveDesk() {
+  DM->Caisse.FilterBy("id_caise='" + DM->operation["id_caisse_active"].text() + "'");
+}
+
+// What was paid before stands in the field, to be typed over.
+void TMontantF::FormShow() {
+  Bureau->setVisible(atDesk());
+  if (atDesk()) standOnActiveDesk();
+  DBEdit1->SetFocus();
+  DBEdit1->sync();
+  DBEdit1->selectAll();
+}
+
+// Stored in any case once it does not exceed the total: a further payment that is refused afterwards has then
+// taken the place of what was paid before.
+void TMontantF::EnregistrerClick() {
+  const std::string amount = DBEdit1->Text();
+  if (amount.empty()) return;
+  if (amount > DBText1->Caption()) return ShowMessage("Le montant Versé doit etre inférieur ou égal a TTC");
+  DM->facture_achat.Cancel();  // the amount is written behind what others changed, and once
+  DM->facture_achat.Refresh();
+  DM->facture_achat.FilterBy("n_facture='" + DM->facture_achat["N_facture"].text() + "'");
+  DM->facture_achat.Edit();
+  DM->facture_achat["MONTANT_VERSE"] = amount;
+  DM->facture_achat.Post();
+  if (Label7->Caption() == "0") {
+    payFirst();
+  } else {
+    if (DBEdit1->Text() > DBText2->Caption())
+      return ShowMessage("Le montant Versé doit etre inférieur ou égal {montant reste} ");
+    payFurther();
+  }
+  Close();
+  DM->facture_achat.Filtered(false);
+}
+
+void TMontantF::payFirst() {
+  DM->facture_achat.Edit();
+  DM->facture_achat["MONTANT_RESTE"] = DM->facture_achat["TCC"] - DM->facture_achat["MONTANT_VERSE"];
+  DM->facture_achat.Post();
+  if (!atDesk()) return;
+  standOnActiveDesk();
+  DM->Caisse.Edit();
+  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_VERSE"];
+  DM->Caisse.Post();
+  DM->Caisse.Filtered(false);
+}
+
+void TMontantF::payFurther() {
+  const Value before = Label7->Caption();
+  DM->facture_achat.Edit();
+  DM->facture_achat["MONTANT_VERSE"] = DM->facture_achat["MONTANT_VERSE"] + before.toFloat();
+  DM->facture_achat.Post();
+  DM->facture_achat.Edit();
+  DM->facture_achat["MONTANT_RESTE"] = DM->facture_achat["TCC"] - DM->facture_achat["MONTANT_VERSE"];
+  DM->facture_achat.Post();
+  if (!atDesk()) return;
+  standOnActiveDesk();
+  DM->Caisse.Edit();
+  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_VERSE"] + before.toFloat();
+  DM->Caisse.Post();
+  DM->Caisse.Filtered(false);
+}
+
+// An amount that was typed and not saved is dropped before the filter goes, which would store it.
+void TMontantF::FormClose() {
+  DM->facture_achat.Cancel();
+  DM->facture_achat.Filtered(false);
+}
+
+}  // namespace tavoline
