@@ -223,7 +223,7 @@ void TableCursor::update(Store& store, const Written& fields) {
     if (!row.unread.empty()) row.unread[column] = false;
   }
   current() = row;
-  rows_.change(row);
+  rows_.change(row, where_ == Where::Aside);
   stayOn(row);
 }
 

@@ -115,9 +115,7 @@ void TableRows::insert(TableRow row) {
   own_.insert(std::move(row));
 }
 
-void TableRows::change(const TableRow& row) {
-  const TableRow* const before = own_.find(row.rid);
-  const bool wasHidden = before && !own_.visible(*before);
+void TableRows::change(const TableRow& row, bool wasHidden) {
   read_.erase(row.rid);
   own_.change(row);
   if (wasHidden)

@@ -37,7 +37,7 @@ class TableRows {
 
   // Written just now, to the store too
   void insert(TableRow row);
-  void change(const TableRow& row);
+  void change(const TableRow& row, bool wasHidden);  ///< By the filter, until now.
   void erase(const TableRow& row);
 
   /// Newer values for the same rows. True if rows inserted here stand among the others from now on, as they
