@@ -118,8 +118,8 @@ void Session::listen() {
   // Between the steps a test answers by the workstation's own means.
   messages_ = Messages::current();
   Messages& messages = Messages::current();
-  messages.show = [this](const std::string& text, const std::string&) {
-    script_ ? script_->say("says \"" + text + "\"") : messages_.show(text);
+  messages.show = [this](const std::string& text, const std::string& detail) {
+    script_ ? script_->say("says \"" + text + "\"") : messages_.show(text, detail);
   };
   messages.confirm = [this](const std::string& text, const std::string& title) {
     if (!script_) return messages_.confirm(text, title);
