@@ -45,30 +45,5 @@ TEST_F(ArticleList, OnceAPickerADoubleClickPicksUntilTheEnd) {
   EXPECT_FALSE(C_articleF->Visible());
 }
 
-TEST_F(ArticleList, ALargePictureIsMadeSmallerInItsOwnShape) {
-  play("picture photo.png 3000 2000\ntap Modifier\nanswer photo.png\ntap C_articleF.InsertImage");
-  const SharedBytes stored = DM->Article["image"].get().toBytes();
-  ASSERT_TRUE(stored);
-  const QImage kept = QImage::fromData(stored->data(), static_cast<int>(stored->size()));
-  EXPECT_LE(std::max(kept.width(), kept.height()), 1024);
-  EXPECT_NEAR(kept.width() * 2.0 / kept.height(), 3.0, 0.05);
-  EXPECT_EQ(QGuiApplication::clipboard()->image().size(), kept.size());
-}
-
-TEST_F(ArticleList, DeletesOnConsentAndAsksNothingWithoutARow) {
-  session.at.answers({{"voulez-vous vraiment supprimer", "Oui"}});
-  Liste_produitF->x7->Click();
-  EXPECT_EQ(session.at.value("select min(code_barre) from article"), "2");
-  play("sql delete from article\nreopen Article");
-  Liste_produitF->x7->Click();
-}
-
-TEST_F(ArticleList, OwnsADocumentThatNothingLaunches) {
-  play("tap Imprimer");
-  EXPECT_FALSE(Liste_produitF->frxReport1->pages());
-  Liste_produitF->frxReport1->PrepareReport();
-  EXPECT_THAT(Liste_produitF->frxReport1->pages()->dump(), testing::HasSubstr("Liste des Produits"));
-}
-
 }  // namespace
 }  // namespace tavoline

@@ -93,29 +93,6 @@ TEST_F(ReportTest, aLaunchShowsOnlyTheNewDocument) {
   EXPECT_EQ(numbers, (Words{"8", "8"})) << "unless the earlier pages are to be kept";
 }
 
-TEST_F(ReportTest, theJournalAddsTheListAsItIsFiltered) {
-  Report journal("Tliste_commandeF", "frxReport3");
-  journal.PrepareReport(true);
-  EXPECT_EQ(words(*journal.pages(), 0, BandKind::MasterData).size(), 27U);
-  EXPECT_EQ(words(*journal.pages(), 0, BandKind::Summary),
-            (Words{"Total TCC:", "154,5", "DA", "Total HT:", "140,5", "DA", "Total TVA:", "19", "DA",
-                   "Total Remise:", "5", "DA"}));
-  DM->commande.FilterBy("n_commande='99'");
-  journal.PrepareReport(true);
-  EXPECT_THAT(words(*journal.pages(), 0, BandKind::Summary), Contains("0").Times(4));
-  EXPECT_EQ(words(*journal.pages(), 0, BandKind::MasterData), Words{});
-}
-
-TEST_F(ReportTest, anOrderWhoseUserIsGonePrintsAnEmptyTicket) {
-  station_.sql("delete from utilisateur");
-  DM->imp_commande.Reopen();
-  Report ticket("TCommande_avnF", "frxReport1");
-  ticket.PrepareReport(true);
-  EXPECT_EQ(words(*ticket.pages(), 0, BandKind::MasterData), Words{});
-  EXPECT_EQ(words(*ticket.pages(), 0, BandKind::Summary),
-            (Words{"Total HT : ", "0 DA", "TVA : ", " DA", "Remise : ", " DA", "Total TTC : ", " DA"}));
-}
-
 TEST_F(ReportTest, printsDirectlyWithoutADialogWhenTold) {
   int asked = 0;
   report::PrintSystem::current() = {[] { return QStringList("Caisse"); }, [] { return QString("Caisse"); },
@@ -182,16 +159,6 @@ TEST_F(ReportTest, aDocumentStaysInThePanelThatItsTemplateNames) {
   summary.ShowReport(true);
   EXPECT_EQ(words(*panel->document(), 0, BandKind::Summary), Words{"40 DA"});
   EXPECT_THROW(Report("TPanelF", "frxReport1").ShowReport(true), Error) << "the screen has no such panel";
-}
-
-TEST_F(ReportTest, aTemplateThatIsMissingIsTold) {
-  Report missing("TNoScreenF", "frxReport1");
-  try {
-    missing.ShowReport(true);
-    ADD_FAILURE() << "there is no such template";
-  } catch (const Error& error) {
-    EXPECT_THAT(error.what(), HasSubstr("TNoScreenF.frxReport1"));
-  }
 }
 
 }  // namespace

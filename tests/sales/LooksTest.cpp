@@ -75,26 +75,5 @@ TEST_F(LooksTest, AnOrderIsWhollyInSightOnTheSmallestDisplay) {
         << label->objectName().toStdString();
 }
 
-TEST_F(LooksTest, OnlyAPictureThatCanBeDecodedIsShown) {
-  play("tap T1\nin Commande_avnF");
-  const auto looks = [this](const std::string& picture) {
-    play("sql update article set IMAGE=" + picture +
-         " where code_barre='1'\nreopen Article\nchoose DBLookupListBox1 1");
-    return Commande_avnF->RzFlowPanel1->tiles<Panel>().front()->grab().toImage();
-  };
-  const QImage captionAlone = looks("null");
-  EXPECT_EQ(looks("x'424d0102'"), captionAlone);
-  EXPECT_NE(looks("x'424D3A0000000000000036000000280000000100000001000000010018000000000004000000"
-                  "000000000000000000000000000000000000FF00'"),
-            captionAlone);
-}
-
-TEST_F(LooksTest, TheTicketsShowTheOrder) {
-  play("tap T1\nin Commande_avnF\nchoose DBLookupListBox1 1\ntap Café\ntap Thé\ntap Imprimer\nleave");
-  EXPECT_THAT(Commande_avnF->frxReport2->pages()->dump(), HasSubstr("T1"));
-  play("tap Cloturer\ntap RenduF.Enregistrer\nleave");
-  EXPECT_THAT(Commande_avnF->frxReport1->pages()->dump(), AllOf(HasSubstr("Café"), HasSubstr("214,2 DA")));
-}
-
 }  // namespace
 }  // namespace tavoline

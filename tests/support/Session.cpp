@@ -5,6 +5,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QScrollArea>
+#include <QtWidgets/QVBoxLayout>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -16,6 +17,7 @@
 #include "shell/MenuU.h"
 #include "support/PassingStore.h"
 #include "support/Workstation.h"
+#include "toolkit/controls/Button.h"
 #include "toolkit/controls/Lookup.h"
 
 namespace tavoline {
@@ -26,7 +28,11 @@ using test::takeWord;
 
 class BlankScreen : public TForm {
  public:
-  explicit BlankScreen(const std::string& name) : TForm(name.c_str()) { Ready(); }
+  explicit BlankScreen(const std::string& name) : TForm(name.c_str()) {
+    new QVBoxLayout(this);
+    resize(640, 480);
+    Ready();
+  }
 };
 
 std::string unquoted(const std::string& text) {
@@ -43,11 +49,17 @@ const test::Verbs<Session> Session::kVerbs(
      {"stored ...", "the rows of a select on the side, without that word", &Session::stored},
      {"start", "the program, up to its login", &Session::start},
      {"login CODE PASSWORD", "goes through the login", &Session::login},
+     {"quietly STEP", "a step of which only boxes and failures are told", &Session::quietly},
+     {"arrive CODE PASSWORD", "quietly the start and the login", &Session::arrive},
      {"screen NAME", "a blank screen, where the program has none of this name yet", &Session::screen},
+     {"make KIND NAME [PROPERTY=VALUE]...", "puts a control below the others on the screen, which it shows",
+      &Session::make},
+     {"hear CONTROL", "tells from now on when its handler is called", &Session::hear},
      {"clock TEXT", "sets it", &Session::clock},
      {"picture FILE [W H]", "makes a picture, or one that is broken", &Session::picture},
      {"in SCREEN", "where the controls of the steps are, unless told as SCREEN.CONTROL", &Session::in},
      {"tap CONTROL", "a button, an entry of a menu, or a tile by its caption", &Session::tap},
+     {"click CONTROL", "a button by code, hidden ones too", &Session::click},
      {"type TEXT", "into what has the focus; \\n is Return, \\t Tab, \\b backspace", &Session::type},
      {"press KEY", "in what has the focus", &Session::press},
      {"set CONTROL TEXT", "what the control holds, as any driver does; on or off", &Session::set},
@@ -64,6 +76,7 @@ const test::Verbs<Session> Session::kVerbs(
      {"focus", "where the keyboard is", &Session::focus},
      {"grid GRID", "its rows", &Session::grid},
      {"tiles PANEL", "its tiles", &Session::tiles},
+     {"pages", "the words of the document in the preview, a line each as they stand there", &Session::pages},
      {"data DATASET FIELD...", "state and current row", &Session::data},
      {"rows DATASET FIELD...", "the visible rows", &Session::rows},
      {"filters", "all filters in force", &Session::filters},
@@ -215,6 +228,23 @@ void Session::login(std::string& rest) {
   tap(go);
 }
 
+void Session::arrive(std::string& rest) {
+  std::string start = "start", login = "login " + rest;
+  quietly(start);
+  quietly(login);
+}
+
+void Session::quietly(std::string& step) {
+  test::Transcript usual({}, {{step, {}, {}}});
+  usual.next();
+  test::Transcript* const script = std::exchange(script_, &usual);
+  perform(step);
+  script_ = script;
+  std::istringstream said(usual.steps()[0].said);
+  for (std::string line; std::getline(said, line);)
+    if (line.starts_with("says ") || line.starts_with("asks ") || line.starts_with("! ")) script_->say(line);
+}
+
 void Session::file(std::string& name) {
   std::ifstream in(std::filesystem::path(script_->file()).replace_filename(name));
   std::ostringstream text;
@@ -283,18 +313,6 @@ Dataset& Session::dataset(const std::string& name) {
   throw std::runtime_error("there is no dataset " + name);
 }
 
-void Session::picture(std::string& rest) {
-  const std::string file = takeWord(rest);
-  if (rest.empty()) {
-    std::ofstream(file, std::ios::binary) << "\x89PNG\r\n\x1a\n and nothing else";
-    return;
-  }
-  const int width = std::stoi(takeWord(rest)), height = std::stoi(takeWord(rest));
-  QImage picture(width, height, QImage::Format_RGB32);
-  picture.fill(Qt::darkGreen);
-  picture.save(QString::fromStdString(file));
-}
-
 void Session::tap(std::string& name) {
   QObject* found = find(unquoted(name));
   if (auto* entry = dynamic_cast<QAction*>(found)) return entry->trigger();
@@ -302,6 +320,10 @@ void Session::tap(std::string& name) {
   for (QWidget* around = widget.parentWidget(); around; around = around->parentWidget())
     if (auto* area = dynamic_cast<QScrollArea*>(around)) area->ensureWidgetVisible(&widget);
   at.tap(&widget);
+}
+
+void Session::click(std::string& name) {
+  control<Button>(name).Click();
 }
 
 void Session::type(std::string& text) {

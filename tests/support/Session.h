@@ -50,7 +50,7 @@ class Session {
   using Step = void(std::string& rest);
   Step file, sql, stored, start, login, screen, clock, in, tap, type, press, set, choose, focus, over, row,
       twice, answer, leave, loop, show, disabled, picture, grid, tiles, data, rows, filters, filter, locate,
-      edit;
+      edit, pages, click, make, hear, arrive, quietly;
 
   QObject* find(const std::string& name) const;
   template <class T>

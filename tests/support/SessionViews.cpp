@@ -6,6 +6,8 @@
 
 #include "support/Session.h"
 #include "toolkit/controls/FlowPanel.h"
+#include "toolkit/report/output/ExportText.h"
+#include "toolkit/report/preview/Preview.h"
 
 namespace tavoline {
 
@@ -74,6 +76,13 @@ void Session::tiles(std::string& name) {
       all += " " + label->property("text").toString().toStdString();
   }
   script_->say(all.empty() ? "(none)" : all);
+}
+
+void Session::pages(std::string&) {
+  if (!Preview::current()) throw std::runtime_error("there is no preview");
+  const report::Document& document = *Preview::current()->panel().document();
+  for (std::size_t page = 0; page < document.pageCount(); ++page)
+    script_->say(report::csvPage(document, page).replace('\r', "").toStdString());
 }
 
 void Session::stored(std::string& statement) {

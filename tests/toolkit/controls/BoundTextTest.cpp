@@ -99,16 +99,6 @@ TEST_F(BoundTextTest, AHandlerOfManyStepsPullsOnce) {
   EXPECT_EQ(text->pulls, 2);
 }
 
-TEST_F(BoundTextTest, AnUnknownSourceIsNamed) {
-  screen->add<DBText>("DBText1", "DataSourceLune", "x");
-  try {
-    screen->BindControls();
-    ADD_FAILURE() << "no failure";
-  } catch (const DatasetError& error) {
-    EXPECT_THAT(error.what(), testing::HasSubstr("DataSourceLune"));
-  }
-}
-
 // Ink left and right of the middle of a control, in columns that are not background.
 std::pair<int, int> margins(QWidget& control) {
   const QImage picture = control.grab().toImage();
@@ -141,32 +131,6 @@ TEST_F(BoundTextTest, BlanksAtTheEndsAreHeldAndNotDrawn) {
   const int wide = button->sizeHint().width();
   button->Caption("Annuler");
   EXPECT_NEAR(button->sizeHint().width(), wide, 4);
-}
-
-TEST_F(BoundTextTest, HeadingsHoldTheirTextWhileTheyBlinkAndRun) {
-  auto* blinking = screen->add<BlinkingLabel>("RzLabel3");
-  auto* running = screen->add<RunningLabel>("RzLabel4");
-  blinking->setMinimumHeight(40);
-  running->setMinimumHeight(40);
-  open();
-  blinking->Caption("T1");
-  running->Caption("Informations Produits");
-  const auto ink = [](QWidget* label) {
-    const QImage picture = label->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) count += qGray(picture.pixel(x, y)) < 128;
-    }
-    return count;
-  };
-  EXPECT_GT(ink(blinking), 0);
-  station.waitUntil([&] { return ink(blinking) == 0; });
-  EXPECT_EQ(blinking->property("text").toString(), "T1");
-  station.waitUntil([&] { return ink(blinking) > 0; });
-
-  const QImage before = running->grab().toImage();
-  station.waitUntil([&] { return running->grab().toImage() != before; });
-  EXPECT_EQ(running->Caption(), "Informations Produits");
 }
 
 }  // namespace

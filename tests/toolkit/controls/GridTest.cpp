@@ -189,22 +189,6 @@ TEST_F(GridTest, ColumnsAreTitledAlignedColouredAndTouchable) {
   EXPECT_NE(paint(4, 2), red);
 }
 
-TEST_F(GridTest, WrappedTextsKeepAllColumnsInSight) {
-  grid->setColumns({"qte_stock=QTE", "designation_article=Designation de cet Article|wide", "prix_vente=Prix",
-                    "desto=Destockage"});
-  grid->setWordWrap(true);
-  open();
-  for (const int width : {420, 370, 900}) {
-    grid->resize(width, 300);
-    station.settle();
-    EXPECT_FALSE(grid->horizontalScrollBar()->isVisible()) << width;
-    int total = 0;
-    for (int column = 0; column < 4; ++column) total += grid->columnWidth(column);
-    EXPECT_EQ(total, grid->viewport()->width()) << width;
-    EXPECT_GE(grid->columnWidth(2), grid->fontMetrics().horizontalAdvance("10,5")) << width;
-  }
-}
-
 TEST_F(GridTest, AmountsAreWholeWhereverTheGridStands) {
   station.sql("update article set prix_vente = 1234567.755 where code_barre = '05000'");
   DM->Article.Reopen();

@@ -29,25 +29,5 @@ TEST(Finder, goesFromHitToHitAcrossPagesAndRound) {
   EXPECT_EQ(document.page(hit.page).text(hit.word), "ligne 28");
 }
 
-TEST(Finder, accentsFoldWithCaseAndBarcodesAreNoText) {
-  const Document document = sampleDocument(30);
-  Hit hit;
-  EXPECT_TRUE(Finder(document, "D'ÉTÉ").first(2, hit)) << "found on the first page, going round";
-  EXPECT_EQ(hit.page, 0U);
-  EXPECT_TRUE(Finder(document, "total").first(0, hit));
-  EXPECT_EQ(hit.page, 2U);
-  Hit same = hit;
-  EXPECT_TRUE(Finder(document, "total").next(same));
-  EXPECT_EQ(same.word, hit.word) << "the only hit is its own next one";
-  EXPECT_FALSE(Finder(document, "absent").first(0, hit));
-  EXPECT_FALSE(Finder(document, "1ligne 1").first(0, hit)) << "two texts beside each other are not one";
-
-  std::size_t looked = 0;
-  const Finder impatient(document, "absent", [&](std::size_t, std::size_t) { return ++looked < 2; });
-  EXPECT_FALSE(impatient.first(0, hit));
-  EXPECT_TRUE(impatient.givenUp());
-  EXPECT_EQ(looked, 2U);
-}
-
 }  // namespace
 }  // namespace tavoline::report

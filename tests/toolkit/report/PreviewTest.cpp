@@ -86,15 +86,6 @@ TEST_F(PreviewTest, theOutlineLeadsToPages) {
   EXPECT_EQ(list->currentIndex().row(), 1) << "the outline follows";
 }
 
-TEST_F(PreviewTest, anotherPaperTakesTheSamePages) {
-  open(30);
-  report::PageSetup setup = panel_.document()->setup();
-  setup.height = 297;
-  panel_.applySetup(setup);
-  EXPECT_EQ(panel_.document()->pageCount(), 1U);
-  EXPECT_EQ(panel_.findChild<QSpinBox*>("PageNumber")->maximum(), 1);
-}
-
 TEST_F(PreviewTest, savesAndOpensPages) {
   open(30);
   const std::string before = panel_.document()->dump();

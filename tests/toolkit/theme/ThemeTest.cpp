@@ -16,35 +16,6 @@ namespace {
 
 class ThemeTest : public ToolkitTest {};
 
-TEST_F(ThemeTest, WhatIsTouchedIsAFingerHigh) {
-  for (const char* kind : {"", "primary", "danger", "menu", "tool", "link", "key"}) {
-    auto* button = screen->add<Button>(kind);
-    button->setProperty("kind", QString::fromUtf8(kind));
-    button->setText(QStringLiteral("Ok"));
-  }
-  QWidget* const inputs[] = {screen->add<Edit>("Edit"),
-                             screen->add<DBEdit>("DBEdit"),
-                             screen->add<DateEdit>("DateEdit"),
-                             screen->add<DBComboBox>("DBComboBox"),
-                             screen->add<DBLookupComboBox>("DBLookupComboBox"),
-                             screen->add<DBCheckBox>("DBCheckBox")};
-  open();
-  for (const Button* button : screen->findChildren<Button*>()) {
-    EXPECT_GE(button->sizeHint().height(), 48) << button->objectName().toStdString();
-    EXPECT_GE(button->sizeHint().width(), 48) << button->objectName().toStdString();
-  }
-  for (QWidget* input : inputs) {
-    EXPECT_GE(input->sizeHint().height(), 48) << input->objectName().toStdString();
-    const int height = input->height();
-    input->setFocus();
-    input->setProperty("red", true);
-    station.settle();
-    EXPECT_EQ(input->height(), height)
-        << input->objectName().toStdString() << " jumps when it gets the focus";
-  }
-  EXPECT_GE(QApplication::font().pixelSize(), 15);
-}
-
 TEST_F(ThemeTest, QtSpeaksFrenchAndIconsAreThere) {
   EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Annuler");
   EXPECT_EQ(QCoreApplication::translate("QAbstractFileIconProvider", "Folder"), "Dossier");
