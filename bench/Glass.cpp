@@ -1,6 +1,7 @@
 #include "bench/Glass.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QAction>
 #include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -47,6 +48,18 @@ void press(QWidget* control) {
 
 }  // namespace
 
+void Glass::press(QWidget* control, const QWidget* shown) {
+  paints_.forget();
+  bench::press(control);
+  paint(shown);
+}
+
+void Glass::choose(QAction* entry, const QWidget* shown) {
+  paints_.forget();
+  entry->trigger();
+  paint(shown);
+}
+
 Paints::Paints() {
   qApp->installEventFilter(this);
 }
@@ -77,8 +90,8 @@ void Glass::logIn() {
   const std::string password = DM->utilisateur["mot_pase"].text();
   LoginF->RzEdit2->Text(DM->utilisateur["login"].text());
   LoginF->RzEdit1->Text(password);
-  press(LoginF->RzBitBtn2);
-  press(MenuF->AdvSmoothButton6);
+  bench::press(LoginF->RzBitBtn2);
+  bench::press(MenuF->AdvSmoothButton6);
   commandeF->DBLookupListBox1->Choose(1);
   rest();
 }
@@ -105,7 +118,7 @@ std::size_t Glass::tiles() {
 }
 
 void Glass::saveOrder() {
-  press(Commande_avnF->Enregistrer);
+  bench::press(Commande_avnF->Enregistrer);
   rest();
 }
 
@@ -138,7 +151,7 @@ void Glass::inHistory(const std::function<void()>& gesture) {
 }
 
 void Glass::pressInHistory(QWidget* control) {
-  inHistory([control] { press(control); });
+  inHistory([control] { bench::press(control); });
 }
 
 void Glass::openHistory() {
@@ -146,8 +159,8 @@ void Glass::openHistory() {
 }
 
 void Glass::closeHistory() {
-  press(liste_commandeF->Fermer);
-  press(MenuF->AdvSmoothButton6);
+  bench::press(liste_commandeF->Fermer);
+  bench::press(MenuF->AdvSmoothButton6);
   rest();
 }
 
@@ -160,7 +173,7 @@ void Glass::countHistory() {
 
 void Glass::printJournal() {
   Preview::observer = [](Preview& preview) { preview.grab(); };
-  press(liste_commandeF->Imprimer);
+  bench::press(liste_commandeF->Imprimer);
   Preview::observer = nullptr;
 }
 

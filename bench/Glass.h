@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+class QAction;
+
 namespace tavoline::bench {
 
 /// Counts what is painted, widget by widget.
@@ -43,6 +45,10 @@ class Glass {
   void paint();                  ///< Until the ticket's lines are on the display.
   void rest();                   ///< Until nothing is left to be painted. Throws if a box was shown.
   int linePaints() const;        ///< How often the ticket's lines were painted since `lower`.
+
+  /// A press of a control, or the choice of an entry of the menu bar, until `shown` is painted.
+  void press(QWidget* control, const QWidget* shown);
+  void choose(QAction* entry, const QWidget* shown);
 
   void openHistory();   ///< "Historique des commandes", until its grid is painted.
   void closeHistory();  ///< And back to the map.

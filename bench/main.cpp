@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/Cash.h"
 #include "bench/Figures.h"
 #include "bench/Glass.h"
 #include "bench/History.h"
@@ -157,7 +158,8 @@ void tapOnScreen(benchmark::State& state, bool painted) {
   state.counters["repaints"] = repaints;
 }
 
-void inHistory(benchmark::State& state, const HistoryGesture& gesture) {
+template <class Gesture>
+void onScreen(benchmark::State& state, const Gesture& gesture) {
   Glass glass;
   glass.logIn();
   Stopwatch watch(state);
@@ -216,7 +218,10 @@ int measure(int count, char** arguments) {
     add(*scene, "start of the program", 3, startProgram);
     for (const HistoryGesture& gesture : historyGestures())
       add(
-          *scene, gesture.name, 3, [&gesture](auto& state) { inHistory(state, gesture); }, kSomeRounds);
+          *scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
+    for (const CashGesture& gesture : cashGestures())
+      add(
+          *scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
     add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
     add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
   }

@@ -3,8 +3,11 @@
 #include "cash/Aff_caisseU.h"
 #include "cash/C_caisseU.h"
 #include "cash/C_depenceU.h"
+#include "cash/CaiseU.h"
 #include "cash/acc_caisseU.h"
+#include "cash/comptageU.h"
 #include "cash/liste_aff_caisseU.h"
+#include "cash/liste_caiseU.h"
 #include "cash/liste_caisseU.h"
 #include "cash/liste_depenceU.h"
 #include "catalogue/C_articleU.h"
@@ -71,6 +74,8 @@ std::vector<Creator> screensInOrder() {
       makes(liste_facture_achatF),
       makes(c_facture_achatF),
       makes(MontantF),
+      makes(liste_caiseF),
+      makes(caiseF),
       makes(liste_caisseF),
       makes(C_caisseF),
       makes(Aff_caisseF),
@@ -82,6 +87,7 @@ std::vector<Creator> screensInOrder() {
       makes(statF),
       makes(BestF),
       makes(clavierF),
+      makes(comptageF),
   };
 }
 

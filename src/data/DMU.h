@@ -223,6 +223,8 @@ class TDM {
       "SELECT Sum(commande.tcc) AS SumOftcc FROM commande WHERE commande.date_commande Between :x and "
       ":y and commande.id_caisse like :c and commande.en_caisser ='no'",
       {"SumOftcc", "x", "y", "c"}};
+  // No partner: the link by which the closing screen shows the sales of its period.
+  Partner LinkSum_x2{*this, "LinkSum_x2", sum_x2};
   Named x22{*this,
             "x22",
             "SELECT commande.n_commande, commande.n_table, commande.table, commande.date_commande, "

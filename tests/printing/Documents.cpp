@@ -6,8 +6,6 @@
 
 namespace tavoline::report {
 
-namespace {
-
 EstablishmentBlock testBlock() {
   EstablishmentBlock block;
   block.name = "CAFÉ DU PORT";
@@ -16,6 +14,8 @@ EstablishmentBlock testBlock() {
   block.phone = "021 00 11 22";
   return block;
 }
+
+namespace {
 
 constexpr const char* kArticles[] = {"CAFÉ", "THÉ À LA MENTHE", "JUS D'ORANGE PRESSÉ",
                                      "SANDWICH POULET GRILLÉ FROMAGE DOUBLE", "TARTE AU CITRON"};

@@ -10,6 +10,8 @@ namespace tavoline::report {
 /// A template of the system by "screen.report"; fails the test if it does not load.
 std::shared_ptr<const Template> shippedTemplate(const std::string& name);
 
+/// The block of an establishment, with all its lines but the tax number.
+EstablishmentBlock testBlock();
 /// The document that a shipped template makes of rows, which stand behind all its datasets.
 Document documentOf(const std::string& name, Rows& rows);
 

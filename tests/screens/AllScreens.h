@@ -27,7 +27,7 @@ class AllScreens : public testing::Test {
         QStringLiteral(
             "Liste_produitF Liste_TypeF Liste_fournisseurF liste_ClientF C_articleF liste_endroitF "
             "liste_tableF "
-            "Configuration_utlisateurF C_tableF commandeF Commande_avnF liste_commandeF liste_caiseF "
+            "Configuration_utlisateurF C_tableF commandeF Commande_avnF liste_commandeF liste_caiseF caiseF "
             "c_facture_achatF liste_caisseF liste_facture_achatF statF liste_aff_caisseF liste_depenceF")
             .split(u' ');
     if (docked.contains(form->objectName())) form->Dock(MenuF->RzPanel4);

@@ -132,7 +132,10 @@ void Session::listen() {
   messages_ = Messages::current();
   Messages& messages = Messages::current();
   messages.show = [this](const std::string& text, const std::string& detail) {
-    script_ ? script_->say("says \"" + text + "\"") : messages_.show(text, detail);
+    if (!script_) return messages_.show(text, detail);
+    std::string told = text, folder = at.folder().string() + '/';  // another one each time
+    if (const auto place = told.find(folder); place != std::string::npos) told.erase(place, folder.size());
+    script_->say("says \"" + told + '"');
   };
   messages.confirm = [this](const std::string& text, const std::string& title) {
     if (!script_) return messages_.confirm(text, title);

@@ -2,15 +2,21 @@
 
 #include <QtGui/QAction>
 #include <QtWidgets/QApplication>
+#include <cmath>
+#include <utility>
 
+#include "cash/CaiseU.h"
 #include "cash/acc_caisseU.h"
+#include "cash/comptageU.h"
 #include "data/DMU.h"
+#include "data/value/Regional.h"
 #include "sales/Commande_avnU.h"
 #include "sales/RenduU.h"
 #include "sales/commandeU.h"
 #include "shell/AproposU.h"
 #include "shell/clavierU.h"
 #include "toolkit/controls/Lookup.h"
+#include "toolkit/forms/Messages.h"
 #include "tools/screens/Stage.h"
 
 namespace tavoline {
@@ -79,6 +85,23 @@ void payAndPrint(Stage& stage) {
     preview.close();
   });
   stage.tap("liste_facture_achatF.Imprimer");
+}
+
+// Guests still sit at some tables, of which the closing tells.
+void beginClosing(Stage& stage) {
+  const auto show = std::exchange(Messages::current().show, [](const std::string&, const std::string&) {});
+  stage.tap("liste_caiseF.AdvSmoothButton1");
+  Messages::current().show = show;
+}
+
+// The book balance but for a coin of 50, most of it in notes of 1000.
+void countDrawer(Stage& stage) {
+  const double wanted = readFloat(caiseF->DBText7->Caption()) - 50;
+  const double thousands = std::floor(wanted / 1000) * 1000;
+  const double hundreds = std::floor((wanted - thousands) / 100) * 100;
+  stage.type("comptageF.Edit2", formatFloat(thousands));
+  stage.type("comptageF.Edit7", formatFloat(hundreds));
+  stage.type("comptageF.Edit11", formatFloat(std::round(100 * (wanted - thousands - hundreds)) / 100));
 }
 
 }  // namespace
@@ -195,6 +218,31 @@ std::vector<Scene> scenes() {
          stage.tap("c_facture_achatF.Fermer");
          stage.tap("MenuF.AdvSmoothButton5");
        }},
+      {"closings", [](Stage& stage) { stage.choose("Caise1"); }},
+      {"count",
+       [](Stage& stage) {
+         beginClosing(stage);
+         stage.tap("caiseF.AdvSmoothButton4");
+         countDrawer(stage);
+       }},
+      {"closing",
+       [](Stage& stage) {
+         stage.tap("comptageF.RzBitBtn7");
+         stage.type("caiseF.DBEdit3", "20000");
+       }},
+      {"closing-of-a-week-ago",
+       [](Stage& stage) {
+         stage.tap("caiseF.RzBitBtn2");
+         for (int row = 0; row < 20; ++row) stage.tap("liste_caiseF.AdvSmoothButton5");
+         stage.tap("liste_caiseF.RzShapeButton4");
+         stage.tap("caiseF.RzBitBtn33");
+       }},
+      {"",
+       [](Stage& stage) {
+         stage.tap("caiseF.RzBitBtn2");
+         stage.tap("liste_caiseF.AdvSmoothButton2");
+       }},
+      {"expenses", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton5"); }},
       {"expense", [](Stage& stage) { stage.tap("liste_depenceF.AdvSmoothButton4"); }},
       {"utilisateurs",
        [](Stage& stage) {

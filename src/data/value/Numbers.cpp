@@ -20,7 +20,8 @@ struct Decimal {
   int point = 0;
 };
 
-Decimal decimalOf(double v) {
+template <class Float>
+Decimal decimalOf(Float v) {
   char text[40];
   const auto end = std::to_chars(text, text + sizeof text, std::fabs(v), std::chars_format::scientific,
                                  kSignificantDigits - 1)
@@ -83,7 +84,8 @@ std::string scientificText(const Decimal& d) {
   return text + 'E' + std::to_string(d.point - 1);
 }
 
-std::string notFinite(double v) {
+template <class Float>
+std::string notFinite(Float v) {
   return std::isnan(v) ? "non défini" : v > 0 ? "infini" : "-infini";
 }
 
@@ -154,13 +156,31 @@ std::string machineText(std::string_view text, DecimalMark mark) {
   return at == text.size() ? result : std::string();
 }
 
-}  // namespace
-
-std::string formatFloat(double v) {
+template <class Float>
+std::string shortestText(Float v) {
   if (!std::isfinite(v)) return notFinite(v);
   const Decimal decimal = decimalOf(v);
   const bool fixed = decimal.digits.empty() || (decimal.point > -5 && decimal.point <= kSignificantDigits);
   return fixed ? fixedText(decimal, 1, 0) : scientificText(decimal);
+}
+
+template <class Float>
+Float readNumber(std::string_view text, DecimalMark mark) {
+  const std::string machine = machineText(trimmed(text), mark);
+  Float value = 0;
+  const auto [end, error] = std::from_chars(machine.data(), machine.data() + machine.size(), value);
+  if (machine.empty() || error != std::errc() || end != machine.data() + machine.size()) notANumber(text, "");
+  return value;
+}
+
+}  // namespace
+
+std::string formatFloat(double v) {
+  return shortestText(v);
+}
+
+std::string formatFloat(long double v) {
+  return shortestText(v);
 }
 
 std::string formatPattern(std::string_view pattern, double v) {
@@ -193,11 +213,11 @@ std::int64_t readInteger(std::string_view text) {
 }
 
 double readFloat(std::string_view text, DecimalMark mark) {
-  const std::string machine = machineText(trimmed(text), mark);
-  double value = 0;
-  const auto [end, error] = std::from_chars(machine.data(), machine.data() + machine.size(), value);
-  if (machine.empty() || error != std::errc() || end != machine.data() + machine.size()) notANumber(text, "");
-  return value;
+  return readNumber<double>(text, mark);
+}
+
+long double readExtended(std::string_view text, DecimalMark mark) {
+  return readNumber<long double>(text, mark);
 }
 
 }  // namespace tavoline

@@ -22,7 +22,8 @@ struct RegionalFormat {
 /// Shortest general form with 15 significant digits: 12,5; 1200. From 1E15 on, and below 0,00001, with an
 /// exponent.
 std::string formatFloat(double v);
-std::string formatDate(DateTime v);  ///< "dd/MM/yyyy".
+std::string formatFloat(long double v);  ///< The same digits of a result that is wider than a stored float.
+std::string formatDate(DateTime v);      ///< "dd/MM/yyyy".
 std::string formatDateTime(
     DateTime v);  ///< Date, then the time "HH:mm:ss" if there is one; time alone on the zero day.
 /// A display format of zeros, hashes and a decimal point, as "00.00" or "%2.2f"; never changes what is
@@ -37,6 +38,8 @@ std::int64_t readInteger(std::string_view text);  ///< Throws ConversionError; b
 enum class DecimalMark { RegionalOrPoint, RegionalOnly };
 double readFloat(std::string_view text,
                  DecimalMark mark = DecimalMark::RegionalOrPoint);  ///< Throws ConversionError.
+/// As readFloat, for amounts that are computed with before they become text again. Throws ConversionError.
+long double readExtended(std::string_view text, DecimalMark mark = DecimalMark::RegionalOrPoint);
 /// What formatDateTime writes, its parts also apart by '-' or '.', seconds or time optional; also the stored
 /// form, year first. A year of two digits is of this century. Throws ConversionError.
 DateTime readDateTime(std::string_view text);

@@ -7,7 +7,18 @@ namespace tavoline {
 DBText::DBText(QWidget* parent) : Label(parent), Binding(this) {}
 
 std::string DBText::Caption() {
-  return source() ? fieldText() : Label::Caption();
+  return source() && !written_ ? fieldText() : Label::Caption();
+}
+
+void DBText::Caption(std::string_view text) {
+  sync();
+  Label::Caption(text);
+  written_ = true;
+}
+
+void DBText::dataEvent(DataEvent event) {
+  written_ = false;
+  Binding::dataEvent(event);
 }
 
 void DBText::pull() {

@@ -15,12 +15,18 @@ class DBText : public Label, public Binding {
 
  public:
   explicit DBText(QWidget* parent = nullptr);
-  using Label::Caption;
   std::string Caption() override;
+  /// A text in the place of the field's, until the dataset tells of anything: another row, a refresh, a
+  /// closing.
+  void Caption(std::string_view text) override;
 
  protected:
   void pull() override;
+  void dataEvent(DataEvent event) override;
   QString heldText() override;
+
+ private:
+  bool written_ = false;
 };
 
 }  // namespace tavoline

@@ -39,7 +39,7 @@ inline constexpr QRgb waitingSoft = 0xfffbeac4;  ///< A cell that is settled in 
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
 ///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
 ///   (on a tile), "figure" (a large red amount above a chart), "wrong";
-/// - `kind` of an input: "amount" (large figures);
+/// - `kind` of an input: "amount" (large figures), "total" (the largest on a screen; disabled it has no box);
 /// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
 ///   "bar" (a strip in the accent colour), "plain" (no look);
 /// - `dense` of a list or grid: less air at the sides of its texts.

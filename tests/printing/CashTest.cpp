@@ -1,0 +1,82 @@
+// The papers of the cash: the summaries of a period, the closing sheet, the journal.
+
+#include "printing/Documents.h"
+
+namespace tavoline::report {
+namespace {
+
+Rows sold(int lines) {
+  Rows::Records records;
+  for (int i = 1; i <= lines; ++i)
+    records.push_back({{"article", i % 3 == 0 ? "SANDWICH POULET GRILLÉ FROMAGE DOUBLE" : "CAFÉ"},
+                       {"Type_Produit", "Boissons chaudes"},
+                       {"SumOfqte", 40 * i},
+                       {"SumOfprix", 1250.5},
+                       {"SumOftotal", 123456.5 + i}});
+  return Rows(records);
+}
+
+Rows orders(int count, bool dated = true) {
+  Rows::Records records;
+  for (int i = 1; i <= count; ++i) {
+    Rows::Record order{{"n_commande", i},
+                       {"HT", 100},
+                       {"TVA", 19},
+                       {"remi", i % 2 == 0 ? Value(5) : Value()},
+                       {"tcc", 114.5}};
+    if (dated) order["date_commande"] = DateTime::of(2024, 7, 14, 9, i % 60);
+    records.push_back(order);
+  }
+  return Rows(records);
+}
+
+Rows closings(int count) {
+  Rows::Records records;
+  for (int i = 1; i <= count; ++i)
+    records.push_back(
+        {{"n_caise", i},
+         {"date_debut", DateTime::of(2024, 7, 13, 9, i % 60)},
+         {"date_fin", DateTime::of(2024, 7, 14, 23, i % 60, 5)},
+         {"id_caisse", i == 1 ? "Tous Caisses" : "C001"},
+         {"login", "20"},
+         {"solde_caisse", 12000},
+         {"total_caise", 11500.5},
+         {"total_recettes", 98765.25},
+         {"prelevement_caise", 9000},
+         {"fond_caisse", 2500.5},
+         {"ecat_caise", i % 5 == 0 ? Value() : Value(-499.5)},
+         {"total_depense", 300},
+         {"justification", i == 1 ? Value("Erreur de rendu à midi, la différence est retenue sur "
+                                          "la prochaine paie")
+                                  : Value()}});
+  return Rows(records);
+}
+
+TEST(CashDocuments, areAsTheyWereFoundGood) {
+  Rows some = sold(5), many = sold(22), none(Rows::Records{});
+  Rows served = orders(7), undated = orders(3, false), noOrder(Rows::Records{});
+  Rows one = closings(1), journal = closings(6), longJournal = closings(40);
+  const struct {
+    const char* dump;
+    const char* report;
+    std::vector<RecordSource*> sources;
+  } documents[] = {
+      {"sales", "TcaiseF.frxReport2", {&some, &served}},
+      {"sales-two-pages", "TcaiseF.frxReport2", {&many, &served}},
+      {"sales-empty", "TcaiseF.frxReport2", {&none, &noOrder}},
+      {"sales-of-all-desks", "TcaiseF.frxReport3", {&served, &some}},
+      {"sales-by-user", "TcaiseF.frxReport4", {&some, &undated}},
+      {"closing-sheet", "TcaiseF.frxReport7", {&one}},
+      {"closings", "Tliste_caiseF.frxReport1", {&journal}},
+      {"closings-two-pages", "Tliste_caiseF.frxReport1", {&longJournal}},
+  };
+  for (const auto& document : documents) {
+    SCOPED_TRACE(document.dump);
+    const auto report = shippedTemplate(document.report);
+    ASSERT_TRUE(report);
+    expectDump(rendered(report, document.sources, testBlock()), document.dump);
+  }
+}
+
+}  // namespace
+}  // namespace tavoline::report
