@@ -99,6 +99,8 @@ void Transcript::say(const std::string& text) {
 void Transcript::attempt(const std::function<void()>& action) {
   try {
     action();
+  } catch (const StatementError& error) {  // its sentence is nearly always the same
+    say("! " + (error.detail().empty() ? error.what() : error.detail()));
   } catch (const std::exception& error) {
     say(std::string("! ") + error.what());
   }

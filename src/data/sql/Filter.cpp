@@ -4,7 +4,7 @@
 
 #include "data/sql/Resolver.h"
 #include "data/sql/Types.h"
-#include "data/value/Errors.h"
+#include "data/sql/Refusal.h"
 #include "data/value/Text.h"
 
 namespace tavoline::sql {
@@ -19,7 +19,7 @@ const Item& findItem(const std::vector<Item>& items, const std::string& name) {
     const auto* column = item.expr ? std::get_if<Column>(&item.expr->node) : nullptr;
     if (column != nullptr && sameName(column->name, name)) return item;
   }
-  throw StatementError("Le champ « " + name + " » du filtre n'existe pas : vérifiez le nom.");
+  refuse("Le champ « " + name + " » du filtre n'existe pas : vérifiez le nom.");
 }
 
 /// Calls `take` for each term of `a and b and c`.
@@ -46,7 +46,7 @@ class Evaluation {
       return value(node->operand).isNull() != node->negated;
     if (const auto* node = std::get_if<Between>(&expr->node)) return between(*node);
     if (const auto* node = std::get_if<In>(&expr->node)) return in(*node);
-    throw StatementError("Une valeur se trouve là où il faut une condition.");
+    refuse("Une valeur se trouve là où il faut une condition.");
   }
 
  private:
@@ -79,7 +79,7 @@ class Evaluation {
       case Op::Like:
         return matchesLike(left.text(), right.text());
       default:
-        throw StatementError("Une valeur se trouve là où il faut une condition.");
+        refuse("Une valeur se trouve là où il faut une condition.");
     }
   }
 
@@ -108,14 +108,14 @@ class Evaluation {
       if (node->op == Op::Multiply) return left * right;
       if (node->op == Op::Divide) return left / right;
     }
-    throw StatementError("Un filtre compare des champs avec des valeurs.");
+    refuse("Un filtre compare des champs avec des valeurs.");
   }
 
   Value field(const Column& column) const {
     for (std::size_t i = 0; i < columns_.size() && i < row_.size(); ++i) {
       if (sameName(columns_[i].name, column.name)) return row_[i];
     }
-    throw StatementError("Le champ « " + column.name + " » du filtre n'existe pas : vérifiez le nom.");
+    refuse("Le champ « " + column.name + " » du filtre n'existe pas : vérifiez le nom.");
   }
 
   const std::vector<Item>& columns_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "data/sql/Refusal.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
 
@@ -164,7 +165,7 @@ void fault(std::string_view text, const Token& token, std::string_view wanted) {
   }
   const std::string seen = rest.empty() ? "à la fin" : "devant « " + std::string(rest) + " »";
   const std::string whole = text.size() > kWhole ? "" : " dans « " + std::string(text) + " »";
-  throw StatementError("Il manque " + std::string(wanted) + " " + seen + " (caractère " + place + ")" +
+  refuse("Il manque " + std::string(wanted) + " " + seen + " (caractère " + place + ")" +
                        whole + ".");
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "data/sql/Refusal.h"
 #include "data/sql/Types.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
@@ -22,7 +23,7 @@ class Scope {
     if (table == nullptr)
       throw StatementError("La table « " + name + " » manque dans les données." + kRemedy);
     if (std::find(tables_.begin(), tables_.end(), table) != tables_.end())
-      throw StatementError("La table « " + name + " » se trouve deux fois dans l'instruction.");
+      refuse("La table « " + name + " » se trouve deux fois dans l'instruction.");
     tables_.push_back(table);
     return *table;
   }
@@ -37,7 +38,7 @@ class Scope {
       const ColumnInfo* candidate = table->find(column.name);
       if (candidate == nullptr) continue;
       if (info != nullptr)
-        throw StatementError("La colonne « " + column.name + " » se trouve dans plusieurs tables : « " +
+        refuse("La colonne « " + column.name + " » se trouve dans plusieurs tables : « " +
                              owner->name + " » et « " + table->name + " ».");
       owner = table;
       info = candidate;
@@ -52,7 +53,7 @@ class Scope {
                        std::any_of(tables_.begin(), tables_.end(),
                                    [&](const TableInfo* t) { return sameName(t->name, column.table); });
     if (!known)
-      throw StatementError("La table « " + column.table + " » n'est pas parmi celles de l'instruction.");
+      refuse("La table « " + column.table + " » n'est pas parmi celles de l'instruction.");
     const std::string where = column.table.empty() ? "" : " de la table « " + column.table + " »";
     throw StatementError("La colonne « " + column.name + " »" + where + " manque dans les données." +
                          kRemedy);
@@ -112,7 +113,7 @@ class SelectResolution {
 
   ExprPtr group(const ExprPtr& expr) const {
     const auto* column = std::get_if<Column>(&expr->node);
-    if (column == nullptr) throw StatementError("Un regroupement se fait sur une colonne.");
+    if (column == nullptr) refuse("Un regroupement se fait sur une colonne.");
     return find(*column);
   }
 
@@ -146,13 +147,13 @@ class SelectResolution {
     }
     ExprPtr result = resolved(expr, finder());
     if (std::holds_alternative<Literal>(result->node) || std::holds_alternative<Parameter>(result->node))
-      throw StatementError("Un tri se fait sur une colonne.");
+      refuse("Un tri se fait sur une colonne.");
     return result;
   }
 
   static void refuseAggregate(const ExprPtr& condition) {
     if (containsAggregate(condition))
-      throw StatementError("Une condition ne contient pas de fonction d'ensemble.");
+      refuse("Une condition ne contient pas de fonction d'ensemble.");
   }
 
   /// In a statement with groups or aggregates, a column outside of an aggregate must be one of the groups.
@@ -166,7 +167,7 @@ class SelectResolution {
     for (const Order& order : out_.orderBy) note(order.expr);
     if (!aggregates) return;
     if (ordered && !out_.groupBy.empty())
-      throw StatementError("First et Last ne s'emploient pas avec « group by ».");
+      refuse("First et Last ne s'emploient pas avec « group by ».");
     for (const Item& item : out_.items) checkGrouped(item.expr);
     for (const Order& order : out_.orderBy) checkGrouped(order.expr);
   }
@@ -175,7 +176,7 @@ class SelectResolution {
     if (const auto* column = std::get_if<Column>(&expr->node)) {
       const auto same = [&](const ExprPtr& group) { return isSame(group, *column); };
       if (std::any_of(out_.groupBy.begin(), out_.groupBy.end(), same)) return;
-      throw StatementError("La colonne « " + column->name +
+      refuse("La colonne « " + column->name +
                            " » n'est ni regroupée ni dans une fonction d'ensemble.");
     }
     if (const auto* operation = std::get_if<Binary>(&expr->node)) {
@@ -213,12 +214,12 @@ Update resolve(const Update& update, const Catalog& catalog) {
     const Column column = std::get<Column>(scope.find({update.table, assignment.column})->node);
     const ExprPtr value = typedAs(resolved(assignment.value, find), column.type);
     if (containsAggregate(value))
-      throw StatementError("Une mise à jour ne contient pas de fonction d'ensemble.");
+      refuse("Une mise à jour ne contient pas de fonction d'ensemble.");
     result.assignments.push_back({column.name, value, column.type});
   }
   result.where = resolvedCondition(update.where, find);
   if (containsAggregate(result.where))
-    throw StatementError("Une condition ne contient pas de fonction d'ensemble.");
+    refuse("Une condition ne contient pas de fonction d'ensemble.");
   return result;
 }
 

@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "data/value/Errors.h"
+#include "data/sql/Refusal.h"
 
 namespace tavoline::sql {
 namespace {
@@ -55,12 +55,12 @@ void align(std::initializer_list<ExprPtr*> parts) {
 }
 
 void needValue(const ExprPtr& expr) {
-  if (isCondition(*expr)) throw StatementError("Une condition se trouve là où il faut une valeur.");
+  if (isCondition(*expr)) refuse("Une condition se trouve là où il faut une valeur.");
 }
 
 void needNumber(const ExprPtr& expr, const char* what) {
   const auto type = typeOf(*expr);
-  if (type && !isNumber(*type)) throw StatementError(std::string("Seuls des nombres ") + what + ".");
+  if (type && !isNumber(*type)) refuse(std::string("Seuls des nombres ") + what + ".");
 }
 
 class Resolution {
@@ -75,7 +75,7 @@ class Resolution {
 
   ExprPtr condition(const ExprPtr& expr) {
     ExprPtr result = any(expr);
-    if (!isCondition(*result)) throw StatementError("Une valeur se trouve là où il faut une condition.");
+    if (!isCondition(*result)) refuse("Une valeur se trouve là où il faut une condition.");
     return result;
   }
 
@@ -131,7 +131,7 @@ class Resolution {
     if (!node.argument) return make(node);
     Call result{node.function, value(node.argument)};
     if (containsAggregate(result.argument))
-      throw StatementError("Une fonction d'ensemble en contient une autre.");
+      refuse("Une fonction d'ensemble en contient une autre.");
     if (node.function == Aggregate::Sum) {
       result.argument = typedAs(result.argument, FieldType::Float);
       needNumber(result.argument, "s'additionnent");

@@ -19,7 +19,7 @@ std::string messageOf(const std::function<void()>& action) {
   try {
     action();
   } catch (const StatementError& error) {
-    return error.what();
+    return error.detail();
   }
   return "(nothing thrown)";
 }
