@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "data/value/Errors.h"
 #include "support/TranscriptFile.h"
 
 namespace tavoline::test {
@@ -18,6 +19,11 @@ std::string indented(const std::string& text) {
   std::istringstream in(text);
   for (std::string line; std::getline(in, line);) all += "  " + line + '\n';
   return all;
+}
+
+// Many of these failures have one sentence in common, and differ in their detail.
+std::string toldApart(const Error& error) {
+  return error.detail().empty() ? error.what() : error.detail();
 }
 
 class Case : public testing::Test {
@@ -99,8 +105,10 @@ void Transcript::say(const std::string& text) {
 void Transcript::attempt(const std::function<void()>& action) {
   try {
     action();
-  } catch (const StatementError& error) {  // its sentence is nearly always the same
-    say("! " + (error.detail().empty() ? error.what() : error.detail()));
+  } catch (const StatementError& error) {
+    say("! " + toldApart(error));
+  } catch (const DatasetError& error) {
+    say("! " + toldApart(error));
   } catch (const std::exception& error) {
     say(std::string("! ") + error.what());
   }

@@ -4,6 +4,7 @@
 
 #include "data/dataset/Cursor.h"
 #include "data/dataset/DataSource.h"
+#include "data/dataset/Refusals.h"
 #include "data/sql/Lexer.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
@@ -27,11 +28,11 @@ void Dataset::Connect(std::shared_ptr<Store> store) {
 // ----------------------------------------------------------------------------------------------------
 
 void Dataset::prepare() {
-  if (!store_) throw DatasetError("« " + name_ + " » n'est relié à aucune base de données.");
+  if (!store_) refuseMisuse("« " + name_ + " » n'est relié à aucune base de données.");
   auto catalog = store_->catalog();
   if (prepared_ && catalog == catalog_) return;
   if (trimmed(statement_).empty())
-    throw DatasetError("« " + name_ + " » n'a pas d'instruction : il n'y a rien à lire ni à exécuter.");
+    refuseMisuse("« " + name_ + " » n'a pas d'instruction : il n'y a rien à lire ni à exécuter.");
   const sql::Statement parsed = sql::parseStatement(statement_);
   if (const auto* select = std::get_if<sql::Select>(&parsed))
     prepared_ = sql::resolve(*select, *catalog);
@@ -44,7 +45,7 @@ void Dataset::Open() {
   if (Active()) return;
   prepare();
   const auto* select = std::get_if<sql::Select>(&*prepared_);
-  if (!select) throw DatasetError("« " + name_ + " » est une action : elle s'exécute et ne s'ouvre pas.");
+  if (!select) refuseMisuse("« " + name_ + " » est une action : elle s'exécute et ne s'ouvre pas.");
   auto cursor = makeCursor({*select, parameters_, store_->snapshot(), catalog_});
   if (filtered_) cursor->filter(sql::parseFilter(filterText_));
   cursor_ = std::move(cursor);
@@ -85,7 +86,7 @@ bool Dataset::IsAction() const {
 }
 
 Cursor& Dataset::open(const char* operation) const {
-  if (!cursor_) throw DatasetError("« " + name_ + " » est fermé : " + operation + " est impossible.");
+  if (!cursor_) refuseClosed("« " + name_ + " » est fermé : " + operation + " est impossible.");
   return *cursor_;
 }
 
@@ -101,14 +102,14 @@ Value& Dataset::ParamByName(std::string_view name) {
   const auto known = [&](const std::string& p) { return sameName(p, name); };
   if (std::none_of(declared_.begin(), declared_.end(), known) &&
       std::ranges::none_of(sql::parametersIn(statement_), known))
-    throw DatasetError("« " + name_ + " » n'a pas de paramètre « " + std::string(name) + " ».");
+    refuseMisuse("« " + name_ + " » n'a pas de paramètre « " + std::string(name) + " ».");
   return parameters_[std::string(name)];
 }
 
 void Dataset::ExecSQL() {
   prepare();
   const auto* update = std::get_if<sql::Update>(&*prepared_);
-  if (!update) throw DatasetError("« " + name_ + " » ne modifie rien : il s'ouvre et ne s'exécute pas.");
+  if (!update) refuseMisuse("« " + name_ + " » ne modifie rien : il s'ouvre et ne s'exécute pas.");
   store_->execute(*update, parameters_);
 }
 

@@ -5,6 +5,7 @@
 #include "data/dataset/Cursor.h"
 #include "data/dataset/DataSource.h"
 #include "data/dataset/Dataset.h"
+#include "data/dataset/Refusals.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
 
@@ -115,7 +116,7 @@ int Dataset::ColumnIndex(std::string_view name) const {
 
 std::size_t Dataset::column(std::string_view name) const {
   const int index = ColumnIndex(name);
-  if (index < 0) throw DatasetError("« " + name_ + " » n'a pas de champ « " + std::string(name) + " ».");
+  if (index < 0) refuseMisuse("« " + name_ + " » n'a pas de champ « " + std::string(name) + " ».");
   return static_cast<std::size_t>(index);
 }
 
@@ -134,8 +135,8 @@ void Dataset::SetFieldValue(std::string_view name, const Value& value) {
   open("cette saisie");
   const std::size_t index = column(name);
   if (!editing())
-    throw DatasetError("« " + name_ + " » n'est pas en cours de saisie : le champ « " + std::string(name) +
-                       " » ne peut pas être rempli.");
+    refuseMisuse("« " + name_ + " » n'est pas en cours de saisie : le champ « " + std::string(name) +
+                 " » ne peut pas être rempli.");
   pending_[index] = value.as(columns_[index].type);
   touched_[index] = true;
   modified_ = true;

@@ -2,9 +2,9 @@
 
 #include <optional>
 
+#include "data/sql/Refusal.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Types.h"
-#include "data/sql/Refusal.h"
 #include "data/value/Text.h"
 
 namespace tavoline::sql {

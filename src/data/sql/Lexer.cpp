@@ -165,8 +165,7 @@ void fault(std::string_view text, const Token& token, std::string_view wanted) {
   }
   const std::string seen = rest.empty() ? "à la fin" : "devant « " + std::string(rest) + " »";
   const std::string whole = text.size() > kWhole ? "" : " dans « " + std::string(text) + " »";
-  refuse("Il manque " + std::string(wanted) + " " + seen + " (caractère " + place + ")" +
-                       whole + ".");
+  refuse("Il manque " + std::string(wanted) + " " + seen + " (caractère " + place + ")" + whole + ".");
 }
 
 }  // namespace tavoline::sql

@@ -38,8 +38,8 @@ class Scope {
       const ColumnInfo* candidate = table->find(column.name);
       if (candidate == nullptr) continue;
       if (info != nullptr)
-        refuse("La colonne « " + column.name + " » se trouve dans plusieurs tables : « " +
-                             owner->name + " » et « " + table->name + " ».");
+        refuse("La colonne « " + column.name + " » se trouve dans plusieurs tables : « " + owner->name +
+               " » et « " + table->name + " ».");
       owner = table;
       info = candidate;
     }
@@ -52,8 +52,7 @@ class Scope {
     const bool known = column.table.empty() ||
                        std::any_of(tables_.begin(), tables_.end(),
                                    [&](const TableInfo* t) { return sameName(t->name, column.table); });
-    if (!known)
-      refuse("La table « " + column.table + " » n'est pas parmi celles de l'instruction.");
+    if (!known) refuse("La table « " + column.table + " » n'est pas parmi celles de l'instruction.");
     const std::string where = column.table.empty() ? "" : " de la table « " + column.table + " »";
     throw StatementError("La colonne « " + column.name + " »" + where + " manque dans les données." +
                          kRemedy);
@@ -152,8 +151,7 @@ class SelectResolution {
   }
 
   static void refuseAggregate(const ExprPtr& condition) {
-    if (containsAggregate(condition))
-      refuse("Une condition ne contient pas de fonction d'ensemble.");
+    if (containsAggregate(condition)) refuse("Une condition ne contient pas de fonction d'ensemble.");
   }
 
   /// In a statement with groups or aggregates, a column outside of an aggregate must be one of the groups.
@@ -166,8 +164,7 @@ class SelectResolution {
     for (const Item& item : out_.items) note(item.expr);
     for (const Order& order : out_.orderBy) note(order.expr);
     if (!aggregates) return;
-    if (ordered && !out_.groupBy.empty())
-      refuse("First et Last ne s'emploient pas avec « group by ».");
+    if (ordered && !out_.groupBy.empty()) refuse("First et Last ne s'emploient pas avec « group by ».");
     for (const Item& item : out_.items) checkGrouped(item.expr);
     for (const Order& order : out_.orderBy) checkGrouped(order.expr);
   }
@@ -176,8 +173,7 @@ class SelectResolution {
     if (const auto* column = std::get_if<Column>(&expr->node)) {
       const auto same = [&](const ExprPtr& group) { return isSame(group, *column); };
       if (std::any_of(out_.groupBy.begin(), out_.groupBy.end(), same)) return;
-      refuse("La colonne « " + column->name +
-                           " » n'est ni regroupée ni dans une fonction d'ensemble.");
+      refuse("La colonne « " + column->name + " » n'est ni regroupée ni dans une fonction d'ensemble.");
     }
     if (const auto* operation = std::get_if<Binary>(&expr->node)) {
       checkGrouped(operation->left);
@@ -213,13 +209,11 @@ Update resolve(const Update& update, const Catalog& catalog) {
   for (const Update::Assignment& assignment : update.assignments) {
     const Column column = std::get<Column>(scope.find({update.table, assignment.column})->node);
     const ExprPtr value = typedAs(resolved(assignment.value, find), column.type);
-    if (containsAggregate(value))
-      refuse("Une mise à jour ne contient pas de fonction d'ensemble.");
+    if (containsAggregate(value)) refuse("Une mise à jour ne contient pas de fonction d'ensemble.");
     result.assignments.push_back({column.name, value, column.type});
   }
   result.where = resolvedCondition(update.where, find);
-  if (containsAggregate(result.where))
-    refuse("Une condition ne contient pas de fonction d'ensemble.");
+  if (containsAggregate(result.where)) refuse("Une condition ne contient pas de fonction d'ensemble.");
   return result;
 }
 

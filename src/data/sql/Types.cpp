@@ -130,8 +130,7 @@ class Resolution {
   ExprPtr call(const Call& node) {
     if (!node.argument) return make(node);
     Call result{node.function, value(node.argument)};
-    if (containsAggregate(result.argument))
-      refuse("Une fonction d'ensemble en contient une autre.");
+    if (containsAggregate(result.argument)) refuse("Une fonction d'ensemble en contient une autre.");
     if (node.function == Aggregate::Sum) {
       result.argument = typedAs(result.argument, FieldType::Float);
       needNumber(result.argument, "s'additionnent");
