@@ -57,8 +57,10 @@ class Buyer {
       c_facture_achatF->x1->Click();
       Liste_produitF->RzRapidFireButton1->Click();
       glass_.rest();
-      DM->Achat["qte_achat"] = 2;
-      DM->Achat["prix_achat"] = 35;
+      QTest::keyClicks(QApplication::focusWidget(), "2");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+      glass_.rest();
+      QTest::keyClicks(QApplication::focusWidget(), "35");
       timed("validate a line", *c_facture_achatF->DBGrid1, [] { c_facture_achatF->x5->Click(); });
       glass_.rest();
     }
