@@ -69,7 +69,9 @@ void MessageBox::fit() {
   if (!label->wordWrap()) label->setWordWrap(true);
   label->setMinimumSize(textSize(text(), QFontMetrics(letters), most) + air);
   layout()->activate();
+  const QPoint grown = QRect(QPoint(), layout()->totalMinimumSize()).center() - rect().center();
   setFixedSize(layout()->totalMinimumSize());
+  if (!grown.isNull()) move(pos() - grown);  // it was centred in its former size
 }
 
 }  // namespace tavoline
