@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   applyTheme(application);
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });
-  const IdleWatch idle([] { DM->Idle(); });
+  const IdleWatch idle([] { DM->Idle(); }, [] { DM->GestureDone(); });
   const int status = application.exec();
   shutDown();
   return status;

@@ -1,5 +1,6 @@
 #include "data/DMU.h"
 
+#include "data/value/Errors.h"
 #include "data/value/Text.h"
 
 namespace tavoline {
@@ -38,6 +39,15 @@ TDM::Partner::Partner(TDM& dm, const char* name, Dataset& dataset) : DataSource(
 TDM::TDM() : TDM(Store::open(ConnectionString)) {}
 
 TDM::TDM(std::shared_ptr<Store> store) : store_(std::move(store)) {
+  reliever_ = std::make_shared<const Store::Reliever>([this](Store::Relief relief) {
+    try {
+      const auto newest = relief == Store::Relief::None ? nullptr : store_->snapshot();
+      for (Dataset* dataset : datasets_) dataset->Settle(newest);
+    } catch (const StoreError&) {
+      // Some keep their versions; whoever reads the store next is told what ails it.
+    }
+  });
+  store_->relieveBy(reliever_);
   for (Dataset* dataset : datasets_) {
     dataset->Connect(store_);
     if (!dataset->IsAction()) dataset->Open();
@@ -61,8 +71,11 @@ Dataset* TDM::Find(std::string_view name) const {
 }
 
 void TDM::Idle() {
-  for (Dataset* dataset : datasets_) dataset->Renew();
   store_->idle();
+}
+
+void TDM::GestureDone() {
+  store_->pause();
 }
 
 }  // namespace tavoline

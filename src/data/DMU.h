@@ -27,7 +27,8 @@ class TDM {
       std::string_view name) const;            ///< A partner by name without regard to case; null if absent.
   Dataset* Find(std::string_view name) const;  ///< A dataset by its exact name; null if absent.
   const std::vector<Dataset*>& Datasets() const { return datasets_; }  ///< In the order of opening.
-  void Idle();  ///< When the user does nothing: renews snapshots and lets the store fold its log.
+  void Idle();         ///< When the user does nothing: lets go of versions and lets the store fold its log.
+  void GestureDone();  ///< When a gesture has ended: the same where no quiet moment comes.
   Store& store() const { return *store_; }
 
  private:
@@ -39,6 +40,7 @@ class TDM {
   };
 
   std::shared_ptr<Store> store_;
+  std::shared_ptr<const Store::Reliever> reliever_;
   std::vector<Dataset*> datasets_;
   std::vector<DataSource*> partners_;
 

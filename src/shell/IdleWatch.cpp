@@ -1,5 +1,6 @@
 #include "shell/IdleWatch.h"
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 
@@ -7,9 +8,11 @@
 
 namespace tavoline {
 
-IdleWatch::IdleWatch(std::function<void()> chore, int rest) {
+IdleWatch::IdleWatch(std::function<void()> chore, std::function<void()> gestureDone, int rest) {
   rest_.setInterval(rest);
   connect(&rest_, &QTimer::timeout, this, [chore = std::move(chore)] { guarded(chore); });
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+          [gestureDone = std::move(gestureDone)] { guarded(gestureDone); });
   QCoreApplication::instance()->installEventFilter(this);
   rest_.start();
 }

@@ -54,9 +54,11 @@ class CountingStore : public test::PassingStore {
       return std::make_unique<Counted>(inner_->query(select, parameters), counts_);
     }
     bool latest() const override { return inner_->latest(); }
-    bool unchanged(const std::vector<std::string>& tables) const override {
-      return inner_->unchanged(tables);
+    std::optional<ValueRows> queryLittle(const sql::Select& select, const sql::Parameters& parameters,
+                                         std::size_t rows) const override {
+      return inner_->queryLittle(select, parameters, rows);
     }
+    std::int64_t changes(const std::string& table) const override { return inner_->changes(table); }
 
    private:
     std::shared_ptr<const Snapshot> inner_;

@@ -11,6 +11,7 @@
 #include "tools/store/Check.h"
 #include "tools/store/Creation.h"
 #include "tools/store/Upgrade.h"
+#include "tools/store/Versions.h"
 #include "tools/store/demo/Cafeteria.h"
 #include "tools/store/demo/Demo.h"
 
@@ -30,6 +31,7 @@ SYNOPSIS
     tavoline-store demo FICHIER
     tavoline-store generate FICHIER --orders N [--invoices N] [--suppliers N] [--seed S] [--pictures]
     tavoline-store check FICHIER
+    tavoline-store versions FICHIER
     tavoline-store backup FICHIER COPIE
     tavoline-store upgrade FICHIER
     tavoline-store --help | --version
@@ -45,6 +47,8 @@ DESCRIPTION
                fournisseurs, clients et quelques semaines d'activité jusqu'à hier.
     generate   Crée la même cafétéria et ses comptes avec dix ans d'historique, pour mesurer les temps de réponse.
     check      Dit si une base est saine. Ne modifie rien ; les postes peuvent continuer.
+    versions   Dit quels programmes de cet ordinateur tiennent des versions de la base, combien et depuis quand, et
+               combien le journal occupe. Ne modifie rien.
     backup     Copie une base telle qu'elle est à cet instant, pendant que les postes continuent.
     upgrade    Ajoute à une base plus ancienne ce que sa forme d'aujourd'hui a de plus (index), puis la contrôle. En
                fait d'abord une copie à côté. Ne fait rien si rien ne manque, ni si une table ou une colonne manque.
@@ -151,6 +155,12 @@ int upgrade(const std::vector<std::string>& words, std::ostream& out) {
   return tellCheck(path, out);
 }
 
+int versions(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 1, {}, {});
+  for (const std::string& line : versionsOf(arguments.file(0))) out << line << '\n';
+  return kDone;
+}
+
 int backup(const std::vector<std::string>& words, std::ostream& out) {
   const Arguments arguments(words, 2, {}, {});
   backupStore(arguments.file(0), arguments.file(1));
@@ -160,9 +170,9 @@ int backup(const std::vector<std::string>& words, std::ostream& out) {
 
 int run(const std::vector<std::string>& words, std::ostream& out) {
   using Command = int (*)(const std::vector<std::string>&, std::ostream&);
-  constexpr std::pair<std::string_view, Command> kCommands[] = {{"create", create},     {"demo", demo},
-                                                                {"generate", generate}, {"check", check},
-                                                                {"backup", backup},     {"upgrade", upgrade}};
+  constexpr std::pair<std::string_view, Command> kCommands[] = {
+      {"create", create},     {"demo", demo},     {"generate", generate}, {"check", check},
+      {"versions", versions}, {"backup", backup}, {"upgrade", upgrade}};
 
   if (words.empty()) throw UsageError("il manque la commande");
   if (std::find(words.begin(), words.end(), "--help") != words.end()) {

@@ -159,6 +159,7 @@ Findings checkValues(Connection& connection) {
 }
 
 std::string kindOf(const Definition& definition) {
+  if (definition.kind == Definition::Kind::Trigger) return "trigger";
   return definition.kind == Definition::Kind::Table ? "table" : "index";
 }
 

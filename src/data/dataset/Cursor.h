@@ -4,10 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "data/dataset/HeldVersion.h"
 #include "data/sql/Ast.h"
 #include "data/store/Store.h"
 
 namespace tavoline {
+
+/// So many rows at most are kept in memory by a cursor that lets go of its version before it has read them.
+inline constexpr std::size_t keptRows = 512;
 
 /// The rows behind an open dataset: a position in the visible rows of one statement, on one snapshot, read as
 /// they are asked for. The dataset owns it and adds states, pending values and listeners. Positions answer
@@ -47,8 +51,10 @@ class Cursor {
   /// asked of the newer ones. The position is kept as far as its row is still there. Throws StoreError, and
   /// then changes nothing.
   virtual void refresh(std::shared_ptr<const Snapshot> newer) = 0;
-  /// Lets go of an old snapshot where a newer one shows the same rows.
-  virtual void renew(Store& store) = 0;
+  /// Lets go of its version and shows the same as before: moves to `newest` if that has the same rows, or
+  /// keeps in memory what was read, and everything if that is little. `newest` null: holds no version at all
+  /// afterwards.
+  virtual void release(const std::shared_ptr<const Snapshot>& newest) = 0;
 
   virtual bool updatable() const { return false; }
   /// Only on an updatable cursor. Columns are given as (index, value) of what is written; each is durable on
@@ -64,7 +70,7 @@ class Cursor {
 struct CursorSource {
   sql::Select select;
   sql::Parameters parameters;
-  std::shared_ptr<const Snapshot> snapshot;
+  HeldVersion snapshot;
   std::shared_ptr<const Catalog> catalog;
 };
 

@@ -46,7 +46,7 @@ void Dataset::Open() {
   prepare();
   const auto* select = std::get_if<sql::Select>(&*prepared_);
   if (!select) refuseMisuse("« " + name_ + " » est une action : elle s'exécute et ne s'ouvre pas.");
-  auto cursor = makeCursor({*select, parameters_, store_->snapshot(), catalog_});
+  auto cursor = makeCursor({*select, parameters_, HeldVersion(*store_), catalog_});
   if (filtered_) cursor->filter(sql::parseFilter(filterText_));
   cursor_ = std::move(cursor);
   columns_ = select->items;

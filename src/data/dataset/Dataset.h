@@ -125,9 +125,11 @@ class Dataset {
   void DisableControls() { controlsDisabled_ = true; }
   bool ControlsDisabled() const { return controlsDisabled_; }
 
-  /// To be called when the user does nothing: exchanges the snapshot for the newest one if that shows the
-  /// same rows.
-  void Renew();
+  /// Lets go of the version of Open or Refresh without a change of what is shown: what shows the same rows in
+  /// `newest` moves there, what is small is kept in memory whole, of all else what was read; what was not
+  /// read comes from the version that is newest when somebody asks. Null: no version at all is held
+  /// afterwards.
+  void Settle(const std::shared_ptr<const Snapshot>& newest);
 
  private:
   friend class DataSource;

@@ -84,8 +84,8 @@ void Dataset::Refresh() {
   notify(DataEvent::Rows);
 }
 
-void Dataset::Renew() {
-  if (cursor_) cursor_->renew(*store_);
+void Dataset::Settle(const std::shared_ptr<const Snapshot>& newest) {
+  if (cursor_) cursor_->release(newest);
 }
 
 /// Posts a row in which something was written; cancels one in which nothing was.

@@ -25,6 +25,10 @@ void OwnWrites::insert(TableRow row) {
   inserted_.insert_or_assign(row.rid, std::move(row));
 }
 
+void OwnWrites::keep(const TableRow& row) {
+  if (!inserted(row.rid)) changes_.try_emplace(row.rid, Change{row});
+}
+
 TableRow* OwnWrites::find(RowId rid) {
   if (const auto own = inserted_.find(rid); own != inserted_.end()) return &own->second;
   const auto change = changes_.find(rid);

@@ -7,9 +7,9 @@
 
 namespace tavoline {
 
-/// What a dataset wrote since Open, laid over the rows of its snapshot: changed rows in their old places,
-/// deleted ones gone, inserted ones behind the last in the order of their insertion. The filter is evaluated
-/// in memory for these few.
+/// What a dataset wrote since Open, and what it keeps of a version that it has let go of, laid over the rows
+/// of its snapshot: changed and kept rows in their old places, deleted ones gone, inserted ones behind the
+/// last in the order of their insertion. The filter is evaluated in memory for these few.
 class OwnWrites {
  public:
   /// Both must outlive it.
@@ -23,6 +23,8 @@ class OwnWrites {
   void change(TableRow row);  ///< Of the snapshot, or inserted here.
   void erase(const TableRow& row);
   void insert(TableRow row);  ///< Its number is above all others.
+  /// A row of the snapshot that goes on to show what was read, whatever later versions have in its place.
+  void keep(const TableRow& row);
 
   /// A row changed or inserted here, visible or not; null for any other, and for a deleted one.
   TableRow* find(RowId rid);

@@ -66,9 +66,30 @@ class RowsAgain : public Rows {
   const sql::Parameters parameters_;
   const sql::ExprPtr filter_;
   const std::shared_ptr<const std::vector<std::vector<Value>>> members_;
-  const std::shared_ptr<const Snapshot> snapshot_;
+  const HeldVersion snapshot_;
   std::size_t at_ = 0;
   std::vector<Value> row_;
+};
+
+/// The rows of a result as they were kept.
+class RowsKept : public Rows {
+ public:
+  RowsKept(const std::vector<sql::Item>& items, sql::ExprPtr filter,
+           std::shared_ptr<const std::vector<std::vector<Value>>> all)
+      : items_(items), filter_(std::move(filter)), all_(std::move(all)) {}
+
+  bool next() override {
+    while (at_ < all_->size())
+      if (sql::holds(filter_, items_, (*all_)[at_++])) return true;
+    return false;
+  }
+  Value value(std::size_t column) const override { return (*all_)[at_ - 1].at(column); }
+
+ private:
+  const std::vector<sql::Item>& items_;
+  const sql::ExprPtr filter_;
+  const std::shared_ptr<const std::vector<std::vector<Value>>> all_;
+  std::size_t at_ = 0;
 };
 
 }  // namespace
@@ -118,13 +139,18 @@ bool ResultCursor::read(std::size_t record) {
   return kept(record);
 }
 
+std::unique_ptr<Rows> ResultCursor::ask() const {
+  if (all_) return std::make_unique<RowsKept>(source_.select.items, filter_, all_);
+  if (members_) return std::make_unique<RowsAgain>(source_, filter_, members_);
+  return source_.snapshot->query(narrowed_, source_.parameters);
+}
+
 /// Goes on to the record before `end`, or to the last, and keeps those from `keepFrom` on. A stream that
 /// fails is given up, and what is kept stays.
 void ResultCursor::streamUpTo(std::size_t end, std::size_t keepFrom) {
   auto stream = std::move(stream_);
   if (!stream) {
-    stream = members_ ? std::make_unique<RowsAgain>(source_, filter_, members_)
-                      : source_.snapshot->query(narrowed_, source_.parameters);
+    stream = ask();
     streamed_ = 0;
   }
   for (; streamed_ < end; ++streamed_) {
@@ -217,13 +243,18 @@ void ResultCursor::refresh(std::shared_ptr<const Snapshot> newer) {
     sql::Select numbers = source_.select;
     numbers.items.erase(numbers.items.begin(), numbers.items.begin() + static_cast<std::ptrdiff_t>(columns_));
     auto all = std::make_shared<std::vector<Row>>();
-    for (const auto rows = source_.snapshot->query(numbers, source_.parameters); rows->next();)
-      for (std::size_t i = 0; i < tables_.size(); ++i)
-        (i == 0 ? all->emplace_back() : all->back()).push_back(rows->value(i));
+    if (all_) {
+      for (const Row& row : *all_)
+        all->emplace_back(row.begin() + static_cast<std::ptrdiff_t>(columns_), row.end());
+    } else {
+      for (const auto rows = source_.snapshot->query(numbers, source_.parameters); rows->next();)
+        for (std::size_t i = 0; i < tables_.size(); ++i)
+          (i == 0 ? all->emplace_back() : all->back()).push_back(rows->value(i));
+    }
     members = std::move(all);
   }
   CursorSource moved = source_;
-  moved.snapshot = std::move(newer);
+  moved.snapshot.moveTo(std::move(newer));
   std::size_t position = 0;
   if (onRow()) {
     const Row mine(current().begin() + static_cast<std::ptrdiff_t>(columns_), current().end());
@@ -234,14 +265,33 @@ void ResultCursor::refresh(std::shared_ptr<const Snapshot> newer) {
   rewind();
   source_ = std::move(moved);
   members_ = std::move(members);
+  all_.reset();
   at_ = position;
 }
 
+std::shared_ptr<const std::vector<ResultCursor::Row>> ResultCursor::readAllIfFew() const {
+  if (members_ && members_->size() > kBatch) return nullptr;
+  auto all = std::make_shared<std::vector<Row>>();
+  if (members_) {
+    for (RowsAgain rows(source_, nullptr, members_); rows.next();)
+      for (std::size_t i = 0; i < source_.select.items.size(); ++i)
+        (i == 0 ? all->emplace_back() : all->back()).push_back(rows.value(i));
+    return all;
+  }
+  auto found = source_.snapshot->queryLittle(source_.select, source_.parameters, keptRows);
+  if (!found) return nullptr;
+  *all = std::move(*found);
+  return all;
+}
+
 /// A stream under way is given up with its version; who reads on runs the statement anew on the same rows.
-void ResultCursor::renew(Store& store) {
-  if (source_.snapshot->latest() || !source_.snapshot->unchanged(tables_)) return;
-  source_.snapshot = store.snapshot();
+void ResultCursor::release(const std::shared_ptr<const Snapshot>& newest) {
+  HeldVersion& version = source_.snapshot;
+  if (!version.held() || version.is(newest)) return;
+  const bool same = newest && !version.changedByOthers(*newest, tables_);
+  if (!same && !all_) all_ = readAllIfFew();
   stream_.reset();
+  same ? version.moveTo(newest) : version.letGo();
 }
 
 }  // namespace tavoline

@@ -32,7 +32,7 @@ class ResultCursor : public Cursor {
   /// Rows that come from rows of tables are read again, those left out that have gone. What was reckoned from
   /// many, a group or an aggregate, has no row of its own in the store and stays as it was.
   void refresh(std::shared_ptr<const Snapshot> newer) override;
-  void renew(Store& store) override;
+  void release(const std::shared_ptr<const Snapshot>& newest) override;
   std::size_t held() const { return rows_.size(); }  ///< How many rows are in memory.
 
  private:
@@ -44,6 +44,8 @@ class ResultCursor : public Cursor {
   void keep(const Rows& stream);
   const Row& current();
   void rewind();
+  std::unique_ptr<Rows> ask() const;
+  std::shared_ptr<const std::vector<Row>> readAllIfFew() const;
 
   CursorSource source_;
   const std::size_t kept_;
@@ -52,6 +54,7 @@ class ResultCursor : public Cursor {
   const std::size_t columns_;
   sql::ExprPtr filter_;
   sql::Select narrowed_;
+  std::shared_ptr<const std::vector<Row>> all_;      // without the filter, once its version was let go of
   std::shared_ptr<const std::vector<Row>> members_;  // row numbers as at Open, once another version is read
 
   std::unique_ptr<Rows> stream_;

@@ -9,7 +9,7 @@ namespace tavoline {
 /// the rest from whatever index is the narrowest. A statement with an order of its own is listed as a whole.
 class RowList {
  public:
-  /// Both must outlive it; it is to be thrown away when the filter or the version they read changes.
+  /// Both must outlive it; it is to be thrown away when the filter changes, or the version for a refresh.
   RowList(const TablePages& pages, const OwnWrites& own);
 
   std::size_t counted() const { return rids_.size(); }
@@ -26,8 +26,9 @@ class RowList {
   /// next `limit` of a reading.
   std::vector<RowId> page(const Reading& reading, std::size_t limit, bool& exhausted) const;
 
-  void add(RowId inserted);  ///< A visible row inserted just now.
-  void remove(RowId rid);    ///< Deleted, or hidden by the filter since it was written.
+  void countAnew() { stream_.reset(), streamed_.clear(); }  ///< What is under way; another version is read.
+  void add(RowId inserted);                                 ///< A visible row inserted just now.
+  void remove(RowId rid);  ///< Deleted, or hidden by the filter since it was written.
 
  private:
   using Place = std::vector<RowId>::const_iterator;

@@ -187,6 +187,13 @@ void TableCursor::refresh(std::shared_ptr<const Snapshot> newer) {
   page_.clear();
 }
 
+void TableCursor::release(const std::shared_ptr<const Snapshot>& newest) {
+  std::vector<const TableRow*> inSight;
+  for (const TableRow& row : page_) inSight.push_back(&row);
+  if (aside_) inSight.push_back(&*aside_);
+  rows_.release(newest, inSight);
+}
+
 // --- Writing
 // ----------------------------------------------------------------------------------------------------
 // Whatever has to be read is read before anything is written: what is written stays written. The row just

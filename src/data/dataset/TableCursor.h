@@ -30,7 +30,7 @@ class TableCursor : public Cursor {
   bool locate(std::size_t column, const Value& value) override;
   int recordOf(std::size_t column, const Value& value) override;
   void refresh(std::shared_ptr<const Snapshot> newer) override;
-  void renew(Store& store) override { rows_.renew(store); }
+  void release(const std::shared_ptr<const Snapshot>& newest) override;
 
   bool updatable() const override { return true; }
   void insert(Store& store, const Written& fields) override;

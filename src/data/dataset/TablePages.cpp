@@ -7,6 +7,21 @@
 namespace tavoline {
 
 namespace {
+struct NoRows : Rows {
+  bool next() override { return false; }
+  Value value(std::size_t) const override { return {}; }
+};
+
+class RowRead : public Rows {
+ public:
+  explicit RowRead(const std::vector<Value>& values) : values_(values) {}
+  bool next() override { return false; }
+  Value value(std::size_t column) const override { return values_.at(column); }
+
+ private:
+  const std::vector<Value>& values_;
+};
+
 sql::Item ridItem(const std::string& table) {
   return {sql::rid(table), "rid", FieldType::Integer};
 }
@@ -19,6 +34,11 @@ TablePages::TablePages(CursorSource source)
       narrowed_(source_.select) {
   for (std::size_t i = 0; i < columns().size(); ++i)
     if (columns()[i].type != FieldType::Blob) readColumns_.push_back(i);
+}
+
+std::unique_ptr<Rows> TablePages::ask(const sql::Select& select) const {
+  if (exhausted_) return std::make_unique<NoRows>();
+  return source_.snapshot->query(select, source_.parameters);
 }
 
 void TablePages::filter(const sql::ExprPtr& filter) {
@@ -68,7 +88,7 @@ TablePages::Page TablePages::read(const Reading& reading, std::size_t limit,
   select.limit = static_cast<std::int64_t>(limit);
   Page page;
   std::size_t seen = 0;
-  for (const auto rows = source_.snapshot->query(select, source_.parameters); rows->next(); ++seen) {
+  for (const auto rows = ask(select); rows->next(); ++seen) {
     TableRow row = rowOf(*rows);
     page.end = row.key;
     if (member(row.rid)) page.rows.push_back(std::move(row));
@@ -89,7 +109,7 @@ std::vector<TableRow> TablePages::find(const std::vector<RowId>& rids) const {
   for (const RowId rid : rids) in.values.emplace_back(rid);
   select.where = sql::make(std::move(in));
   select.orderBy.clear();
-  const auto rows = source_.snapshot->query(select);
+  const auto rows = ask(select);
   while (rows->next()) found.push_back(rowOf(*rows));
   return found;
 }
@@ -113,42 +133,73 @@ std::unique_ptr<Rows> TablePages::numbers(Listing listing, std::optional<std::si
   if (listing == Listing::WithKeys)
     for (sql::Item& item : order_.items()) select.items.push_back(std::move(item));
   if (limit) select.limit = static_cast<std::int64_t>(*limit);
-  return source_.snapshot->query(select, source_.parameters);
+  return ask(select);
+}
+
+void TablePages::settleMembers() {
+  if (ceiling_) return;
+  sql::Select held = source_.select;
+  held.updatable = false;
+  held.items = {ridItem(table())};
+  held.orderBy.clear();
+  std::optional<std::vector<RowId>> members;
+  RowId highest = 0;
+  if (held.where) {
+    members.emplace();
+    for (const auto rows = source_.snapshot->query(held, source_.parameters); rows->next();)
+      members->push_back(rows->value(0).toInteger());
+    std::ranges::sort(*members);
+    if (!members->empty()) highest = members->back();
+  } else {
+    held.items.front().expr = sql::make(sql::Call{sql::Aggregate::Max, sql::rid(table())});
+    const auto rows = source_.snapshot->query(held);
+    if (rows->next() && !rows->value(0).isNull()) highest = rows->value(0).toInteger();
+  }
+  sql::Select unconditioned = source_.select;
+  unconditioned.where = nullptr;
+  narrowed_ = sql::narrowed(unconditioned, filter_);
+  source_.select = std::move(unconditioned);
+  members_ = std::move(members);
+  ceiling_ = highest;
 }
 
 void TablePages::moveOn(std::shared_ptr<const Snapshot> newer, const std::vector<RowId>& joining) {
-  if (!ceiling_) {
-    sql::Select held = source_.select;
-    held.updatable = false;
-    held.items = {ridItem(table())};
-    held.orderBy.clear();
-    std::optional<std::vector<RowId>> members;
-    RowId highest = 0;
-    if (held.where) {
-      members.emplace();
-      for (const auto rows = source_.snapshot->query(held, source_.parameters); rows->next();)
-        members->push_back(rows->value(0).toInteger());
-      std::ranges::sort(*members);
-      if (!members->empty()) highest = members->back();
-    } else {
-      held.items.front().expr = sql::make(sql::Call{sql::Aggregate::Max, sql::rid(table())});
-      const auto rows = source_.snapshot->query(held);
-      if (rows->next() && !rows->value(0).isNull()) highest = rows->value(0).toInteger();
-    }
-    sql::Select unconditioned = source_.select;
-    unconditioned.where = nullptr;
-    narrowed_ = sql::narrowed(unconditioned, filter_);
-    source_.select = std::move(unconditioned);
-    members_ = std::move(members);
-    ceiling_ = highest;
-  }
+  settleMembers();
   joined_.insert(joined_.end(), joining.begin(), joining.end());
-  source_.snapshot = std::move(newer);
+  exhausted_ = false;
+  source_.snapshot.moveTo(std::move(newer));
 }
 
-void TablePages::renew(Store& store) {
-  if (source_.snapshot->latest() || !source_.snapshot->unchanged(tables_)) return;
-  source_.snapshot = store.snapshot();
+std::optional<std::vector<TableRow>> TablePages::readAllIfFew() const {
+  sql::Select all = source_.select;
+  all.updatable = false;
+  all.items = {ridItem(table())};
+  for (const std::size_t column : readColumns_) all.items.push_back(columns()[column]);
+  all.orderBy.clear();
+  if (members_ && members_->size() + joined_.size() > keptRows) return std::nullopt;
+  if (members_) {
+    sql::In in{sql::rid(table()), {}, false};
+    for (const auto* rids : {&*members_, &joined_})
+      for (const RowId rid : *rids) in.values.emplace_back(rid);
+    all.where = sql::make(std::move(in));
+  } else if (ceiling_) {
+    const RowId last = joined_.empty() ? *ceiling_ : joined_.back();
+    all.where = sql::binary(sql::Op::LessEqual, sql::rid(table()), sql::make(sql::Literal{last}));
+  }
+  const auto found = source_.snapshot->queryLittle(all, source_.parameters, keptRows);
+  if (!found) return std::nullopt;
+  std::vector<TableRow> rows;
+  for (const auto& values : *found)
+    if (TableRow row = rowOf(RowRead(values)); member(row.rid)) rows.push_back(std::move(row));
+  return rows;
+}
+
+TableRow TablePages::gone(RowId rid) const {
+  TableRow row;
+  row.rid = rid;
+  row.values.resize(columns().size());
+  row.key = order_.keyOf(row.values, rid);
+  return row;
 }
 
 }  // namespace tavoline

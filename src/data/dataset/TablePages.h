@@ -47,12 +47,21 @@ class TablePages {
   /// Newer values for the same rows. `joining`, ascending and above all others, belong to them from now on:
   /// they were inserted here. Throws StoreError, and then changes nothing.
   void moveOn(std::shared_ptr<const Snapshot> newer, const std::vector<RowId>& joining);
-  /// Moves to the newest version if it shows the same rows.
-  void renew(Store& store);
+
+  // Letting go of a version
+  HeldVersion& version() { return source_.snapshot; }
+  /// All rows of the statement, without regard to the filter, where they are few; pictures are left out.
+  std::optional<std::vector<TableRow>> readAllIfFew() const;
+  /// All rows are kept elsewhere: nothing but pictures is read from now on, until `moveOn`.
+  void neverAskAgain() { exhausted_ = true; }
+  /// The same rows belong to it in whatever version is read. Throws StoreError, and then changes nothing.
+  void settleMembers();
+  TableRow gone(RowId rid) const;  ///< Without values.
 
  private:
   sql::Select reading() const;
   TableRow rowOf(const Rows& rows) const;
+  std::unique_ptr<Rows> ask(const sql::Select& select) const;
 
   CursorSource source_;
   std::vector<std::string> tables_;
@@ -66,6 +75,7 @@ class TablePages {
   std::optional<RowId> ceiling_;
   std::optional<std::vector<RowId>> members_;  // ascending, as are the joined
   std::vector<RowId> joined_;
+  bool exhausted_ = false;
 };
 
 }  // namespace tavoline

@@ -58,12 +58,18 @@ TableRows::Page TableRows::read(Reading reading, std::size_t size) {
 TableRows::Page TableRows::listed(const Reading& reading, std::size_t size) {
   Page page;
   std::vector<RowId> unchanged;
-  for (const RowId rid : list_->page(reading, size, page.exhausted))
+  const std::vector<RowId> rids = list_->page(reading, size, page.exhausted);
+  for (const RowId rid : rids)
     if (const TableRow* changed = own_.find(rid))
       page.rows.push_back(*changed);
     else
       unchanged.push_back(rid);
   std::ranges::move(pages_.find(unchanged), std::back_inserter(page.rows));
+  // Rows that were listed, and not read, may have gone since.
+  if (page.rows.empty() && !page.exhausted) {
+    const RowId end = reading.backwards ? rids.front() : rids.back();
+    return listed({.from = RowKey{Value(end)}, .inclusive = false, .backwards = reading.backwards}, size);
+  }
   std::ranges::sort(page.rows, {}, &TableRow::rid);
   if (reading.backwards) std::ranges::reverse(page.rows);
   return page;
@@ -104,18 +110,21 @@ TableRow& TableRows::at(std::size_t record) {
   if (read_.size() > kKeptByNumber) read_.clear();
   for (TableRow& row : pages_.find(list_->stretch(record, kStretch)))
     read_.insert_or_assign(row.rid, std::move(row));
-  return read_.at(rid);
+  const auto read = read_.find(rid);
+  return read == read_.end() ? read_.emplace(rid, pages_.gone(rid)).first->second : read->second;
 }
 
 // --- What was written
 // -------------------------------------------------------------------------------------------
 
 void TableRows::insert(TableRow row) {
+  pages_.version().wrote();
   if (list_ && own_.visible(row)) list_->add(row.rid);
   own_.insert(std::move(row));
 }
 
 void TableRows::change(const TableRow& row, bool wasHidden) {
+  pages_.version().wrote();
   read_.erase(row.rid);
   own_.change(row);
   if (wasHidden)
@@ -125,6 +134,7 @@ void TableRows::change(const TableRow& row, bool wasHidden) {
 }
 
 void TableRows::erase(const TableRow& row) {
+  pages_.version().wrote();
   read_.erase(row.rid);
   if (list_) list_->remove(row.rid);
   own_.erase(row);
@@ -140,6 +150,25 @@ bool TableRows::refresh(std::shared_ptr<const Snapshot> newer) {
   list_.reset();
   read_.clear();
   return joining;
+}
+
+void TableRows::release(const std::shared_ptr<const Snapshot>& newest,
+                        const std::vector<const TableRow*>& inSight) {
+  HeldVersion& version = pages_.version();
+  if (!version.held() || version.is(newest)) return;
+  own();
+  const bool same = newest && !version.changedByOthers(*newest, {pages_.table()});
+  if (!same) {
+    if (const auto all = pages_.readAllIfFew()) {
+      for (const TableRow& row : *all) own_.keep(row);
+      pages_.neverAskAgain();
+    }
+    for (const TableRow* row : inSight) own_.keep(*row);
+    for (const auto& [rid, row] : read_) own_.keep(row);
+  }
+  if (!same || version.written() > 0) pages_.settleMembers();
+  if (list_) list_->countAnew();
+  same ? version.moveTo(newest) : version.letGo();
 }
 
 }  // namespace tavoline

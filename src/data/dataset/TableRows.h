@@ -43,7 +43,8 @@ class TableRows {
   /// Newer values for the same rows. True if rows inserted here stand among the others from now on, as they
   /// do in the order of insertion; in another order they stay behind the last.
   bool refresh(std::shared_ptr<const Snapshot> newer);
-  void renew(Store& store) { pages_.renew(store); }
+  /// As Cursor::release; `inSight` are rows that the cursor shows.
+  void release(const std::shared_ptr<const Snapshot>& newest, const std::vector<const TableRow*>& inSight);
 
  private:
   Page listed(const Reading& reading, std::size_t size);

@@ -16,6 +16,8 @@ inline constexpr std::string_view kRowNumber = "rid";
 /// The store's record of itself: a table of keys and values, both texts.
 inline constexpr std::string_view kRecordTable = "tavoline_store";
 inline constexpr std::string_view kRecordKey = "cle", kRecordValue = "valeur";
+/// How many rows were written to each table, by whatever program; triggers count.
+inline constexpr std::string_view kCountTable = "tavoline_ecritures";
 inline constexpr std::string_view kVersionKey = "version", kPasswordKey = "mot_de_passe";
 
 /// The password that a store records when nothing else is asked; workstations present it in their connection

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +24,8 @@ class Rows {
   virtual Value value(std::size_t column) const = 0;  ///< Typed as the statement's item; valid until next().
 };
 
+using ValueRows = std::vector<std::vector<Value>>;
+
 /// One version of the whole store, read lazily. What it shows cannot change. Shared by all who opened while
 /// nothing was committed; gives its connection back when the last one lets go. One thread.
 class Snapshot {
@@ -32,8 +36,13 @@ class Snapshot {
                                       const sql::Parameters& parameters = {}) const = 0;
   /// True while nothing was committed since, by this process or, as far as the engine can tell, by another.
   virtual bool latest() const = 0;
-  /// True if none of `tables` changed since this snapshot, as far as the store knows for sure.
-  virtual bool unchanged(const std::vector<std::string>& tables) const = 0;
+  /// The whole result where it has at most `rows` rows and takes the engine little work (well under a
+  /// millisecond); nothing otherwise. Throws StoreError.
+  virtual std::optional<ValueRows> queryLittle(const sql::Select& select, const sql::Parameters& parameters,
+                                               std::size_t rows) const = 0;
+  /// How many rows of `table` were inserted, updated and deleted up to this version, by whomever: equal
+  /// counts mean equal rows, and what one knows to have written is the difference. Throws StoreError.
+  virtual std::int64_t changes(const std::string& table) const = 0;
 };
 
 using FieldValues = std::vector<std::pair<std::string, Value>>;  ///< Column name and value.
@@ -62,8 +71,22 @@ class Store {
   virtual void erase(const std::string& table, RowId row) = 0;
   virtual void execute(const sql::Update& resolved, const sql::Parameters& parameters) = 0;
 
-  /// To be called when the user does nothing: folds the log. Never throws, never waits.
+  /// What the store wants of those who hold its versions.
+  enum class Relief {
+    Newest,  ///< Hold none but the newest one, and that only to show the same rows in it.
+    None     ///< Hold none.
+  };
+  using Reliever = std::function<void(Relief)>;
+  /// Calls `reliever`, as long as somebody keeps it, whenever too many versions are held or the log has to be
+  /// folded: possibly from `snapshot` or a write. It may ask for snapshots, and must not write or throw.
+  virtual void relieveBy(std::weak_ptr<const Reliever> reliever) = 0;
+
+  /// To be called when the user does nothing, every few seconds: lets go of versions and folds the log. Never
+  /// throws, never waits.
   virtual void idle() = 0;
+  /// To be called when a gesture has ended: does the same where the log has grown long without a quiet moment
+  /// (some milliseconds, once in a hundred taps). Never throws.
+  virtual void pause() = 0;
 };
 
 }  // namespace tavoline

@@ -66,6 +66,7 @@ class Played : public DatasetTest {
     const std::string name = test::takeWord(statement);
     add(name, statement);
   }
+  void settle(std::string& on) { rows().Settle(on == "none" ? nullptr : here->snapshot()); }
   void active(std::string& step) { rows().Active(step == "on"); }
   void filtered(std::string& step) { rows().Filtered(step == "on"); }
   void text(std::string& filter) { rows().Filter(filter); }
@@ -161,7 +162,7 @@ const test::Verbs<Played> kVerbs(
      {"[DATASET] Cancel", "gives it up", Played::operation(&Dataset::Cancel)},
      {"[DATASET] Delete", "deletes the current row", Played::operation(&Dataset::Delete)},
      {"[DATASET] Refresh", "the values of its rows as they stand", Played::operation(&Dataset::Refresh)},
-     {"[DATASET] Renew", "is told of a quiet moment", Played::operation(&Dataset::Renew)},
+     {"[DATASET] Settle [none]", "moves to the newest version, or with none holds none", &Played::settle},
      {"[DATASET] First", "goes to the first row", Played::operation(&Dataset::First)},
      {"[DATASET] Last", "goes to the last row", Played::operation(&Dataset::Last)},
      {"[DATASET] Next", "goes on by a row", Played::operation(&Dataset::Next)},

@@ -17,8 +17,10 @@ class Pieces : public DatasetTest {
  protected:
   CursorSource source(const char* statement) {
     const sql::Statement parsed = sql::parseStatement(statement);
-    return {
-        sql::resolve(std::get<sql::Select>(parsed), *here->catalog()), {}, here->snapshot(), here->catalog()};
+    return {sql::resolve(std::get<sql::Select>(parsed), *here->catalog()),
+            {},
+            HeldVersion(*here),
+            here->catalog()};
   }
   void addPlaces(int last, const char* name) {
     file->run("with recursive n(i) as (select 1 union all select i + 1 from n where i < " +
@@ -121,7 +123,7 @@ TEST_F(Pieces, WhatWasReadByNumberIsLetGoAndAStreamUnderWayIsGivenUpInAQuietMome
   EXPECT_FALSE(names.Eof());
   EXPECT_EQ(counts.streams, 1);
   here->insert("type", {{"code", Value(1)}});
-  names.Renew();
+  names.Settle(here->snapshot());
   EXPECT_EQ(counts.streams, 0) << "it holds an old version";
   EXPECT_EQ(names.RecordCount(), 1300u);
 }
@@ -162,7 +164,7 @@ TEST_F(Pieces, AResultShowsWhatTheWholeOfItWouldShowWhateverItKeeps) {
         break;
       case 6:
         there->insert("type", {{"code", Value(step)}});
-        cursor.renew(*here);
+        cursor.release(here->snapshot());
         break;
       case 7: {
         const int id = rows[pick(n)];

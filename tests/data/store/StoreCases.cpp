@@ -141,8 +141,10 @@ class Stores {
   }
   void since(std::string& tables) {
     const auto shown = version();
-    say(std::string(shown->latest() ? "latest" : "older") +
-        (shown->unchanged(words(tables)) ? ", unchanged" : ", changed"));
+    const auto newest = at("here").snapshot();
+    bool changed = false;
+    for (const std::string& table : words(tables)) changed |= shown->changes(table) != newest->changes(table);
+    say(std::string(shown->latest() ? "latest" : "older") + (changed ? ", changed" : ", unchanged"));
   }
   void stream(std::string& select) {
     const std::string name = takeWord(select);

@@ -53,9 +53,11 @@ Value constant(const std::string& text, FieldType type) {
 Catalog readCatalog(Connection& connection) {
   Statement columns = connection.prepare(
       "SELECT m.name, c.name, c.type, c.dflt_value FROM sqlite_schema AS m, pragma_table_info(m.name) AS c "
-      "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite^_%' ESCAPE '^' AND m.name <> ?1 AND c.name <> ?2 "
+      "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite^_%' ESCAPE '^' AND m.name NOT IN (?1, ?2) AND "
+      "c.name <> ?3 "
       "ORDER BY m.rowid, c.cid");
-  columns.bind({std::string(schema::kRecordTable), std::string(schema::kRowNumber)});
+  columns.bind(
+      {std::string(schema::kRecordTable), std::string(schema::kCountTable), std::string(schema::kRowNumber)});
   std::vector<TableInfo> tables;
   while (columns.step()) {
     const std::string table = columns.text(0);
@@ -64,6 +66,24 @@ Catalog readCatalog(Connection& connection) {
     tables.back().columns.push_back({columns.text(1), type, width, constant(columns.text(3), type)});
   }
   return Catalog(std::move(tables));
+}
+
+bool keepsCounts(Connection& connection, const Catalog& catalog) {
+  // A trigger for each table and way of writing; a copy made by another tool may have lost them.
+  Statement triggers = connection.prepare(
+      "SELECT count(*) FROM sqlite_schema WHERE type = 'trigger' AND name LIKE 'ecriture^_%' ESCAPE '^' AND "
+      "EXISTS "
+      "(SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?1)");
+  triggers.bind({std::string(schema::kCountTable)});
+  triggers.step();
+  return triggers.integer(0) == static_cast<std::int64_t>(3 * catalog.tables().size());
+}
+
+std::map<std::string, std::int64_t, std::less<>> readCounts(Connection& connection) {
+  std::map<std::string, std::int64_t, std::less<>> counts;
+  Statement rows = connection.prepare("SELECT nom, nombre FROM tavoline_ecritures");
+  while (rows.step()) counts[foldName(rows.text(0))] = rows.integer(1);
+  return counts;
 }
 
 }  // namespace tavoline::sqlite

@@ -10,7 +10,6 @@ namespace tavoline::sqlite {
 
 namespace {
 
-constexpr int patience = 4000;  // ms that a call waits for another process before it gives up
 constexpr std::size_t idleStatements = 192;
 
 int flagsFor(Connection::Role role, const std::string& path) {
@@ -39,7 +38,7 @@ Connection::Connection(const std::string& path, std::string name, Role role) : n
   if (code != SQLITE_OK) fail(code);
 
   sqlite3_extended_result_codes(opened, 1);
-  sqlite3_busy_timeout(opened, patience);
+  sqlite3_busy_handler(opened, waitForOthers, this);
   registerFunctions(opened);
   if (role == Role::Reader || role == Role::Observer) run("PRAGMA query_only = ON");
 }
@@ -110,12 +109,15 @@ void Connection::endReading() noexcept {
   }
 }
 
-Connection::Impatience::Impatience(Connection& connection) : handle_(connection.handle()) {
-  sqlite3_busy_timeout(handle_, 0);
-}
-
-Connection::Impatience::~Impatience() {
-  sqlite3_busy_timeout(handle_, patience);
+// Several workstations that write without a pause come to their turns by asking often, each in its own
+// rhythm: one that waited longer and longer between two questions would always come too late.
+int Connection::waitForOthers(void* self, int attempt) noexcept {
+  auto& connection = *static_cast<Connection*>(self);
+  const auto now = std::chrono::steady_clock::now();
+  if (attempt == 0) connection.waitingSince_ = now;
+  if (now - connection.waitingSince_ >= connection.patience_) return 0;
+  sqlite3_sleep(1 + static_cast<int>((now.time_since_epoch().count() >> 10) % 4));
+  return 1;
 }
 
 }  // namespace tavoline::sqlite

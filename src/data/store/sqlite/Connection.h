@@ -2,9 +2,11 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "data/store/sqlite/Statement.h"
 
@@ -38,16 +40,18 @@ class Connection {
   void rollback() noexcept;
   void endReading() noexcept;  ///< Ends a transaction that has written nothing.
 
-  /// While it lives, the connection gives up at once where it would wait for another process.
-  class Impatience {
+  /// While it lives, the connection waits no longer than `limit` for another process.
+  class Patience {
    public:
-    explicit Impatience(Connection& connection);
-    ~Impatience();
-    Impatience(const Impatience&) = delete;
-    Impatience& operator=(const Impatience&) = delete;
+    Patience(Connection& connection, std::chrono::milliseconds limit)
+        : connection_(connection), before_(std::exchange(connection.patience_, limit)) {}
+    ~Patience() { connection_.patience_ = before_; }
+    Patience(const Patience&) = delete;
+    Patience& operator=(const Patience&) = delete;
 
    private:
-    sqlite3* handle_;
+    Connection& connection_;
+    std::chrono::milliseconds before_;
   };
 
   std::int64_t changes() const { return sqlite3_changes64(handle_.get()); }
@@ -64,11 +68,14 @@ class Connection {
   };
 
   void giveBack(IdleStatements::node_type node) noexcept;
+  static int waitForOthers(void* self, int attempt) noexcept;
 
   std::string name_;
   std::unique_ptr<sqlite3, Closing> handle_;
   IdleStatements idle_;  // finalized before the handle closes
   std::uint64_t uses_ = 0;
+  std::chrono::milliseconds patience_{4000};
+  std::chrono::steady_clock::time_point waitingSince_;
 };
 
 }  // namespace tavoline::sqlite

@@ -4,9 +4,8 @@ namespace tavoline::sqlite {
 
 namespace {
 
-// More than a few rest only after many versions were held at once, as when all datasets open one after
-// another.
-constexpr std::size_t restingReaders = 4;
+// A tap reads two or three versions, one after another.
+constexpr std::size_t keptReaders = 3;
 
 }  // namespace
 
@@ -19,16 +18,19 @@ std::unique_ptr<Connection> Readers::take() {
 }
 
 void Readers::giveBack(std::unique_ptr<Connection> connection) noexcept {
-  if (resting_.size() < restingReaders) resting_.push_back(std::move(connection));
+  if (connections() < keptReaders) resting_.push_back(std::move(connection));
 }
 
-Pin::Pin(std::shared_ptr<Readers> readers) : readers_(std::move(readers)), connection_(readers_->take()) {
+Pin::Pin(std::shared_ptr<Readers> readers, Moment since)
+    : readers_(std::move(readers)), connection_(readers_->take()), since_(since) {
   connection_->run("BEGIN");
   // A transaction takes its version at its first reading, which therefore must not wait for a question.
   connection_->run("SELECT 1 FROM sqlite_schema LIMIT 1");
+  readers_->pins_.insert(this);
 }
 
 Pin::~Pin() {
+  readers_->pins_.erase(this);
   connection_->endReading();
   readers_->giveBack(std::move(connection_));
 }

@@ -1,9 +1,11 @@
 #include "data/store/sqlite/SqliteSnapshot.h"
 
 #include "data/sql/Writer.h"
+#include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
 #include "data/store/sqlite/SqliteStore.h"
 #include "data/value/Errors.h"
+#include "data/value/Text.h"
 
 namespace tavoline::sqlite {
 
@@ -29,21 +31,65 @@ class SqliteRows : public Rows {
   bool ended_ = false;
 };
 
+// Stops a statement that turns out to be more than a little work.
+class LittleWork {
+ public:
+  explicit LittleWork(const Connection& connection) : handle_(connection.handle()) {
+    constexpr int stepsBetweenQuestions = 1000;
+    sqlite3_progress_handler(handle_, stepsBetweenQuestions, spend, this);
+  }
+  ~LittleWork() { sqlite3_progress_handler(handle_, 0, nullptr, nullptr); }
+  LittleWork(const LittleWork&) = delete;
+  LittleWork& operator=(const LittleWork&) = delete;
+
+  bool spent() const { return left_ < 0; }
+
+ private:
+  static int spend(void* self) { return --static_cast<LittleWork*>(self)->left_ < 0; }
+
+  sqlite3* handle_;
+  int left_ = 20;
+};
+
+std::vector<FieldType> typesOf(const sql::Select& select) {
+  std::vector<FieldType> types;
+  types.reserve(select.items.size());
+  for (const sql::Item& item : select.items) types.push_back(item.type);
+  return types;
+}
+
 }  // namespace
 
 SqliteSnapshot::SqliteSnapshot(std::shared_ptr<const SqliteStore> store, Version version,
                                std::shared_ptr<Pin> pin)
-    : store_(std::move(store)), version_(version), pin_(std::move(pin)) {}
+    : store_(std::move(store)), version_(version), pin_(std::move(pin)) {
+  if (!store_->keepsCounts()) counts_ = store_->countsSeen(version_);
+}
 
 std::unique_ptr<Rows> SqliteSnapshot::query(const sql::Select& select,
                                             const sql::Parameters& parameters) const {
   const sql::Written written = sql::write(select, parameters, engine());
   Statement statement = pin_->connection().prepare(written.text);
   statement.bind(written.values);
-  std::vector<FieldType> types;
-  types.reserve(select.items.size());
-  for (const sql::Item& item : select.items) types.push_back(item.type);
-  return std::make_unique<SqliteRows>(pin_, std::move(statement), std::move(types));
+  return std::make_unique<SqliteRows>(pin_, std::move(statement), typesOf(select));
+}
+
+std::optional<ValueRows> SqliteSnapshot::queryLittle(const sql::Select& select,
+                                                     const sql::Parameters& parameters,
+                                                     std::size_t rows) const {
+  const LittleWork work(pin_->connection());
+  try {
+    ValueRows found;
+    for (const auto stream = query(select, parameters); stream->next();) {
+      if (found.size() == rows) return std::nullopt;
+      auto& row = found.emplace_back();
+      for (std::size_t i = 0; i < select.items.size(); ++i) row.push_back(stream->value(i));
+    }
+    return found;
+  } catch (const StoreError&) {
+    if (work.spent()) return std::nullopt;
+    throw;
+  }
 }
 
 bool SqliteSnapshot::latest() const {
@@ -54,12 +100,10 @@ bool SqliteSnapshot::latest() const {
   }
 }
 
-bool SqliteSnapshot::unchanged(const std::vector<std::string>& tables) const {
-  try {
-    return store_->unchangedSince(version_, tables);
-  } catch (const StoreError&) {
-    return false;
-  }
+std::int64_t SqliteSnapshot::changes(const std::string& table) const {
+  if (!counts_) counts_ = readCounts(pin_->connection());
+  const auto count = counts_->find(foldName(table));
+  return count == counts_->end() ? 0 : count->second;  // counted from its first write
 }
 
 }  // namespace tavoline::sqlite

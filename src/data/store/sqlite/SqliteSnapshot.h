@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 
 #include "data/store/Store.h"
@@ -17,16 +18,22 @@ struct Version {
   friend bool operator==(const Version&, const Version&) = default;
 };
 
+/// How many rows of each table were written, by its folded name.
+using WriteCounts = std::map<std::string, std::int64_t, std::less<>>;
+
 /// Keeps the store open for as long as it lives.
 class SqliteSnapshot : public Snapshot {
  public:
   SqliteSnapshot(std::shared_ptr<const SqliteStore> store, Version version, std::shared_ptr<Pin> pin);
 
   std::unique_ptr<Rows> query(const sql::Select& select, const sql::Parameters& parameters) const override;
+  std::optional<ValueRows> queryLittle(const sql::Select& select, const sql::Parameters& parameters,
+                                       std::size_t rows) const override;
   bool latest() const override;
-  bool unchanged(const std::vector<std::string>& tables) const override;
+  std::int64_t changes(const std::string& table) const override;
 
   const Version& version() const { return version_; }
+  Pin::Moment since() const { return pin_->since(); }
   /// Reads from another transaction on the same version from now on; streams under way stay on theirs.
   void moveTo(std::shared_ptr<Pin> pin) { pin_ = std::move(pin); }
 
@@ -34,6 +41,7 @@ class SqliteSnapshot : public Snapshot {
   std::shared_ptr<const SqliteStore> store_;
   Version version_;
   std::shared_ptr<Pin> pin_;
+  mutable std::optional<WriteCounts> counts_;  // read when first asked for, where the store keeps them
 };
 
 }  // namespace tavoline::sqlite

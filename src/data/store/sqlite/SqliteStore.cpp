@@ -1,20 +1,27 @@
 #include "data/store/sqlite/SqliteStore.h"
 
-#include <algorithm>
-
 #include "data/store/Writes.h"
 #include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
 #include "data/value/Errors.h"
+#include "data/value/Text.h"
 
 namespace tavoline::sqlite {
 
+namespace {
+
+// Of which the newest, and those that a gesture under way has still to read.
+constexpr std::size_t heldVersions = 3;
+
+}  // namespace
+
 SqliteStore::SqliteStore(const std::string& path, std::unique_ptr<Connection> writer)
-    : writer_(std::move(writer)), readers_(std::make_shared<Readers>(path, writer_->name())) {
+    : writer_(std::move(writer)),
+      log_(*writer_),
+      readers_(std::make_shared<Readers>(path, writer_->name())),
+      record_(path) {
   writer_->run("PRAGMA synchronous = FULL");
-  // The log is folded when nobody waits; only a day without a quiet moment gets there by itself, at 32 MB.
-  writer_->run("PRAGMA wal_autocheckpoint = 8000");
-  writer_->run("PRAGMA journal_size_limit = 33554432");
+  writer_->run("PRAGMA journal_size_limit = 8388608");
   catalog();
 }
 
@@ -24,6 +31,7 @@ std::shared_ptr<const Catalog> SqliteStore::catalog() const {
   const std::int64_t schema = version.integer(0);
   if (catalog_ && schema == schema_) return catalog_;
   catalog_ = std::make_shared<const Catalog>(readCatalog(*writer_));
+  keepsCounts_ = sqlite::keepsCounts(*writer_, *catalog_);
   schema_ = schema;
   return catalog_;
 }
@@ -34,24 +42,34 @@ Version SqliteStore::version() const {
   return {commits_, foreign.integer(0)};
 }
 
-bool SqliteStore::unchangedSince(const Version& since, const std::vector<std::string>& tables) const {
-  if (version().foreign != since.foreign) return false;
-  return std::none_of(tables.begin(), tables.end(), [&](const std::string& name) {
-    const auto change = changed_.find(tableNamed(*catalog_, name).name);
-    return change != changed_.end() && change->second > since.own;
-  });
+WriteCounts SqliteStore::countsSeen(const Version& version) const {
+  constexpr std::int64_t foreignCommit = std::int64_t{1} << 40;  // more rows than a process writes
+  WriteCounts counts;
+  for (const TableInfo& table : catalog_->tables()) {
+    const std::string name = foldName(table.name);
+    const auto rows = written_.find(name);
+    counts[name] = version.foreign * foreignCommit + (rows == written_.end() ? 0 : rows->second);
+  }
+  return counts;
 }
 
 std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
   // Asked before the transaction begins: a commit that comes in between is seen, and at worst seen twice.
-  const Version now = version();
+  Version now = version();
   if (auto live = current_.lock(); live && live->version() == now) return live;
+  if (readers_->pins().size() >= heldVersions && !relieving_) {
+    relieve(Relief::Newest);
+    now = version();
+    if (auto live = current_.lock(); live && live->version() == now) return live;
+  }
   auto snapshot = std::make_shared<SqliteSnapshot>(shared_from_this(), now, std::make_shared<Pin>(readers_));
   current_ = snapshot;
   return snapshot;
 }
 
 std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& written) {
+  // Somebody may be waiting for all readers, and keep this write waiting until then.
+  if (log_.isPressing()) relieve(Relief::None);
   try {
     Statement statement = writer_->prepare(written.text);
     statement.bind(written.values);
@@ -62,7 +80,10 @@ std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& writ
     throw;
   }
   const std::int64_t rows = writer_->changes();
-  if (rows > 0) changed_[table.name] = ++commits_;
+  if (rows > 0) {
+    ++commits_;
+    written_[foldName(table.name)] += rows;
+  }
   return rows;
 }
 
@@ -86,33 +107,64 @@ void SqliteStore::execute(const sql::Update& resolved, const sql::Parameters& pa
   write(tableNamed(*catalog_, resolved.table), sql::write(resolved, parameters, engine()));
 }
 
-// Moves what the log holds into the file, as far as the versions still held allow. True if nothing is left.
-bool SqliteStore::foldLog() {
-  int logged = 0, folded = 0;
-  const int code =
-      sqlite3_wal_checkpoint_v2(writer_->handle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, &logged, &folded);
-  return code == SQLITE_OK && logged == folded;
+void SqliteStore::relieve(Relief relief) {
+  const auto reliever = reliever_.lock();
+  if (!reliever || relieving_) return;
+  relieving_ = true;
+  (*reliever)(relief);
+  relieving_ = false;
 }
 
-// A folded log begins again from its start once nobody reads in it. The current version then stands in the
-// file as well: whoever holds it is moved there.
+// A folded log begins again from its start with the next write, once nobody reads in it. The current version
+// then stands in the file as well: whoever holds it is moved there.
 void SqliteStore::leaveLog() {
   const auto live = current_.lock();
   if (!live) return;
-  auto pin = std::make_shared<Pin>(readers_);
+  auto pin = std::make_shared<Pin>(readers_, live->since());
   // The same before and after: what the pin shows is what the snapshot shows.
   if (version() == live->version()) live->moveTo(std::move(pin));
 }
 
-void SqliteStore::idle() {
-  const Connection::Impatience atOnce(*writer_);
-  try {
-    const Version before = version();
-    if (folded_ == before || !foldLog()) return;
+void SqliteStore::foldLog() {
+  const Version before = version();
+  if (!log_.fold()) return log_.triedInVain();
+  if (const auto live = current_.lock(); !live || live->version() == before) {
+    leaveLog();
     folded_ = before;
-    if (const auto live = current_.lock(); live && live->version() == before) leaveLog();
+  }
+}
+
+void SqliteStore::idle() {
+  try {
+    const Version now = version();
+    // Where others write as well, a workstation at rest must not stand in the way of their folding.
+    const bool alone = !relieved_ || relieved_->foreign == now.foreign;
+    relieved_ = now;
+    relieve(alone ? Relief::Newest : Relief::None);
+    if (folded_ != now) {
+      foldLog();
+    } else if (truncated_ != now && log_.truncate()) {
+      truncated_ = now;
+    }
+    record_.write(*readers_);
   } catch (const StoreError&) {
     // Another time will do: nothing is lost while it stands in the log.
+  }
+}
+
+void SqliteStore::pause() {
+  if (!log_.isLong()) return;
+  try {
+    if (log_.isPressing()) {
+      relieve(Relief::None);
+      if (!log_.foldForAll()) log_.triedInVain();
+    } else {
+      relieve(Relief::Newest);
+      foldLog();
+      log_.triedInVain();  // until the next write starts it over
+    }
+    record_.write(*readers_);
+  } catch (const StoreError&) {
   }
 }
 

@@ -8,13 +8,16 @@
 #include "data/sql/Writer.h"
 #include "data/store/Store.h"
 #include "data/store/sqlite/Connection.h"
+#include "data/store/sqlite/HolderRecord.h"
+#include "data/store/sqlite/Log.h"
 #include "data/store/sqlite/Readers.h"
 #include "data/store/sqlite/SqliteSnapshot.h"
 
 namespace tavoline::sqlite {
 
 /// The store in one SQLite file with a write-ahead log: one writing connection, and a reading one for each
-/// version that somebody holds.
+/// version that somebody holds. Before a further version is taken, and whenever the log is to be folded,
+/// those who hold versions are asked to let go.
 class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStore> {
  public:
   SqliteStore(const std::string& path, std::unique_ptr<Connection> writer);
@@ -26,24 +29,36 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   void update(const std::string& table, RowId row, const FieldValues& fields) override;
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
+  void relieveBy(std::weak_ptr<const Reliever> reliever) override { reliever_ = std::move(reliever); }
   void idle() override;
+  void pause() override;
 
   Version version() const;  ///< Throws StoreError.
-  bool unchangedSince(const Version& version, const std::vector<std::string>& tables) const;
+  bool keepsCounts() const { return keepsCounts_; }
+  /// What stands for the counts in a store that keeps none: all tables count whatever others commit.
+  WriteCounts countsSeen(const Version& version) const;
 
  private:
   std::int64_t write(const TableInfo& table, const sql::Written& written);
-  bool foldLog();
+  void relieve(Relief relief);
+  void foldLog();
   void leaveLog();
 
   std::unique_ptr<Connection> writer_;
+  Log log_;
   mutable std::shared_ptr<const Catalog> catalog_;  // as read at `schema_`
   mutable std::int64_t schema_ = 0;                 // the engine's count of changed definitions
   std::shared_ptr<Readers> readers_;
+  mutable bool keepsCounts_ = false;  // at `schema_`
   std::uint64_t commits_ = 0;
-  std::unordered_map<std::string, std::uint64_t> changed_;  // the commit that last wrote to a table
+  WriteCounts written_;  // by this process
   std::weak_ptr<SqliteSnapshot> current_;
-  std::optional<Version> folded_;  // the version whose log was last folded entirely
+  std::weak_ptr<const Reliever> reliever_;
+  bool relieving_ = false;
+  std::optional<Version> relieved_;   // the version at the latest quiet moment
+  std::optional<Version> folded_;     // the version whose log was last folded entirely
+  std::optional<Version> truncated_;  // ... and made an empty file
+  HolderRecord record_;
 };
 
 }  // namespace tavoline::sqlite
