@@ -26,7 +26,7 @@ TEST(Process, AChoreIsDoneAgainAfterEachRest) {
   Session session;
   session.play("start");
   int chores = 0;
-  const IdleWatch idle([&] { ++chores; }, 1);
+  const IdleWatch idle([&] { ++chores; }, [] {}, 1);
   session.at.waitUntil([&] { return chores >= 2; });
 }
 
