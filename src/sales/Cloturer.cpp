@@ -6,6 +6,7 @@
 #include "sales/Commande_avnU.h"
 #include "sales/OrderRow.h"
 #include "sales/RenduU.h"
+#include "shell/Entry.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/Report.h"
@@ -13,6 +14,7 @@
 namespace tavoline {
 
 void TCommande_avnF::CloturerClick() {
+  finishTap();
   if (DM->operation["id_caisse_active"].isNull())
     return ShowMessage("vous n'avez pas d'accés a la caisse pour cloturer cette commande");
   Label8->Caption(DBText3->Caption());
@@ -24,16 +26,22 @@ void TCommande_avnF::CloturerClick() {
   DM->commande.Post();
   DM->Table_.Edit();
   DM->Table_.Post();
-  DM->commande.FilterBy("n_commande=" + inQuotes(Label8->Caption()));
-  DM->sum_commande.FilterBy("n_commande=" + inQuotes(Label8->Caption()));
+  filterOrder(Label8->Caption());
+  demandNumber(DM->sum_commande["SumOftotal"], "le total de la commande");
+  demandNumber(DM->commande["remise"], "la remise de la commande");
+  if (DM->TVA["utilisation"] == "OUI") demandNumber(DM->TVA["tva"], "le taux de TVA");
   finishOrder();
   writeDateParts();
   writeDiscount();
   writeTax();
   writeTotal();
-  creditDesk();
+  if (unfinished_.credited != Label8->Caption()) creditDesk();
+  unfinished_.credited = Label8->Caption();
   filterTickets();
-  freeTable();
+  orElse([this] { freeTable(); }, [] { DM->Table_.Cancel(); },
+         "La commande est terminée et la caisse est créditée, mais la table n'est pas encore libérée.\n"
+         "Touchez encore « Cloturer la Table » : la caisse ne sera pas créditée deux fois.");
+  unfinished_.credited.clear();
   RenduF->ShowModal();
 }
 
@@ -58,7 +66,9 @@ void TCommande_avnF::creditDesk() {
   DM->Caisse.FilterBy("id_caise=" + inQuotes(MenuF->DBText4->Caption()));
   DM->Caisse.Edit();
   DM->Caisse["solde"] = DM->Caisse["solde"] + DM->commande["tcc"];
-  DM->Caisse.Post();
+  orElse([] { DM->Caisse.Post(); }, [] { DM->Caisse.Cancel(); },
+         "La commande est terminée, mais la caisse n'est pas encore créditée et la table n'est pas libérée.\n"
+         "Touchez encore « Cloturer la Table ».");
   DM->Caisse.Filtered(false);
 }
 

@@ -96,6 +96,9 @@ std::string TCommande_avnF::ofTheOrder() {
 
 /// Adds one of the tapped article to the order, or one more of it at the article's price of the moment.
 void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
+  const bool repeated = (unfinished_.stock || unfinished_.table) && Label6->Caption() == senderCaption;
+  finishTap();
+  if (repeated) return;
   DM->commande.Refresh();
   DM->Table_.Refresh();
   DM->Article.Refresh();
@@ -109,6 +112,7 @@ void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
     tapWithoutStock();
   else if (DBText11->Caption() == "OUI")
     tapFromStock();
+  RzDBGrid1->Mark("code_article", DM->Article["code_barre"]);
 }
 
 void TCommande_avnF::tapWithoutStock() {
@@ -117,30 +121,60 @@ void TCommande_avnF::tapWithoutStock() {
     reopenLines();
   } else {
     insertLine();
+    unfinished_.table = true;
     reopenLines();
-    markTable();
+    markTapped();
   }
   DM->Table_.Filtered(false);
 }
 
 void TCommande_avnF::tapFromStock() {
   if (readInteger(DBText13->Caption()) < 1) return ShowMessage("STOCK=0");
+  unfinished_.article = DBText4->Caption();
   if (lineExists()) {
     Label7->Caption(DM->relation_commande["qte"].text());
     updateLine();
-    DM->Article.Edit();
-    DM->Article["qte_stock"] =
-        DM->Article["qte_stock"] - DM->relation_commande["qte"] + readInteger(Label7->Caption());
-    DM->Article.Post();
+    takeFromStock(DM->relation_commande["qte"] - readInteger(Label7->Caption()));
     reopenLines();
   } else {
     insertLine();
-    DM->Article.Edit();
-    DM->Article["qte_stock"] = DM->Article["qte_stock"] - DM->relation_commande["qte"];
-    DM->Article.Post();
+    unfinished_.table = true;
+    takeFromStock(DM->relation_commande["qte"]);
     reopenLines();
-    markTable();
+    markTapped();
   }
+  DM->Table_.Filtered(false);
+}
+
+void TCommande_avnF::takeFromStock(const Value& taken) {
+  unfinished_.stock = true;
+  unfinished_.taken = taken;
+  DM->Article.Edit();
+  DM->Article["qte_stock"] = DM->Article["qte_stock"] - taken;
+  orElse([] { DM->Article.Post(); }, [] { DM->Article.Cancel(); },
+         "La ligne est dans la commande, mais son stock n'est pas encore diminué.\nTouchez encore l'article "
+         ": il "
+         "ne sera pas compté deux fois.");
+  unfinished_.stock = false;
+}
+
+void TCommande_avnF::markTapped() {
+  orElse([this] { markTable(); }, [] { DM->Table_.Cancel(); },
+         "La ligne est dans la commande, mais la table n'est pas encore marquée occupée.\nTouchez encore "
+         "l'article : il ne sera pas compté deux fois.");
+  unfinished_.table = false;
+}
+
+/// What a tap still owes, because the store refused it: its line stands, and is not added again.
+void TCommande_avnF::finishTap() {
+  if (!unfinished_.stock && !unfinished_.table) return;
+  if (unfinished_.stock) {
+    DM->Article.Reopen();
+    DM->Article.FilterBy("code_barre=" + inQuotes(unfinished_.article));
+    takeFromStock(unfinished_.taken);
+  }
+  reopenLines();
+  if (unfinished_.table) markTapped();
   DM->Table_.Filtered(false);
 }
 
@@ -157,7 +191,7 @@ void TCommande_avnF::updateLine() {
   DM->relation_commande["qte"] = DM->relation_commande["qte"] + 1;
   DM->relation_commande["prix"] = DM->Article["prix_vente"];
   DM->relation_commande["total"] = DM->relation_commande["qte"] * DM->relation_commande["prix"];
-  DM->relation_commande.Post();
+  postLine();
 }
 
 void TCommande_avnF::insertLine() {
@@ -169,7 +203,12 @@ void TCommande_avnF::insertLine() {
   DM->relation_commande["qte"] = 1;
   DM->relation_commande["prix"] = DM->Article["prix_vente"];
   DM->relation_commande["total"] = DM->relation_commande["qte"] * DM->relation_commande["prix"];
-  DM->relation_commande.Post();
+  postLine();
+}
+
+/// A line that is refused does not wait: the next tap would post it, and add its own.
+void TCommande_avnF::postLine() {
+  orElse([] { DM->relation_commande.Post(); }, [] { DM->relation_commande.Cancel(); }, "");
 }
 
 void TCommande_avnF::reopenLines() {
@@ -197,12 +236,20 @@ void TCommande_avnF::RzDBGrid1CellClick() {
 void TCommande_avnF::SuppClick() {
   if (DM->relation_commande1.Eof()) return;
   if (!Confirm("voulez-vous vraiment supprimer ", "confirmation")) return;
-  if (DM->Article["desto"] == "OUI") {
+  const std::string line = DBText15->Caption() + " " + DBText14->Caption();
+  if (DM->Article["desto"] == "OUI" && unfinished_.returned != line) {
     DM->Article.Edit();
     DM->Article["qte_stock"] = DM->Article["qte_stock"] + DM->relation_commande1["qte"];
-    DM->Article.Post();
+    orElse([] { DM->Article.Post(); }, [] { DM->Article.Cancel(); }, "");
+    unfinished_.returned = line;
   }
-  DM->relation_commande1.Delete();
+  orElse(
+      [] { DM->relation_commande1.Delete(); }, [] {},
+      unfinished_.returned == line
+          ? "Le stock est rendu, mais la ligne est encore dans la commande.\nSupprimez-la encore : le stock "
+            "ne sera pas rendu deux fois."
+          : "");
+  unfinished_.returned.clear();
   DM->relation_commande.Reopen();
   DM->sum_commande.Reopen();
 }
@@ -240,6 +287,7 @@ void TCommande_avnF::filterTickets() {
 
 /// Leaves the order waiting on its table; it stays "Encours" and its totals stay as they were.
 void TCommande_avnF::EnregistrerClick() {
+  finishTap();
   if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
   DM->commande.Edit();
   DM->commande["login"] = DBText8->Caption();
@@ -269,7 +317,7 @@ void TCommande_avnF::FermerClick() {
   if (!DBText15->Caption().empty()) return;
   freeTable();
   MenuF->Label2->Caption("");
-  DM->commande.Delete();
+  if (!DM->commande.RowGone()) DM->commande.Delete();
   RzPanel10->setVisible(false);
   DM->commande.Reopen();
   DM->C.Reopen();

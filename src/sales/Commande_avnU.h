@@ -4,6 +4,7 @@
 #include <string>
 
 #include "data/value/Value.h"
+#include "sales/Unfinished.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_Commande_avnU.h"
 
@@ -50,12 +51,19 @@ class TCommande_avnF : public TForm, public Ui::Commande_avnF {
   bool lineExists();
   void updateLine();
   void insertLine();
+  void postLine();
   void reopenLines();
   void markTable();
+
+  void finishTap();
+  void takeFromStock(const Value& taken);
+  void markTapped();
 
   void finishOrder();
   void writeTotal();
   void creditDesk();
+
+  Unfinished unfinished_;
 };
 
 extern TCommande_avnF* Commande_avnF;

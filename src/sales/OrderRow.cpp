@@ -1,6 +1,8 @@
 #include "sales/OrderRow.h"
 
 #include "data/DMU.h"
+#include "data/value/Errors.h"
+#include "data/value/Text.h"
 
 namespace tavoline {
 
@@ -26,6 +28,16 @@ void writeTax() {
   else
     DM->commande["TVA"] = 0;
   DM->commande.Post();
+}
+
+void filterOrder(const std::string& number) {
+  DM->commande.FilterBy("n_commande=" + inQuotes(number));
+  DM->sum_commande.FilterBy("n_commande=" + inQuotes(number));
+  if (DM->commande.Eof())
+    throw DatasetError(
+        "La commande n° " + number +
+        " a été supprimée par un autre poste : rien n'est enregistré. Supprimez ses lignes par "
+        "« Supp », puis quittez-la par « Fermer ».");
 }
 
 void filterTable(const std::string& name) {

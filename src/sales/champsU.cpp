@@ -1,7 +1,6 @@
 #include "sales/champsU.h"
 
 #include "data/DMU.h"
-#include "data/value/Text.h"
 #include "sales/Commande_avnU.h"
 #include "sales/OrderRow.h"
 #include "sales/commandeU.h"
@@ -31,8 +30,7 @@ void TchampsF::EnregistrerClick() {
   DM->commande.Post();
   DM->Table_.Edit();
   DM->Table_.Post();
-  DM->commande.FilterBy("n_commande=" + inQuotes(Label9->Caption()));
-  DM->sum_commande.FilterBy("n_commande=" + inQuotes(Label9->Caption()));
+  filterOrder(Label9->Caption());
   writeTypedDiscount();
   writeDiscount();
   writeTax();

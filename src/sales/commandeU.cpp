@@ -8,6 +8,7 @@
 #include "sales/Commande_avnU.h"
 #include "sales/OrderRow.h"
 #include "sales/TablePictures.h"
+#include "sales/Unfinished.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Messages.h"
 
@@ -60,7 +61,7 @@ void TcommandeF::addTile(int counter) {
   tile->setObjectName(QStringLiteral("btn%1").arg(counter));
   tile->Caption(DM->Table_["table"].text());
   tile->setFont(QFont(QStringLiteral("Arial"), 12, QFont::Bold));
-  tile->captionX = 15;
+  tile->captionX = tile->captionRight = 15;  // within the edge of the drawn table
   tile->captionPlace = Qt::AlignVCenter;
   if (DM->Table_["etat"] == "OFF") tile->Picture(Image1->pixmap());
   if (DM->Table_["etat"] == "ON") tile->Picture(Image2->pixmap());
@@ -113,6 +114,20 @@ void TcommandeF::reopenOrder(const std::string& name) {
 
 void TcommandeF::startOrder(const std::string& name) {
   Commande_avnF->RzLabel3->Caption(name);
+  const bool begun = begun_ == name && DM->commande.Locate("n_commande", begunOrder_);
+  if (!begun) insertOrder(name);
+  orElse(
+      writeDateParts, [] { DM->commande.Cancel(); },
+      "La commande est commencée, mais sa table n'est pas encore prise.\nTouchez encore la table : la même "
+      "commande s'ouvrira.");
+  begun_.clear();
+  DM->relation_commande1.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
+  DM->sum_commande.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
+  dockOrderEntry();
+  lockTable(name);
+}
+
+void TcommandeF::insertOrder(const std::string& name) {
   DM->commande.Insert();
   Commande_avnF->Label4->Caption("insert");
   DM->commande["date_commande"] = Clock::now();
@@ -127,11 +142,8 @@ void TcommandeF::startOrder(const std::string& name) {
   DM->commande["etat_commande"] = "Encours";
   DM->commande["en_caisser"] = "no";
   DM->commande.Post();
-  writeDateParts();
-  DM->relation_commande1.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
-  DM->sum_commande.FilterBy("n_commande=" + inQuotes(DBText1->Caption()));
-  dockOrderEntry();
-  lockTable(name);
+  begun_ = name;
+  begunOrder_ = DM->commande["n_commande"];
 }
 
 void TcommandeF::dockOrderEntry() {
@@ -146,7 +158,9 @@ void TcommandeF::lockTable(const std::string& name) {
   filterTable(name);
   DM->Table_.Edit();
   DM->Table_["control"] = "close";
-  DM->Table_.Post();
+  orElse([] { DM->Table_.Post(); }, [] {},
+         "La commande est ouverte ici, mais la table n'est pas encore réservée à ce poste. Elle le sera au "
+         "prochain article.");
 }
 
 }  // namespace tavoline

@@ -30,8 +30,12 @@ class TcommandeF : public TForm, public Ui::commandeF {
   void readSaleAfresh();
   void reopenOrder(const std::string& name);
   void startOrder(const std::string& name);
+  void insertOrder(const std::string& name);
   void dockOrderEntry();
   void lockTable(const std::string& name);
+
+  std::string begun_;  // the table whose order was inserted and whose further steps the store refused
+  Value begunOrder_;   // its number
 };
 
 extern TcommandeF* commandeF;

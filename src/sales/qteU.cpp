@@ -4,6 +4,7 @@
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "sales/Commande_avnU.h"
+#include "shell/Entry.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
@@ -16,13 +17,23 @@ TqteF::TqteF() : TForm("qteF") {
   Ready();
 }
 
+/// A quantity that is given up does not wait for the next tap to store it.
+void TqteF::CloseCommand() {
+  DM->relation_commande1.Cancel();
+  Close();
+}
+
 void TqteF::EnregistrerClick() {
   DM->Article.Reopen();
   DM->Article.FilterBy("code_barre='" + Commande_avnF->DBText14->Caption() + "'");
+  demandNumber(DM->relation_commande1["qte"], "la quantité");
   if (Commande_avnF->DBText11->Caption() != "OUI") return saveLine();
   if (!stockSuffices()) return ShowMessage("stock insuffisant");
   takeFromStock();
-  saveLine();
+  orElse(
+      [this] { saveLine(); }, [this] { Label2->Caption(DM->relation_commande1["qte"].text()); },
+      "Le stock est ajusté, mais la ligne n'est pas encore enregistrée.\nTouchez encore « Enregistrer » : le "
+      "stock ne sera pas ajusté deux fois.");
 }
 
 /// What the line held before comes back first, so that it counts as stock.

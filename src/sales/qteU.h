@@ -15,6 +15,9 @@ class TqteF : public TForm, public Ui::qteF {
 
   void EnregistrerClick();
 
+ protected:
+  void CloseCommand() override;
+
  private:
   bool stockSuffices();
   void takeFromStock();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/dataset/Dataset.h"
+#include "data/value/Errors.h"
 #include "data/value/Text.h"
 #include "shell/MenuU.h"
 #include "toolkit/controls/DBImage.h"
@@ -45,6 +46,11 @@ bool mandatory(const EntryInputs& inputs, std::string_view message) {
   if (!filledIn(inputs, message)) return false;
   paintRed(inputs, false);
   return true;
+}
+
+void demandNumber(const Value& value, const std::string& what) {
+  if (value.isNull())
+    throw ConversionError("Il manque un nombre : " + what + " est vide. Rien n'est enregistré.");
 }
 
 void deleteOnConsent(Dataset& rows) {

@@ -63,6 +63,10 @@ void givesUp(Dataset& rows, TForm& entry, Button* Fermer, const EntryInputs& pai
 /// The key of a row about to be inserted: the number that `highest` shows plus one, 1 where it shows nothing.
 /// The aggregate behind it is to be reopened before.
 Value nextNumber(DBText& highest);
+/// Throws ConversionError, `what` being told, for a value that is no number: nothing is to be computed with
+/// it or kept.
+void demandNumber(const Value& value, const std::string& what);
+
 /// Deletes the current row once the user has agreed; asks nothing and does nothing at Eof.
 void deleteOnConsent(Dataset& rows);
 /// Makes the list's "Supprimer" do that.

@@ -30,6 +30,8 @@ TLoginF::TLoginF() : TForm("LoginF") {
 void TLoginF::FormShow() {
   RzEdit1->setEchoMode(QLineEdit::Password);  // a finger that revealed a password never leaves the button
   RzEdit4->setEchoMode(QLineEdit::Password);
+  showPasswordChange(false);  // one that somebody began and left is not the next user's
+  RzEdit4->Clear();
   RzEdit2->SetFocus();
 }
 

@@ -49,9 +49,8 @@ inline const std::string kTable = "\nstored etat, control, n_commande from Table
 inline const Gesture Gestures[] = {
     {"taking a table", 3, "", "tap T1", "", "in Commande_avnF\nchoose DBLookupListBox1 1\ntap Café" + kLines,
      "1 | Café | 100 | 100\n"},
-    // The refused line waited, and is posted first.
-    {"the first tap", 3, kOrder, "tap Café", "", "tap Café" + kLines, "2 | Café | 100 | 200\n"},
-    {"the second tap", 2, kOrder + "tap Café", "tap Café", "", "tap Café" + kLines, "3 | Café | 100 | 300\n"},
+    {"the first tap", 3, kOrder, "tap Café", "", "tap Café" + kLines, "1 | Café | 100 | 100\n"},
+    {"the second tap", 2, kOrder + "tap Café", "tap Café", "", "tap Café" + kLines, "2 | Café | 100 | 200\n"},
     {"saving a quantity", 2, kOrder + "tap Café\ntap Qte\nover qteF.RzDBSpinEdit1 3", "tap qteF.Enregistrer",
      "", "tap qteF.Enregistrer" + kLines, "3 | Café | 100 | 300\n"},
     {"removing a line", 2, kOrder + "tap Café\nanswer Oui", "tap Supp", "", "answer Oui\ntap Supp" + kLines,

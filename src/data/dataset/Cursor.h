@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ class Cursor {
   virtual bool prior() = 0;
   /// Whether there is a current row; finds it if the position is still unread.
   virtual bool onRow() = 0;
+  /// The stored row on which the position is known to stand; none before it is read, or without rows that are
+  /// known one by one.
+  virtual std::optional<RowId> standing() const { return std::nullopt; }
   /// Of the current row, which must exist.
   virtual Value value(std::size_t column) = 0;
   virtual std::vector<Value> values() = 0;  ///< Pictures left out (null) unless they were asked for.

@@ -62,6 +62,7 @@ void Dataset::Close() {
   dropPending();
   leaveEditing();
   state_ = DatasetState::Inactive;
+  refreshed_.reset();
   cursor_.reset();
   columns_.clear();
   columnByName_.clear();
@@ -128,6 +129,7 @@ void Dataset::move(bool (Cursor::*step)(), bool& flag) {
   Cursor& cursor = open("ce déplacement");
   endPending();
   const bool moved = (cursor.*step)();
+  refreshed_.reset();
   eof_ = bof_ = false;
   flag = !moved;
   notify(DataEvent::Row);
@@ -153,6 +155,7 @@ void Dataset::MoveTo(std::size_t record) {
   Cursor& cursor = open("ce déplacement");
   endPending();
   if (!cursor.moveTo(record)) return;
+  refreshed_.reset();
   eof_ = bof_ = false;
   notify(DataEvent::Row);
 }
@@ -163,6 +166,7 @@ bool Dataset::Locate(std::string_view field, const Value& value) {
   const Value wanted = value.as(columns_[index].type);
   endPending();
   if (!cursor.locate(index, wanted)) return false;
+  refreshed_.reset();
   eof_ = bof_ = false;
   notify(DataEvent::Row);
   return true;
@@ -193,7 +197,7 @@ Value Dataset::ValueAt(std::size_t record, std::size_t index) {
 }
 
 int Dataset::RecordNumber() {
-  return state_ == DatasetState::Insert ? -1 : open("cette lecture").record();
+  return state_ == DatasetState::Insert || RowGone() ? -1 : open("cette lecture").record();
 }
 
 // --- Filter
@@ -206,6 +210,7 @@ void Dataset::applyFilter(const std::string& text, bool on) {
   if (editing()) sql::resolveFilter(filter, columns_);
   endPending();
   cursor_->filter(filter);
+  refreshed_.reset();
   eof_ = bof_ = false;
 }
 

@@ -69,8 +69,11 @@ class Dataset {
   /// Deletes the current row at once; the next one, or else the one before, becomes current. In insert state
   /// a Cancel. If the store refuses, throws and leaves state, values and typed text as they were.
   void Delete();
-  /// Newer values for the same rows and this position; a pending change is ended first.
+  /// Newer values for the same rows and this position; a pending change is ended first. If the current row
+  /// has gone by the hand of another workstation, RowGone is true until the position is moved, and reading a
+  /// field, writing one and Delete throw DatasetError: a gesture does not go on with another row.
   void Refresh();
+  bool RowGone();
 
   const std::string& Filter() const { return filterText_; }
   void Filter(std::string text);
@@ -115,7 +118,7 @@ class Dataset {
   /// Counts some `records` more, for who does it bit by bit; true when all are counted.
   bool CountOn(std::size_t records);
   Value ValueAt(std::size_t record, std::size_t column);
-  int RecordNumber();  ///< Of the current row; -1 for none or a row in insert state.
+  int RecordNumber();  ///< Of the current row; -1 for none, one that has gone, or a row in insert state.
   void MoveTo(std::size_t record);
   /// Stands on the first visible row whose field equals the value; false, and no move, if there is none.
   bool Locate(std::string_view field, const Value& value);
@@ -140,6 +143,7 @@ class Dataset {
   std::size_t column(std::string_view name) const;
   bool editing() const { return state_ == DatasetState::Edit || state_ == DatasetState::Insert; }
   void move(bool (Cursor::*step)(), bool& flag);
+  void demandRow();
   void endPending();
   void leaveEditing();
   void giveUpPending();
@@ -162,8 +166,9 @@ class Dataset {
   DatasetState state_ = DatasetState::Inactive;
   bool eof_ = false, bof_ = false;
   bool modified_ = false;
-  std::vector<Value> pending_;  // the row in edit or insert state
-  std::vector<bool> touched_;   // which of its fields were written
+  std::optional<RowId> refreshed_;  // the row that was current at a Refresh, until the position is moved
+  std::vector<Value> pending_;      // the row in edit or insert state
+  std::vector<bool> touched_;       // which of its fields were written
 
   std::string filterText_;
   bool filtered_ = false;

@@ -47,6 +47,7 @@ void Dataset::Post() {
     if (touched_[i]) written.emplace_back(i, pending_[i]);
   if (state_ == DatasetState::Insert) {
     cursor.insert(*store_, written);
+    refreshed_.reset();
     eof_ = bof_ = false;
   } else if (!written.empty()) {
     cursor.update(*store_, written);
@@ -66,7 +67,9 @@ void Dataset::Delete() {
   Cursor& cursor = open("cette suppression");
   if (state_ == DatasetState::Insert) return Cancel();
   if (!cursor.onRow()) throw DatasetError("Il n'y a rien à supprimer dans « " + name_ + " ».");
+  demandRow();
   cursor.erase(*store_);
+  refreshed_.reset();
   dropPending();
   leaveEditing();
   eof_ = bof_ = false;
@@ -80,8 +83,22 @@ void Dataset::Refresh() {
                           &sql::Item::name))
     throw StatementError("Les colonnes de « " + name_ + " » ont changé dans les données. Actualisez.");
   endPending();
+  if (!refreshed_) refreshed_ = cursor.standing();
   cursor.refresh(store_->snapshot());
   notify(DataEvent::Rows);
+}
+
+bool Dataset::RowGone() {
+  if (!refreshed_ || !cursor_ || state_ == DatasetState::Insert) return false;
+  return !cursor_->onRow() || cursor_->standing() != refreshed_;
+}
+
+void Dataset::demandRow() {
+  if (RowGone())
+    throw DatasetError(
+        "La ligne en cours de « " + name_ +
+        " » n'est plus là : un autre poste l'a supprimée ou changée. L'opération s'arrête ici et "
+        "n'écrit rien de plus. Quittez l'écran, puis recommencez.");
 }
 
 void Dataset::Settle(const std::shared_ptr<const Snapshot>& newest) {
@@ -123,6 +140,7 @@ std::size_t Dataset::column(std::string_view name) const {
 Value Dataset::FieldValue(std::string_view name) {
   Cursor& cursor = open("cette lecture");
   const std::size_t index = column(name);
+  demandRow();
   if (!editing()) return cursor.onRow() ? cursor.value(index) : Value();
   giveUpPending();
   // A picture is read only when asked for, so an edited row holds the one that was written to it, if any.
@@ -137,6 +155,7 @@ void Dataset::SetFieldValue(std::string_view name, const Value& value) {
   if (!editing())
     refuseMisuse("« " + name_ + " » n'est pas en cours de saisie : le champ « " + std::string(name) +
                  " » ne peut pas être rempli.");
+  demandRow();
   pending_[index] = value.as(columns_[index].type);
   touched_[index] = true;
   modified_ = true;

@@ -65,6 +65,19 @@ bool TableCursor::prior() {
   return !pageStart_ && load({.from = page_[at_].key, .inclusive = false, .backwards = true});
 }
 
+std::optional<RowId> TableCursor::standing() const {
+  switch (where_) {
+    case Where::Page:
+      return page_[at_].rid;
+    case Where::Own:
+      return ownAt_;
+    case Where::Aside:
+      return lostRow_;
+    default:
+      return std::nullopt;
+  }
+}
+
 /// Finds the current row if the position is not read yet, or its row may have gone.
 bool TableCursor::settle() {
   if (where_ == Where::Unread) return first();

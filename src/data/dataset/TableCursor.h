@@ -19,6 +19,7 @@ class TableCursor : public Cursor {
   bool next() override;
   bool prior() override;
   bool onRow() override { return settle(); }
+  std::optional<RowId> standing() const override;
   Value value(std::size_t column) override;
   std::vector<Value> values() override { return current().values; }
   std::size_t count() override { return rows_.list().count(); }

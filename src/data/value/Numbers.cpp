@@ -118,6 +118,25 @@ std::size_t skipDigits(std::string_view text, std::size_t at) {
   return at;
 }
 
+/// Blanks between two digits group thousands, as the region writes them: an ordinary one, one that does not
+/// break, or a narrow one.
+std::string withoutGrouping(std::string_view text) {
+  std::string plain;
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t blanks = 0;
+    for (const std::string_view blank : {" ", "\u00a0", "\u202f"})
+      if (text.substr(at).starts_with(blank)) blanks = blank.size();
+    const bool between = blanks > 0 && at > 0 && isDigit(text[at - 1]) && at + blanks < text.size() &&
+                         isDigit(text[at + blanks]);
+    if (between) {
+      at += blanks;
+    } else {
+      plain += text[at++];
+    }
+  }
+  return plain;
+}
+
 /// The number with a point for its decimal mark, as the machine reads it; empty if the text is no number.
 std::string machineText(std::string_view text, DecimalMark mark) {
   const std::string& regional = RegionalFormat::current().decimal;
@@ -166,7 +185,7 @@ std::string shortestText(Float v) {
 
 template <class Float>
 Float readNumber(std::string_view text, DecimalMark mark) {
-  const std::string machine = machineText(trimmed(text), mark);
+  const std::string machine = machineText(withoutGrouping(trimmed(text)), mark);
   Float value = 0;
   const auto [end, error] = std::from_chars(machine.data(), machine.data() + machine.size(), value);
   if (machine.empty() || error != std::errc() || end != machine.data() + machine.size()) notANumber(text, "");
@@ -204,7 +223,8 @@ std::string formatPattern(std::string_view pattern, double v) {
 }
 
 std::int64_t readInteger(std::string_view text) {
-  std::string_view body = trimmed(text);
+  const std::string digits = withoutGrouping(trimmed(text));
+  std::string_view body = digits;
   if (!body.empty() && body.front() == '+' && body.size() > 1 && isDigit(body[1])) body.remove_prefix(1);
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(body.data(), body.data() + body.size(), value);

@@ -100,6 +100,7 @@ Value Binding::fieldValue() const {
   Dataset* rows = dataset();
   const std::string name = field_.toStdString();
   if (!rows || !rows->Active() || rows->ColumnIndex(name) < 0) return {};
+  if (Displaying::now() && rows->RowGone()) return {};
   return rows->FieldValue(name);
 }
 

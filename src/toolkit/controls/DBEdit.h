@@ -7,8 +7,9 @@ namespace tavoline {
 
 /// An input on one field. The first key puts the dataset into edit state; the typed text waits in the control
 /// and is given up when the dataset asks for it, or when the focus leaves. Text that does not convert to the
-/// field throws and goes on waiting. A tap on a number selects it, to be typed over. A plain input as long as
-/// it has no data source.
+/// field throws and goes on waiting. An input with the
+/// property `numberDue` takes no empty text: handlers compute with it. A tap on a number selects it, to be
+/// typed over. A plain input as long as it has no data source.
 class DBEdit : public Edit, public TextBinding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)

@@ -22,6 +22,7 @@ namespace {
 constexpr int rowPixels = 48;      // pixels: a finger's width
 constexpr int countingPause = 5;   // ms between two steps of counting, for whatever else is to be done
 constexpr int restingPause = 120;  // ms without a movement before columns are widened
+constexpr int markTime = 500;      // ms
 constexpr std::size_t countedRows = 32768;  // in one step: a few ms
 
 }  // namespace
@@ -42,6 +43,7 @@ DBGrid::DBGrid(QWidget* parent)
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setWordWrap(false);
   setShowGrid(false);
+  setAutoScroll(false);  // to the current row by showCurrentRow alone
   setTabKeyNavigation(false);
   setCornerButtonEnabled(false);
   verticalHeader()->hide();
@@ -95,7 +97,7 @@ void DBGrid::pull() {
     if (dataset()->Active() && !dataset()->CountOn(0)) counting_.start(countingPause, this);
   }
   fit_->now();
-  showCurrentRow();
+  markField_.empty() ? showCurrentRow() : showMark();
   fit_->now();                  // the current row may have brought others into sight
   executeDelayedItemsLayout();  // now, and not after the first paint
   viewport()->update();
@@ -103,6 +105,11 @@ void DBGrid::pull() {
 
 void DBGrid::timerEvent(QTimerEvent* event) {
   if (event->timerId() == resting_.timerId()) return widenAtRest();
+  if (event->timerId() == marking_.timerId()) {
+    marking_.stop();
+    model_->setMarked(-1);
+    return markStale();  // back to the current row
+  }
   if (event->timerId() != counting_.timerId()) return QTableView::timerEvent(event);
   if (!guarded([this] { countOn(); })) counting_.stop();
 }
@@ -126,17 +133,54 @@ void DBGrid::countOn() {
 }
 
 void DBGrid::showCurrentRow() {
+  readCurrentRow();
+  selectCurrentRow();
+  if (model_->current() >= 0) scrollTo(currentIndex());
+}
+
+void DBGrid::readCurrentRow() {
   const bool inserting = !readOnly_ && dataset()->State() == DatasetState::Insert;
   model_->showInserted(inserting);
   const int record = inserting             ? model_->rowCount() - 1
                      : dataset()->Active() ? dataset()->RecordNumber()
                                            : -1;
   model_->setCurrent(record);
+}
+
+void DBGrid::selectCurrentRow() {
+  const int record = model_->current();
   if (record < 0 || record >= model_->rowCount()) return clearSelection();
   const int column = std::max(0, currentIndex().column());
-  const QModelIndex cell = model_->index(record, column);
-  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-  scrollTo(cell);
+  selectionModel()->setCurrentIndex(model_->index(record, column),
+                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void DBGrid::Mark(const std::string& field, const Value& value) {
+  markField_ = field;
+  markValue_ = value;
+  markStale();
+}
+
+void DBGrid::showMark() {
+  const std::string field = std::exchange(markField_, {});
+  readCurrentRow();
+  selectCurrentRow();
+  const int row = dataset()->Active() ? dataset()->RecordOf(field, markValue_) : -1;
+  if (row < 0 || row >= model_->rowCount()) return;
+  scrollTo(model_->index(row, 0));
+  model_->setMarked(row);
+  marking_.start(markTime, this);
+}
+
+/// A press on a row shows it as the current one; let go of elsewhere, it was none.
+void DBGrid::mouseReleaseEvent(QMouseEvent* event) {
+  QTableView::mouseReleaseEvent(event);
+  selectCurrentRow();
+}
+
+QItemSelectionModel::SelectionFlags DBGrid::selectionCommand(const QModelIndex& index, const QEvent*) const {
+  if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+  return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
 void DBGrid::standOn(const QModelIndex& index) {
@@ -144,6 +188,7 @@ void DBGrid::standOn(const QModelIndex& index) {
   if (!dataset() || !dataset()->Active() || index.row() >= model_->rowCount()) return;
   if (model_->isInserted(index.row())) return;
   if (dataset()->RecordNumber() != index.row()) dataset()->MoveTo(std::size_t(index.row()));
+  model_->setCurrent(index.row());
 }
 
 void DBGrid::deleteCurrentRow() {

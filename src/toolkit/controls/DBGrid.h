@@ -13,8 +13,9 @@ namespace tavoline {
 
 /// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current
 /// row in view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it
-/// too. Only a visible grid asks its dataset for anything, and only for the rows in sight; those of a long
-/// table are counted bit by bit behind them, and the scroll bar then reaches to the last one.
+/// too. That row is always the one highlighted. Only a visible grid asks its dataset for anything, and only
+/// for the rows in sight; those of a long table are counted bit by bit behind them, and the scroll bar then
+/// reaches to the last one.
 ///
 /// `columns` holds one column a line, in order: "field=Title", then after "|" what applies of "right"
 /// (numbers are right-aligned anyway), "money" (an amount: shown as "00.00", read and edited as it
@@ -54,6 +55,9 @@ class DBGrid : public QTableView, public Binding {
   /// Puts the caret into a cell of the current row, its text selected. Nothing where it cannot be typed in.
   void EditCell(std::string_view field);
   std::string SelectedField() const;  ///< Of the cell that was clicked last; empty for none.
+  /// Scrolls to the first row whose field has this value and marks it for half a second, once the rows are
+  /// shown as they are by then; after that the current row is in view again. The dataset does not move.
+  void Mark(const std::string& field, const Value& value);
 
  protected:
   void pull() override;
@@ -61,7 +65,10 @@ class DBGrid : public QTableView, public Binding {
   void giveUpPending() override;
   void dropPending() override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
   void timerEvent(QTimerEvent* event) override;
   void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -71,6 +78,9 @@ class DBGrid : public QTableView, public Binding {
   class Fit;
   void standOn(const QModelIndex& index);
   void showCurrentRow();
+  void readCurrentRow();
+  void selectCurrentRow();
+  void showMark();
   void deleteCurrentRow();
   void widenAtRest();
   void countOn();
@@ -80,7 +90,9 @@ class DBGrid : public QTableView, public Binding {
   bool refused_ = false;  // what was typed in the open cell
   Model* model_;
   std::unique_ptr<Fit> fit_;
-  QBasicTimer counting_, resting_;
+  QBasicTimer counting_, resting_, marking_;
+  std::string markField_;  // of the row to be marked; empty for none
+  Value markValue_;
   FingerScroll fingers_;
 };
 

@@ -24,6 +24,7 @@ class DBText : public Label, public Binding {
   void pull() override;
   void dataEvent(DataEvent event) override;
   QString heldText() override;
+  bool ofAnyLength() const override { return true; }
 
  private:
   bool written_ = false;

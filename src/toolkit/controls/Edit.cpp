@@ -66,7 +66,8 @@ void Edit::focusLeft() {
 
 void Edit::keyPressEvent(QKeyEvent* event) {
   touched_ = true;
-  if (!pathKey(*event, OnEnter, OnUp, OnDown)) QLineEdit::keyPressEvent(event);
+  if (pathKey(*event, OnEnter, OnUp, OnDown) || pressesDefault(*event, *this)) return;
+  QLineEdit::keyPressEvent(event);
 }
 
 void Edit::mouseReleaseEvent(QMouseEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtWidgets/QScroller>
+#include <QtWidgets/QScrollerProperties>
 #include <QtWidgets/QWidget>
 
 namespace tavoline {
@@ -35,6 +36,10 @@ class FingerScroll {
     on_ = on;
     if (on) {
       QScroller::grabGesture(viewport_, by_);
+      // A press shows at once, and is taken back when a drag begins.
+      QScrollerProperties properties = QScroller::scroller(viewport_)->scrollerProperties();
+      properties.setScrollMetric(QScrollerProperties::MousePressEventDelay, 0);
+      QScroller::scroller(viewport_)->setScrollerProperties(properties);
     } else {
       QScroller::ungrabGesture(viewport_);
     }

@@ -130,14 +130,16 @@ bool FlowPanel::eventFilter(QObject* watched, QEvent* event) {
 void FlowPanel::arrange() {
   if (!std::exchange(dirty_, false)) return;
   QSize room = scroll_->maximumViewportSize();
-  QSize used = layOut(room);
+  QSize used = layOut(room, gap_);
   const bool rows = style_ == LeftRightTopBottom;
-  const bool full = rows ? used.height() > room.height() : used.width() > room.width();
+  const auto over = [&] { return rows ? used.height() > room.height() : used.width() > room.width(); };
+  if (over()) used = layOut(room, gap_ / 2);
+  const bool full = over();
   if (full) {  // once more, beside the scroll bar
     const QSize bars(rows ? scroll_->verticalScrollBar()->sizeHint().width() : 0,
                      rows ? 0 : scroll_->horizontalScrollBar()->sizeHint().height());
     room -= bars;
-    used = layOut(room);
+    used = layOut(room, gap_);
   }
   canvas_->resize(full ? used.expandedTo(rows ? QSize(room.width(), 0) : QSize(0, room.height())) : room);
 
@@ -145,23 +147,25 @@ void FlowPanel::arrange() {
   fingers_.set(full);
 }
 
-QSize FlowPanel::layOut(const QSize& room) {
+/// Tiles one behind the other `gap_` apart, the rows or columns of them `gap` apart.
+QSize FlowPanel::layOut(const QSize& room, int gap) {
   const bool rows = style_ == LeftRightTopBottom;
   const int length = rows ? room.width() : room.height();
-  int along = gap_, across = gap_, thickest = 0;
+  int along = gap_, across = gap, thickest = 0;
   QSize used(0, 0);
   for (QWidget* tile : order_) {
     const QSize size = tile->size();
     const int step = rows ? size.width() : size.height();
     if (along > gap_ && along + step + gap_ > length) {
-      across += thickest + gap_;
+      across += thickest + gap;
       along = gap_;
       thickest = 0;
     }
     const QPoint place = rows ? QPoint(along, across) : QPoint(across, along);
     tile->move(place);
     tile->show();
-    used = used.expandedTo(QSize(place.x() + size.width() + gap_, place.y() + size.height() + gap_));
+    const QSize air = rows ? QSize(gap_, gap) : QSize(gap, gap_);
+    used = used.expandedTo(QSize(place.x(), place.y()) + size + air);
     along += step + gap_;
     thickest = std::max(thickest, rows ? size.height() : size.width());
   }

@@ -25,7 +25,7 @@ class FlowPanel : public QFrame {
   FlowStyle flowStyle() const { return style_; }
   void setFlowStyle(FlowStyle style);
   int gap() const { return gap_; }
-  void setGap(int pixels);  ///< Between tiles, and around them.
+  void setGap(int pixels);  ///< Between tiles, and around them; half of it where a scroll bar is thus spared.
 
   /// The panel becomes its parent; the tile keeps its own size. Its place is given when the event loop comes
   /// round, or when `tiles` is asked.
@@ -51,7 +51,7 @@ class FlowPanel : public QFrame {
 
  private:
   void arrange();
-  QSize layOut(const QSize& room);  // returns the size that the tiles take
+  QSize layOut(const QSize& room, int gap);  // returns the size that the tiles take
   void forget(QObject* tile);
   void scheduleArrange();
 

@@ -1,6 +1,7 @@
 #include "toolkit/controls/Focus.h"
 
 #include <QtGui/QKeyEvent>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QWidget>
 
@@ -40,6 +41,17 @@ bool leavesControl(const QFocusEvent& event) {
     default:
       return true;
   }
+}
+
+bool pressesDefault(QKeyEvent& event, const QWidget& input) {
+  if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) return false;
+  for (QPushButton* button : input.window()->findChildren<QPushButton*>()) {
+    if (!button->isDefault() || !button->isVisible() || !button->isEnabled()) continue;
+    event.accept();
+    button->click();
+    return true;
+  }
+  return false;
 }
 
 bool pathKey(QKeyEvent& event, const std::function<void()>& enter, const std::function<void()>& up,

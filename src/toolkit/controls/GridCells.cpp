@@ -1,6 +1,7 @@
 #include "toolkit/controls/GridCells.h"
 
 #include <QtGui/QPainter>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTableView>
 
 #include "toolkit/controls/FittedText.h"
@@ -25,6 +26,14 @@ FittedText cellText(const QModelIndex& index, const QStyleOptionViewItem& option
 
 int gridPadding(const QWidget& grid) {
   return grid.property("dense").toBool() ? 7 : 12;
+}
+
+QWidget* GridCells::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const {
+  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  if (auto* line = qobject_cast<QLineEdit*>(editor))
+    line->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
+  return editor;
 }
 
 void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

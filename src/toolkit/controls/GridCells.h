@@ -16,6 +16,9 @@ constexpr int FigureRole = Qt::UserRole;
 class GridCells : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+  /// As the cell is aligned, so that a number does not jump when it is typed.
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 

@@ -6,6 +6,7 @@
 
 #include "toolkit/controls/GridCells.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -64,9 +65,12 @@ QVariant DBGrid::Model::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return int(columnAlignment(column));
     case Qt::BackgroundRole:
+      if (index.row() == marked_) return QColor(theme::accent);
       return reading([&] { return colour(index.row(), column); });
     case FigureRole:
       return column.isFigure();
+    case Qt::ToolTipRole:
+      return cut(index) ? data(index, Qt::DisplayRole) : QVariant();
     default:
       return {};
   }
@@ -83,6 +87,11 @@ void DBGrid::Model::showInserted(bool shown) {
     inserted_ = false;
     endRemoveRows();
   }
+}
+
+bool DBGrid::Model::cut(const QModelIndex& index) const {
+  const int room = grid_.columnWidth(index.column()) - 2 * gridPadding(grid_);
+  return grid_.fontMetrics().horizontalAdvance(data(index, Qt::DisplayRole).toString()) > room;
 }
 
 bool DBGrid::Model::setData(const QModelIndex& index, const QVariant& typed, int role) {
@@ -110,7 +119,8 @@ Value DBGrid::Model::value(int record, const GridColumn& column) const {
   Dataset& rows = *grid_.dataset();
   if (column.index < 0 || !rows.Active()) return {};
   // The row being edited shows its values as edited.
-  if (isInserted(record) || (record == current_ && rows.State() == DatasetState::Edit)) {
+  const bool edited = record == current_ && rows.State() == DatasetState::Edit && !rows.RowGone();
+  if (isInserted(record) || edited) {
     const Displaying display;
     return rows.FieldValue(column.field);
   }

@@ -26,6 +26,7 @@ class DBGrid::Model : public QAbstractTableModel {
   /// Writes what was typed in a cell; throws if its field refuses it. Nothing for the text that it has.
   void write(const QModelIndex& cell, const QString& typed);
   int current() const { return current_; }
+  void setMarked(int record) { marked_ = record; }
   const std::vector<GridColumn>& shownColumns() const { return columns_; }
 
   int rowCount(const QModelIndex& parent = {}) const override {
@@ -41,6 +42,7 @@ class DBGrid::Model : public QAbstractTableModel {
 
  private:
   Value value(int record, const GridColumn& column) const;
+  bool cut(const QModelIndex& index) const;  // has no room for its whole text on one line
   QVariant colour(int record, const GridColumn& column) const;
   template <class Read>
   QVariant reading(Read read) const;
@@ -49,7 +51,7 @@ class DBGrid::Model : public QAbstractTableModel {
   std::vector<GridColumn> columns_;
   int rows_ = 0;
   bool inserted_ = false, writing_ = false;
-  int current_ = -1;
+  int current_ = -1, marked_ = -1;
 };
 
 }  // namespace tavoline

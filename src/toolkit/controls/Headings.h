@@ -18,6 +18,7 @@ class BlinkingLabel : public Label {
   void hideEvent(QHideEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  bool ofAnyLength() const override { return true; }
 
  private:
   QBasicTimer timer_;

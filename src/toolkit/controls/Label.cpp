@@ -1,9 +1,12 @@
 #include "toolkit/controls/Label.h"
 
+#include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
+#include <QtWidgets/QToolTip>
+#include <algorithm>
 
 #include "data/value/Figures.h"
 #include "toolkit/controls/FittedText.h"
@@ -28,6 +31,16 @@ void Label::Caption(std::string_view text) {
   setText(QString::fromUtf8(text.data(), qsizetype(text.size())));
 }
 
+bool Label::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && elides()) {
+    const bool cut = fontMetrics().horizontalAdvance(text().trimmed()) > roomForText();
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut ? text().trimmed() : QString(),
+                       this);
+    return true;
+  }
+  return QLabel::event(event);
+}
+
 void Label::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && OnClick && rect().contains(event->position().toPoint())) {
     event->accept();
@@ -39,6 +52,7 @@ void Label::mouseReleaseEvent(QMouseEvent* event) {
 
 namespace {
 
+constexpr int leastText = 48;        // pixels
 constexpr double leastFigure = 0.6;  // of its usual width, where a layout must save room
 
 int blanksWidth(const QLabel& label) {
@@ -55,7 +69,12 @@ QSize Label::sizeHint() const {
 
 QSize Label::minimumSizeHint() const {
   const QSize hint = QLabel::minimumSizeHint() - QSize(wordWrap() ? 0 : blanksWidth(*this), 0);
+  if (elides()) return {std::min(hint.width(), leastText), hint.height()};
   return shrinks() ? QSize(int(hint.width() * leastFigure), hint.height()) : hint;
+}
+
+int Label::roomForText() const {
+  return contentsRect().width() - 2 * (margin() + qMax(indent(), 0));
 }
 
 bool Label::shrinks() const {
@@ -64,11 +83,10 @@ bool Label::shrinks() const {
 
 void Label::paintEvent(QPaintEvent* event) {
   const bool plain = textFormat() == Qt::PlainText && !text().isEmpty();
-  if (!plain || (text() == text().trimmed() && !shrinks())) return QLabel::paintEvent(event);
+  if (!plain || (text() == text().trimmed() && !shrinks() && !elides())) return QLabel::paintEvent(event);
   QPainter painter(this);
   if (shrinks()) {
-    const int edge = margin() + qMax(indent(), 0);
-    painter.setFont(fittedFont(text().trimmed(), font(), contentsRect().width() - 2 * edge));
+    painter.setFont(fittedFont(text().trimmed(), font(), roomForText()));
   }
   drawFrame(&painter);
   drawCaption(painter);
@@ -80,8 +98,11 @@ void Label::drawCaption(QPainter& painter) {
   const int edge = margin() + qMax(indent(), 0);
   const int flags =
       int(QStyle::visualAlignment(layoutDirection(), alignment())) | (wordWrap() ? Qt::TextWordWrap : 0);
+  const QString shown = elides() ? painter.fontMetrics().elidedText(text().trimmed(), Qt::ElideRight,
+                                                                    contentsRect().width() - 2 * edge)
+                                 : text().trimmed();
   style()->drawItemText(&painter, contentsRect().adjusted(edge, margin(), -edge, -margin()), flags,
-                        option.palette, isEnabled(), text().trimmed(), foregroundRole());
+                        option.palette, isEnabled(), shown, foregroundRole());
 }
 
 }  // namespace tavoline

@@ -2,6 +2,8 @@
 
 #include <QtWidgets/QWidget>
 
+#include "data/value/Errors.h"
+
 namespace tavoline {
 
 namespace {
@@ -44,6 +46,9 @@ void TextBinding::write(const QString& text) {
   const std::string field = dataField().toStdString();
   const int column = rows.ColumnIndex(field);
   const bool holdsText = column < 0 || rows.Columns()[std::size_t(column)].type == FieldType::Text;
+  if (text.isEmpty() && self()->property("numberDue").toBool())
+    throw ConversionError("Il manque un nombre : le champ « " + field +
+                          " » est vide. Rien n'est enregistré.");
   rows.SetFieldValue(field, text.isEmpty() && !holdsText ? Value() : Value(text.toStdString()));
   givenText_ = text;
   givenValue_ = displayValue();

@@ -13,7 +13,6 @@ namespace tavoline {
 namespace {
 
 constexpr int radius = 8;            // pixels
-constexpr int captionRight = 8;      // pixels kept free at the right of a caption
 constexpr int smallestLetters = 12;  // pixels
 
 QString qt(std::string_view text) {

@@ -30,6 +30,7 @@ class ShapeButton : public QAbstractButton {
   /// alone.
   void Picture(const SharedBytes& bytes);
   int captionX = 15;                              ///< Pixels from the left edge.
+  int captionRight = 8;                           ///< Pixels kept free at the right of the caption.
   Qt::AlignmentFlag captionPlace = Qt::AlignTop;  ///< Top, centre or bottom, where there is a picture.
   int reservedBelow = 0;  ///< Pixels at the bottom kept free for a label laid over the tile.
 

@@ -62,6 +62,12 @@ class TouchStyle : public QProxyStyle {
     }
   }
 
+  // The edge of a button says that it has the focus; a grey frame inside it says it worse.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if (element != PE_FrameFocusRect) QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
+
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
     switch (metric) {
       case PM_ButtonIconSize:

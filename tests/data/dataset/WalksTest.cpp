@@ -105,6 +105,7 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
   }
   void refresh() {
     changedElsewhere = false;
+    const int before = model.at < 0 ? 0 : model.current().id;
     rows->Refresh();
     // A row that was written here stays current though the filter hides it, as long as it is there.
     bool stays = model.at >= 0 && !model.shows(model.at);
@@ -120,6 +121,13 @@ class Walks : public DatasetTest, public testing::WithParamInterface<Walk> {
       if (i < position) --position;
     }
     stays ? model.move(position) : model.settle(position);
+    const bool gone = before != 0 && (model.at < 0 || model.current().id != before);
+    EXPECT_EQ(rows->RowGone(), gone);
+    if (!gone) return;
+    rows->Refresh();
+    EXPECT_THROW(rows->FieldValue("code_barre"), DatasetError) << "another row would take the next writes";
+    EXPECT_THROW(rows->Delete(), DatasetError);
+    first();
   }
   void filter() {
     const bool wasOn = !model.wanted.empty();
