@@ -4,8 +4,7 @@
 //   --orders N        of each workstation (2000)
 //   --stations N      processes at work on the store (1)
 //   --restless        no quiet moment at all
-//   --kills N         how often the start after a kill is measured (9); 0: not at all
-// Prints a line per thousand orders, and at the end what a budget says to it.
+// Prints a line per workstation and thousand orders.
 
 #include <poll.h>
 #include <sys/stat.h>
@@ -41,7 +40,7 @@ constexpr int kBlock = 1000;  // orders to a line of the report
 
 struct Options {
   std::string folder;
-  int history = 1000, orders = 2000, stations = 1, kills = 9;
+  int history = 1000, orders = 2000, stations = 1;
   bool restless = false;
 };
 
@@ -177,8 +176,6 @@ Options read(int count, char** arguments) {
       options.history = number();
     else if (word == "--stations")
       options.stations = number();
-    else if (word == "--kills")
-      options.kills = number();
     else if (word == "--restless")
       options.restless = true;
     else
