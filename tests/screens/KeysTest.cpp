@@ -40,7 +40,7 @@ TEST_F(AllScreens, KeypadAndKeyboardTypeIntoTheFocusedInput) {
       at.type("\b5");
       EXPECT_EQ(input->text(), "75");
       EXPECT_EQ(QApplication::focusWidget(), control);
-      input->clear();
+      if (!input->property("numberDue").toBool()) input->clear();
       ++inputs;
       ownKeypads += own.empty() ? 0 : 1;
     }

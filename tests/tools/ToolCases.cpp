@@ -34,6 +34,7 @@ class Tool : public ToolTest {
     static const std::string bytesOfIt = [] {
       Generation generation;
       generation.orders = 300;
+      generation.invoices = 10;
       createGenerated("whole.mdb", generation);
       return test::bytesOf("whole.mdb");
     }();
