@@ -70,6 +70,7 @@ sql::ExprPtr RowOrder::beyond(const Reading& reading, std::size_t part) const {
 
 std::vector<sql::Order> RowOrder::orderBy(bool backwards) const {
   std::vector<sql::Order> order;
+  order.reserve(terms_.size() + 1);
   for (const Term& term : terms_) order.push_back({term.item.expr, term.descending != backwards});
   order.push_back({rid_, backwards});
   return order;
@@ -77,6 +78,7 @@ std::vector<sql::Order> RowOrder::orderBy(bool backwards) const {
 
 std::vector<sql::Item> RowOrder::items() const {
   std::vector<sql::Item> items;
+  items.reserve(terms_.size());
   for (const Term& term : terms_) items.push_back(term.item);
   return items;
 }

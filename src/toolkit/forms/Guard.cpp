@@ -64,7 +64,7 @@ bool guarded(const std::function<void()>& handler) {
   return false;
 }
 
-void tellLater(std::exception_ptr failure) {
+void tellLater(const std::exception_ptr& failure) {
   const Failure what = described(failure);
   Waiting& all = waiting();
   if (std::find(all.failures.begin(), all.failures.end(), what) != all.failures.end()) return;

@@ -11,6 +11,6 @@ bool guarded(const std::function<void()>& handler);
 
 /// Shows a failure once what goes on now has ended, for places where no box may come up: while painting, or
 /// in the middle of the event loop. What fails again and again is told once at a time.
-void tellLater(std::exception_ptr failure);
+void tellLater(const std::exception_ptr& failure);
 
 }  // namespace tavoline

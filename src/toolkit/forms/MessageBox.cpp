@@ -48,6 +48,7 @@ MessageBox::MessageBox(const QString& title, const QString& text, StandardButton
 // The base class sizes itself by other rules when its layout asks, and once more when it is shown.
 bool MessageBox::event(QEvent* event) {
   const bool asks = event->type() == QEvent::LayoutRequest;
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): the rules of the base class are the ones left out here
   const bool done = asks ? QDialog::event(event) : QMessageBox::event(event);
   if (isVisible() && (asks || event->type() == QEvent::Show || event->type() == QEvent::StyleChange)) fit();
   return done;
