@@ -19,13 +19,15 @@ TcomptageF::TcomptageF() : TForm("comptageF") {
   setupUi(this);
   setWindowFlags(kSystemButtonOnly);
   boxes_ = {Edit1, Edit2, Edit3, Edit4, Edit5, Edit6, Edit7, Edit8, Edit9, Edit10, Edit11};
-  for (std::size_t i = 0; i < boxes_.size(); ++i) {
-    boxes_[i]->OnChange = [this] { Edit1Change(); };
-    boxes_[i]->OnEnter = [next = boxes_[(i + 1) % boxes_.size()]] {
-      next->SetFocus();
-      next->selectAll();
+  auto* before = boxes_.back();
+  for (auto* box : boxes_) {
+    box->OnChange = [this] { Edit1Change(); };
+    before->OnEnter = [box] {
+      box->SetFocus();
+      box->selectAll();
     };
-    boxes_[i]->installEventFilter(this);
+    box->installEventFilter(this);
+    before = box;
   }
   AdvSmoothButton1->OnClick = [this] { AdvSmoothButton1Click(); };
   RzBitBtn7->OnClick = [this] { RzBitBtn7Click(); };
