@@ -244,9 +244,16 @@ std::vector<Scene> scenes() {
        }},
       {"expenses", [](Stage& stage) { stage.tap("MenuF.AdvSmoothButton5"); }},
       {"expense", [](Stage& stage) { stage.tap("liste_depenceF.AdvSmoothButton4"); }},
-      {"utilisateurs",
+      {"statistics",
        [](Stage& stage) {
          stage.tap("C_depenceF.AdvSmoothButton3");
+         stage.tap("MenuF.AdvSmoothButton3");
+       }},
+      {"best-sellers", [](Stage& stage) { stage.tap("statF.MeilleurVente"); }},
+      {"balances", [](Stage& stage) { stage.tap("statF.EtatCaisses"); }},
+      {"utilisateurs",
+       [](Stage& stage) {
+         stage.tap("statF.Fermer");
          stage.tap("MenuF.AdvSmoothButton2");
        }},
       {"utilisateur", [](Stage& stage) { stage.tap("Configuration_utlisateurF.Modifier"); }},
