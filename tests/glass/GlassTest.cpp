@@ -34,6 +34,9 @@ class Presses : public QObject {
 };
 
 class Glass : public testing::Test {
+ public:
+  ~Glass() override { presses.reset(); }
+
  protected:
   /// The program behind its login, with its screens in real windows.
   Glass() {
@@ -44,7 +47,6 @@ class Glass : public testing::Test {
     at.control<Button>("LoginF.RzBitBtn2")->Click();
     at.waitUntil([] { return MenuF->isActiveWindow() && MenuF->RzSplitter1->isEnabled(); });
   }
-  ~Glass() override { presses.reset(); }
 
   static void drive(const QStringList& steps) { ASSERT_EQ(QProcess::execute("xdotool", steps), 0); }
   /// A finger on the display, `times` in quick turn, and until the program has heard all of it.

@@ -5,7 +5,6 @@
 namespace tavoline::report {
 namespace {
 
-using testing::Contains;
 using Words = std::vector<std::string>;
 
 // What leaves the paper, or its band, would be cut off in print; overlapping texts could not be read.

@@ -12,9 +12,6 @@
 namespace tavoline {
 namespace {
 
-using testing::AllOf;
-using testing::HasSubstr;
-
 class LooksTest : public testing::Test {
  protected:
   LooksTest() {

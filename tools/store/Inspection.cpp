@@ -147,8 +147,10 @@ Findings checkValues(Connection& connection) {
     std::string all;
     for (const Column& column : table.columns) all += (all.empty() ? "" : " AND ") + rightValue(column);
     const std::string from = " FROM " + sqlite::engine().quotedName(table.name) + " WHERE NOT ";
+    std::string anyWrong = "SELECT 1";
+    anyWrong.append(from).append("(").append(all).append(") LIMIT 1");
     // One pass for a sound table; only a table with a wrong value is read again, for the place.
-    if (ask("SELECT 1" + from + '(' + all + ") LIMIT 1").empty()) continue;
+    if (ask(anyWrong).empty()) continue;
     for (const Column& column : table.columns)
       report(findings,
              "Valeurs d'un autre genre ou trop longues dans " + std::string(table.name) + '.' +

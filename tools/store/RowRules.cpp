@@ -94,9 +94,10 @@ Findings checkKeys(const Engine& engine, const Ask& ask) {
   for (const schema::Table& table : schema::tables()) {
     if (table.key.empty()) continue;
     const std::string key = engine.quotedName(table.key);
-    report(findings, "Clés en double dans " + std::string(table.name) + " : ",
-           ask("SELECT " + key + " FROM " + engine.quotedName(table.name) + " WHERE " + key +
-               " IS NOT NULL GROUP BY " + key + " HAVING count(*) > 1"));
+    std::string question = "SELECT " + key + " FROM " + engine.quotedName(table.name);
+    question.append(" WHERE ").append(key).append(" IS NOT NULL GROUP BY ").append(key);
+    question.append(" HAVING count(*) > 1");
+    report(findings, "Clés en double dans " + std::string(table.name) + " : ", ask(question));
   }
   return findings;
 }

@@ -202,6 +202,7 @@ void TableCursor::refresh(std::shared_ptr<const Snapshot> newer) {
 
 void TableCursor::release(const std::shared_ptr<const Snapshot>& newest) {
   std::vector<const TableRow*> inSight;
+  inSight.reserve(page_.size() + 1);
   for (const TableRow& row : page_) inSight.push_back(&row);
   if (aside_) inSight.push_back(&*aside_);
   rows_.release(newest, inSight);

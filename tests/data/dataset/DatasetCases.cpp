@@ -127,6 +127,7 @@ class Played : public DatasetTest {
   Dataset& rows() { return *all_.at(subject); }
   void tell(const std::string& seen) { script_.say(seen.empty() ? "(none)" : seen); }
   void openFirst(const std::string& statement) {
+    source_.reset();  // before the dataset that it was bound to
     add("", statement);
     Dataset& first = *all_.at("");
     source_ = std::make_unique<DataSource>("source", first);
