@@ -87,8 +87,8 @@ void save(Glass& glass) {
 
 }  // namespace
 
-const std::vector<CashGesture>& cashGestures() {
-  static const std::vector<CashGesture> gestures{
+const std::vector<Gesture>& cashGestures() {
+  static const std::vector<Gesture> gestures{
       {"cash, the journal", openDay, openJournal, leaveJournal},
       {"cash, a day begun", atJournal, begin, leaveBoth},
       {"cash, by article", begun, [](Glass& g) { report(g, caiseF->RzBitBtn5); }, leaveBoth},

@@ -4,7 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "bench/Cash.h"
 #include "bench/History.h"
+#include "bench/Statistics.h"
 
 namespace tavoline::bench {
 namespace {
@@ -64,7 +66,11 @@ void Figures::printRatios(int small, int large) const {
   bySize("start of the program", 1.2);
   bySize("take a table", 0);
   bySize("close a table", 0);
-  for (const HistoryGesture& gesture : historyGestures()) bySize(gesture.name, 0);
+  for (const Gesture& gesture : historyGestures()) bySize(gesture.name, 0);
+  for (const Gesture& gesture : cashGestures()) bySize(gesture.name, 1.2);
+  for (const Gesture& gesture : statisticsGestures())
+    ratios.push_back({std::string(gesture.name) + ", large store / month", sized(gesture.name, large),
+                      sized(gesture.name, kOrdersOfMonth), 1.2});
   bySize("memory after start", 1.2);
   bySize("memory after a day", 1.2);
 
@@ -81,7 +87,8 @@ void Figures::printRatios(int small, int large) const {
     if (ratio.budget > 0) std::printf(" %8.2f  %s", ratio.budget, value <= ratio.budget ? "kept" : "OVER");
     std::printf("\n");
   }
-  for (const auto& [what, atMost] : {std::pair("tap to paint", 50), std::pair("start of the program", 500)}) {
+  for (const auto& [what, atMost] : {std::pair("tap to paint", 50), std::pair("start of the program", 500),
+                                     std::pair("cash, a day begun", 100)}) {
     const std::string name = sized(what, large) + " p99";
     if (!has(name)) continue;
     std::printf("%-44s %12s %23d ms  %s\n", name.c_str(), shown(get(name), "ms").c_str(), atMost,

@@ -66,4 +66,10 @@ class Glass {
   QWidget* under_ = nullptr;  // the finger
 };
 
+/// A gesture that is measured: what stands before it, what is timed, and what ends it.
+struct Gesture {
+  const char* name;
+  std::function<void(Glass&)> before, gesture, after;
+};
+
 }  // namespace tavoline::bench

@@ -86,8 +86,8 @@ void scrollToTheMiddle(Glass& glass) {
 
 }  // namespace
 
-const std::vector<HistoryGesture>& historyGestures() {
-  static const std::vector<HistoryGesture> gestures{
+const std::vector<Gesture>& historyGestures() {
+  static const std::vector<Gesture> gestures{
       {"history, open", nothing, open, close},
       {"history, page down", openAndRest, pageDown, close},
       {"history, to the middle", openAndRest, scrollToTheMiddle, close},

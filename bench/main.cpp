@@ -22,6 +22,7 @@
 #include "bench/QtModels.h"
 #include "bench/Raw.h"
 #include "bench/Scene.h"
+#include "bench/Statistics.h"
 #include "gestures/Waiter.h"
 #include "toolkit/theme/Theme.h"
 
@@ -158,7 +159,6 @@ void tapOnScreen(benchmark::State& state, bool painted) {
   state.counters["repaints"] = repaints;
 }
 
-template <class Gesture>
 void onScreen(benchmark::State& state, const Gesture& gesture) {
   Glass glass;
   glass.logIn();
@@ -195,6 +195,12 @@ void add(const Scene& scene, const std::string& what, int iterations, const Body
       ->Repetitions(rounds);
 }
 
+void addGestures(const Scene& scene, const std::vector<Gesture>& gestures) {
+  for (const Gesture& gesture : gestures)
+    add(
+        scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
+}
+
 int measure(int count, char** arguments) {
   if (count < 3) throw std::runtime_error("bench: the folder of stores and the memory program are wanted");
   const std::string data = std::filesystem::absolute(arguments[1]),
@@ -216,15 +222,15 @@ int measure(int count, char** arguments) {
     add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap, kFewRounds);
     add(*scene, "start", 20, start);
     add(*scene, "start of the program", 3, startProgram);
-    for (const HistoryGesture& gesture : historyGestures())
-      add(
-          *scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
-    for (const CashGesture& gesture : cashGestures())
-      add(
-          *scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
+    addGestures(*scene, historyGestures());
+    addGestures(*scene, cashGestures());
     add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
     add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
   }
+  const Scene month(data, kOrdersOfMonth);
+  addGestures(month, statisticsGestures());
+  addGestures(large, statisticsGestures());
+  addGestures(large, statisticsOfYear());
   Figures figures;
   benchmark::RunSpecifiedBenchmarks(&figures);
   for (const Scene* scene : {&small, &large}) {

@@ -28,20 +28,22 @@ void TBestF::nClick() {
   Button1->Click();
 }
 
+// Over a year of many orders this may last longer than a blink.
 void TBestF::Button1Click() {
+  ProgressBox box("Calcul des meilleures ventes…", window());
   TypeChart->Clear();
   TypeChart->AddSeries({.title = QStringLiteral("Meuiller Vente Par Type Article"),
                         .legend = QStringLiteral("Meuiller Vente Par Type Article"),
                         .axisX = QStringLiteral("Type Article"),
                         .axisY = QStringLiteral("Solde en DA")},
-                       DM->best1, "SumOftcc", "Type_Produit");
+                       DM->best1, "SumOftcc", "Type_Produit", box.progress());
   ArticleChart->Clear();
   ArticleChart->AddSeries({.title = QStringLiteral("Meuiller vente par Article"),
                            .legend = QStringLiteral("Meuiller vente par Article"),
                            .axisX = QStringLiteral("Article"),
                            .axisY = QStringLiteral("Solde en DA"),
                            .light = true},
-                          DM->best2, "SumOftcc", "designation_article");
+                          DM->best2, "SumOftcc", "designation_article", box.progress());
 }
 
 }  // namespace tavoline

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "data/dataset/GroupSlices.h"
 #include "data/sql/Resolver.h"
 #include "data/sql/Types.h"
 
@@ -142,6 +143,7 @@ bool ResultCursor::read(std::size_t record) {
 std::unique_ptr<Rows> ResultCursor::ask() const {
   if (all_) return std::make_unique<RowsKept>(source_.select.items, filter_, all_);
   if (members_) return std::make_unique<RowsAgain>(source_, filter_, members_);
+  if (auto slices = inSlices(source_.snapshot, narrowed_, source_.parameters)) return slices;
   return source_.snapshot->query(narrowed_, source_.parameters);
 }
 
@@ -204,6 +206,12 @@ std::size_t ResultCursor::count() {
   if (!count_ && from_ == 0) streamUpTo(kept_, rows_.size());
   if (!count_) streamUpTo(kToTheEnd, kToTheEnd);
   return *count_;
+}
+
+bool ResultCursor::countOn(std::size_t rows) {
+  const std::size_t end = from_ + rows_.size() + rows;
+  if (!count_) from_ == 0 && end <= kept_ ? streamUpTo(end, rows_.size()) : void(count());
+  return count_.has_value();
 }
 
 const ResultCursor::Row& ResultCursor::current() {

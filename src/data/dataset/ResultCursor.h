@@ -24,6 +24,7 @@ class ResultCursor : public Cursor {
   Value value(std::size_t column) override { return current().at(column); }
   std::vector<Value> values() override;
   std::size_t count() override;
+  bool countOn(std::size_t rows) override;
   Value valueAt(std::size_t record, std::size_t column) override;
   int record() override { return onRow() ? static_cast<int>(at_) : -1; }
   bool moveTo(std::size_t record) override;

@@ -101,6 +101,15 @@ ExprPtr make(T node) {
 
 /// `a and b`, where either may be null.
 ExprPtr conjunction(ExprPtr a, ExprPtr b);
+/// Calls `take` for each term of `a and b and c`.
+template <class Take>
+void eachTerm(const ExprPtr& condition, const Take& take) {
+  const auto* operation = std::get_if<Binary>(&condition->node);
+  if (operation == nullptr || operation->op != Op::And) return take(condition);
+  eachTerm(operation->left, take);
+  eachTerm(operation->right, take);
+}
+
 ExprPtr binary(Op op, ExprPtr left, ExprPtr right);
 ExprPtr rid(std::string table);
 

@@ -22,15 +22,6 @@ const Item& findItem(const std::vector<Item>& items, const std::string& name) {
   refuse("Le champ « " + name + " » du filtre n'existe pas : vérifiez le nom.");
 }
 
-/// Calls `take` for each term of `a and b and c`.
-template <class Take>
-void eachTerm(const ExprPtr& condition, const Take& take) {
-  const auto* operation = std::get_if<Binary>(&condition->node);
-  if (operation == nullptr || operation->op != Op::And) return take(condition);
-  eachTerm(operation->left, take);
-  eachTerm(operation->right, take);
-}
-
 /// Truth as the engines have it: a comparison with a missing value is neither true nor false.
 using Truth = std::optional<bool>;
 

@@ -43,10 +43,14 @@ std::string ChartRows::joinedValues() const {
   return text;
 }
 
-ChartRows readChartRows(Dataset& rows, std::string_view valueField, std::string_view labelField) {
+ChartRows readChartRows(Dataset& rows, std::string_view valueField, std::string_view labelField,
+                        const Progress& progress) {
+  constexpr std::size_t batch = 64;  // rows, between two looks at the clock
   const std::size_t value = columnOf(rows, valueField), label = columnOf(rows, labelField);
-  const std::size_t count = rows.RecordCount();
   ChartRows result;
+  for (std::size_t done = 0; !rows.CountOn(batch);)
+    if (progress && !progress(done += batch, 0)) return result;
+  const std::size_t count = rows.RecordCount();
   result.labels.reserve(count);
   result.values.reserve(count);
   for (std::size_t record = 0; record < count; ++record) {

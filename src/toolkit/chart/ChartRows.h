@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "data/value/Value.h"
+#include "toolkit/forms/ProgressBox.h"
 
 namespace tavoline {
 
@@ -23,7 +24,9 @@ struct ChartRows {
   std::string joinedValues() const;  ///< Display text, exact, with ";" between.
 };
 
-/// Reads the visible rows; moves nothing. Throws DatasetError for a field that is not there.
-ChartRows readChartRows(Dataset& rows, std::string_view valueField, std::string_view labelField);
+/// Reads the visible rows; moves nothing. No rows once `progress` gives up. Throws DatasetError for a field
+/// that is not there.
+ChartRows readChartRows(Dataset& rows, std::string_view valueField, std::string_view labelField,
+                        const Progress& progress = {});
 
 }  // namespace tavoline

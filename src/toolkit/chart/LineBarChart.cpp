@@ -48,9 +48,9 @@ LineBarChart::LineBarChart(QWidget* parent) : ChartPane(parent) {
 }
 
 void LineBarChart::AddSeries(const LineBarSettings& settings, Dataset& rows, std::string_view valueField,
-                             std::string_view labelField) {
+                             std::string_view labelField, const Progress& progress) {
   settings_ = settings;
-  setRows(readChartRows(rows, valueField, labelField));
+  setRows(readChartRows(rows, valueField, labelField, progress));
   setTitle(settings.title);
   setLegend(settings.legend, barColour(settings.light));
   setFoot(settings.axisX);

@@ -27,9 +27,10 @@ class LineBarChart : public ChartPane {
  public:
   explicit LineBarChart(QWidget* parent = nullptr);
 
-  /// Adds the one series: reads the dataset now. To be called on a cleared pane.
+  /// Adds the one series: reads the dataset now. To be called on a cleared pane. Empty if `progress` gives
+  /// up.
   void AddSeries(const LineBarSettings& settings, Dataset& rows, std::string_view valueField,
-                 std::string_view labelField);
+                 std::string_view labelField, const Progress& progress = {});
 
   QString chartKind() const override { return QStringLiteral("ctLineBar"); }
   QString chartMaximum() const override;

@@ -132,7 +132,7 @@ void Report::Print() {
   if (interrupted_)
     throw Error("La préparation du document « " + name_ +
                 " » a été interrompue : il n'est pas complet, et n'est pas imprimé.");
-  report::ProgressBox box("Impression…", QApplication::activeWindow());
+  ProgressBox box("Impression…", QApplication::activeWindow());
   report::print(*document_, PrintOptions, QApplication::activeWindow(), box.progress());
 }
 

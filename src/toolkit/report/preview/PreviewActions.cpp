@@ -17,7 +17,7 @@ void PreviewPanel::print() {
   if (!hasPages()) return;
   report::PrintOptions asked = options_;
   asked.ShowDialog = true;
-  report::ProgressBox box("Impression…", this);
+  ProgressBox box("Impression…", this);
   report::print(*document(), asked, this, box.progress());
 }
 
@@ -27,7 +27,7 @@ void PreviewPanel::load() {
   if (path.empty()) return;
   std::shared_ptr<report::Document> pages;
   {
-    report::ProgressBox box("Ouverture…", this);
+    ProgressBox box("Ouverture…", this);
     pages = report::loadPages(QString::fromStdString(path), box.progress());
   }
   if (pages) open({std::move(pages), {}, {}, {}}, options_);
@@ -45,7 +45,7 @@ void PreviewPanel::save() {
   if (!hasPages()) return;
   const QString path = askPath("Enregistrer les pages", report::kPagesFilter, report::kPagesSuffix);
   if (path.isEmpty()) return;
-  report::ProgressBox box("Enregistrement…", this);
+  ProgressBox box("Enregistrement…", this);
   report::savePages(*document(), path, box.progress());
 }
 
@@ -57,7 +57,7 @@ void PreviewPanel::exportAs(const char* suffix) {
   }
   const QString path = askPath("Exporter le document", filter, QLatin1String(suffix));
   if (path.isEmpty()) return;
-  report::ProgressBox box("Exportation…", this);
+  ProgressBox box("Exportation…", this);
   report::exportDocument(*document(), path, box.progress());
 }
 
@@ -66,7 +66,7 @@ void PreviewPanel::quickExport() {
   const QString path = report::quickExportPath(*document());
   bool written = false;
   {
-    report::ProgressBox box("Exportation…", this);
+    ProgressBox box("Exportation…", this);
     written = report::exportDocument(*document(), path, box.progress());
   }
   if (!written) return;
@@ -95,7 +95,7 @@ void PreviewPanel::pageSetup() {
 }
 
 void PreviewPanel::applySetup(const report::PageSetup& setup) {
-  report::ProgressBox box("Mise en page…", this);
+  ProgressBox box("Mise en page…", this);
   if (!document()->rearrange(setup, box.progress())) return;
   pages().changed();
   outline_->setDocument(document());
@@ -107,7 +107,7 @@ void PreviewPanel::find(bool forward) {
   if (!ui_->FindBar->isVisible()) return showFindBar(true);
   const std::string text = ui_->FindText->text().toStdString();
   if (text.empty()) return;
-  report::ProgressBox box("Recherche…", this);
+  ProgressBox box("Recherche…", this);
   const report::Finder finder(*document(), text, box.progress());
   report::Hit hit;
   bool found = false;
