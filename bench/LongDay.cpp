@@ -4,9 +4,10 @@
 //   --orders N        of each workstation (2000)
 //   --stations N      processes at work on the store (1)
 //   --restless        no quiet moment at all
-// Prints a line per workstation and thousand orders.
+// Prints a line per workstation and thousand orders, then kills them all and starts anew.
 
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,6 +49,16 @@ double milliseconds(Clock::time_point since) {
   return std::chrono::duration<double, std::milli>(Clock::now() - since).count();
 }
 
+/// Milliseconds that this process has used a processor: what an order costs, whatever else the machine does.
+double processorTime() {
+  struct rusage used = {};
+  ::getrusage(RUSAGE_SELF, &used);
+  const auto of = [](const timeval& time) {
+    return 1000.0 * double(time.tv_sec) + double(time.tv_usec) / 1000;
+  };
+  return of(used.ru_utime) + of(used.ru_stime);
+}
+
 double logMegabytes() {
   struct stat found = {};
   return ::stat("BDD.mdb-wal", &found) == 0 ? double(found.st_size) / (1 << 20) : 0;
@@ -79,7 +90,7 @@ double percentile(std::vector<double> values, double part) {
 /// What one workstation saw over a thousand orders.
 struct Block {
   int station = 0, orders = 0;
-  double median = 0, p99 = 0, worst = 0, tap = 0, log = 0, afterQuiet = 0, resident = 0;
+  double median = 0, p99 = 0, worst = 0, cpu = 0, tap = 0, log = 0, afterQuiet = 0, resident = 0;
   int connections = 0;
 };
 
@@ -96,8 +107,10 @@ class Station {
   void work() {
     for (int done = 0; done < options_.orders; ++done) {
       const auto began = Clock::now();
+      const double used = processorTime();
       serve(static_cast<std::size_t>(done));
       orders_.push_back(milliseconds(began));
+      processor_.push_back(processorTime() - used);
       block_.log = std::max(block_.log, logMegabytes());
       block_.connections = std::max(block_.connections, connections());
       if (!options_.restless) rest();
@@ -145,12 +158,14 @@ class Station {
     block_.median = percentile(orders_, 0.5);
     block_.p99 = percentile(orders_, 0.99);
     block_.worst = percentile(orders_, 1);
+    block_.cpu = percentile(processor_, 0.5);
     block_.tap = percentile(taps_, 0.5);
     block_.resident = residentMegabytes();
     char bytes[sizeof block_];  // fewer than a pipe takes at once
     std::memcpy(bytes, &block_, sizeof bytes);
     if (::write(report_, bytes, sizeof bytes) != ssize_t(sizeof bytes)) throw std::runtime_error("no report");
     orders_.clear();
+    processor_.clear();
     taps_.clear();
     block_ = {};
   }
@@ -161,7 +176,7 @@ class Station {
   Menu menu_ = Menu::of(dm_);
   Waiter waiter_{dm_, menu_};
   std::vector<std::string> tables_;
-  std::vector<double> orders_, taps_;
+  std::vector<double> orders_, processor_, taps_;
   Block block_;
 };
 
@@ -186,6 +201,78 @@ Options read(int count, char** arguments) {
   return options;
 }
 
+void verdict(const char* what, double value, double budget) {
+  std::printf("%-44s %8.2f %8.2f  %s\n", what, value, budget, value <= budget ? "kept" : "OVER");
+}
+
+/// The last thousand orders against the first, each as the mean of the workstations' medians.
+void judge(const std::vector<Block>& blocks, const Options& options) {
+  const auto mean = [&](int orders, double Block::*figure) {
+    double sum = 0;
+    int found = 0;
+    for (const Block& block : blocks)
+      if (block.orders == orders) sum += block.*figure, ++found;
+    return found == 0 ? 0 : sum / found;
+  };
+  const int first = std::min(kBlock, options.orders);
+  double log = 0, quiet = 0;
+  for (const Block& block : blocks) log = std::max(log, block.log), quiet = std::max(quiet, block.afterQuiet);
+  verdict("an order, the last thousand / the first",
+          mean(options.orders, &Block::median) / mean(first, &Block::median), 1.15);
+  verdict("its processor time, the same", mean(options.orders, &Block::cpu) / mean(first, &Block::cpu), 1.15);
+  verdict("memory, the same", mean(options.orders, &Block::resident) / mean(first, &Block::resident), 1.2);
+  verdict("log, MB", log, 64);
+  if (!options.restless && options.stations == 1) verdict("log after a quiet moment, MB", quiet, 0);
+}
+
+/// Milliseconds from nothing to the first account found, in a process of its own.
+double start() {
+  int ends[2];
+  if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
+  const pid_t child = ::fork();
+  if (child == 0) {
+    double took = 0;
+    {
+      const auto began = Clock::now();
+      TDM dm;
+      const Menu menu = Menu::of(dm);
+      Waiter(dm, menu).logIn();
+      took = milliseconds(began);
+    }
+    const bool told = ::write(ends[1], &took, sizeof took) == ssize_t(sizeof took);
+    ::_exit(told ? 0 : 1);
+  }
+  double took = 0;
+  if (::read(ends[0], &took, sizeof took) != ssize_t(sizeof took)) throw std::runtime_error("no start");
+  ::waitpid(child, nullptr, 0);
+  ::close(ends[0]);
+  ::close(ends[1]);
+  return took;
+}
+
+/// The store as the killed workstations left it, many times over, against the same store closed.
+void startAfterKill() {
+  constexpr int rounds = 15;
+  const char* const files[] = {"BDD.mdb", "BDD.mdb-wal"};
+  const double log = logMegabytes();
+  for (const char* file : files)
+    if (fs::exists(file))
+      fs::copy_file(file, std::string(file) + ".killed", fs::copy_options::overwrite_existing);
+  std::vector<double> killed, clean;
+  for (int round = 0; round < rounds; ++round) {
+    fs::remove("BDD.mdb-shm");
+    for (const char* file : files)
+      if (fs::exists(std::string(file) + ".killed"))
+        fs::copy_file(std::string(file) + ".killed", file, fs::copy_options::overwrite_existing);
+    killed.push_back(start());
+    clean.push_back(start());
+  }
+  const double after = percentile(killed, 0.5), otherwise = percentile(clean, 0.5);
+  std::printf("start %.2f ms after a kill with %.2f MB of log, %.2f ms after a clean end\n", after, log,
+              otherwise);
+  verdict("start after a kill / a clean one", after / otherwise, 1.2);
+}
+
 void work(const Options& options) {
   int ends[2];
   if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
@@ -195,8 +282,10 @@ void work(const Options& options) {
     if (child == 0) {
       ::close(ends[0]);
       try {
-        Station(options, number, ends[1]).work();
-        ::_exit(0);
+        Station station(options, number, ends[1]);
+        station.work();
+        ::close(ends[1]);
+        for (;;) ::pause();  // open, until it is killed
       } catch (const std::exception& failure) {
         std::fprintf(stderr, "station %d: %s\n", number, failure.what());
         ::_exit(1);
@@ -205,18 +294,22 @@ void work(const Options& options) {
     stations.push_back(child);
   }
   ::close(ends[1]);
-  std::printf("%8s %7s %9s %9s %9s %9s %8s %12s %12s %8s\n", "station", "orders", "p50 ms", "p99 ms", "worst",
-              "tap ms", "log MB", "after quiet", "connections", "RSS MB");
+  std::printf("%8s %7s %9s %9s %9s %9s %9s %8s %12s %12s %8s\n", "station", "orders", "p50 ms", "p99 ms",
+              "worst", "CPU ms", "tap ms", "log MB", "after quiet", "connections", "RSS MB");
+  std::vector<Block> blocks;
   char bytes[sizeof(Block)];
   while (::read(ends[0], bytes, sizeof bytes) == ssize_t(sizeof bytes)) {
-    Block block;
+    Block& block = blocks.emplace_back();
     std::memcpy(&block, bytes, sizeof bytes);
-    std::printf("%8d %7d %9.2f %9.2f %9.2f %9.2f %8.2f %12.2f %12d %8.1f\n", block.station, block.orders,
-                block.median, block.p99, block.worst, block.tap, block.log, block.afterQuiet,
-                block.connections, block.resident);
+    std::printf("%8d %7d %9.2f %9.2f %9.2f %9.2f %9.2f %8.2f %12.2f %12d %8.1f\n", block.station,
+                block.orders, block.median, block.p99, block.worst, block.cpu, block.tap, block.log,
+                block.afterQuiet, block.connections, block.resident);
     std::fflush(stdout);
   }
+  judge(blocks, options);
+  for (const pid_t child : stations) ::kill(child, SIGKILL);
   for (const pid_t child : stations) ::waitpid(child, nullptr, 0);
+  startAfterKill();
 }
 
 }  // namespace
