@@ -4,7 +4,8 @@
 //   --orders N        of each workstation (2000)
 //   --stations N      processes at work on the store (1)
 //   --restless        no quiet moment at all
-// Prints a line per workstation and thousand orders, then kills them all and starts anew.
+// Prints a line per workstation and thousand orders. When the first one is through, all are killed amid their
+// work, and the store is opened anew.
 
 #include <poll.h>
 #include <sys/resource.h>
@@ -284,8 +285,7 @@ void work(const Options& options) {
       try {
         Station station(options, number, ends[1]);
         station.work();
-        ::close(ends[1]);
-        for (;;) ::pause();  // open, until it is killed
+        for (;;) ::pause();  // until it is killed
       } catch (const std::exception& failure) {
         std::fprintf(stderr, "station %d: %s\n", number, failure.what());
         ::_exit(1);
@@ -305,6 +305,7 @@ void work(const Options& options) {
                 block.orders, block.median, block.p99, block.worst, block.cpu, block.tap, block.log,
                 block.afterQuiet, block.connections, block.resident);
     std::fflush(stdout);
+    if (block.orders == options.orders) break;
   }
   judge(blocks, options);
   for (const pid_t child : stations) ::kill(child, SIGKILL);

@@ -10,7 +10,7 @@ using std::chrono::milliseconds;
 
 // A workstation that was killed reads the log at its next start, half a millisecond for each megabyte.
 constexpr int longLog = 512;       // pages: 2 MB
-constexpr int pressingLog = 2048;  // pages: 8 MB
+constexpr int pressingLog = 1024;  // pages: 4 MB
 constexpr milliseconds forReaders{100};
 
 }  // namespace
