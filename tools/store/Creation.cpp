@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "data/schema/Schema.h"
 #include "data/store/Definitions.h"
 #include "data/store/Writes.h"
 #include "data/store/sqlite/Connection.h"
@@ -21,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Removes a file in the making, and the engine's files beside it, unless it got its name.
+/// Removes a file (or folder) in the making, and the engine's files beside it, unless it got its name.
 class Passing {
  public:
   explicit Passing(std::string path) : path_(std::move(path)) {}
@@ -32,7 +33,7 @@ class Passing {
   const std::string& path() const { return path_; }
   void remove() const {
     std::error_code ignored;
-    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove(path_ + suffix, ignored);
+    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) fs::remove_all(path_ + suffix, ignored);
   }
 
  private:
@@ -51,7 +52,7 @@ void removeLeftovers(const fs::path& path) {
     if (!name.starts_with(begin)) continue;
     const long process = std::strtol(name.c_str() + begin.size(), nullptr, 10);
     if (process > 0 && ::kill(static_cast<pid_t>(process), 0) != 0 && errno == ESRCH)
-      fs::remove(entry.path(), ignored);
+      fs::remove_all(entry.path(), ignored);
   }
 }
 
@@ -96,6 +97,24 @@ class SqliteFiller : public Filler {
       while (statement->step()) {
       }
     });
+  }
+
+  void readBack(std::string_view table, const std::vector<std::string_view>& columns,
+                const Reading& read) override {
+    std::string names;
+    std::vector<FieldType> types;
+    for (const std::string_view column : columns) {
+      names += (names.empty() ? "" : ", ") + sqlite::engine().quotedName(column);
+      types.push_back(schema::table(table).find(column)->type);
+    }
+    sqlite::Statement rows =
+        connection_.prepare("SELECT " + names + " FROM " + sqlite::engine().quotedName(table) + " ORDER BY " +
+                            std::string(schema::kRowNumber));
+    std::vector<Value> row(columns.size());
+    while (rows.step()) {
+      for (std::size_t i = 0; i < row.size(); ++i) row[i] = rows.value(static_cast<int>(i), types[i]);
+      read(row);
+    }
   }
 
  private:

@@ -18,8 +18,9 @@ using Filling = std::function<void(Filler&)>;
 void createStore(const std::string& path, std::string_view password = schema::kStorePassword,
                  const Filling& fill = {});
 
-/// Builds a file under a passing name beside `path` by `build`, forces it to the disk and gives it its name
-/// at the end. Never replaces a file, and leaves none behind when `build` throws.
+/// Builds a file or a folder under a passing name beside `path` by `build`, forces it to the disk (of a
+/// folder only its list of files) and gives it its name at the end. Never replaces anything, and leaves
+/// nothing behind when `build` throws.
 void publishFile(const std::string& path, const std::function<void(const std::string& temporary)>& build);
 
 }  // namespace tavoline::tool

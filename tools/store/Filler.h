@@ -40,6 +40,12 @@ class Filler {
  public:
   virtual ~Filler() = default;
   virtual Inserter inserter(std::string_view table, const std::vector<std::string_view>& columns) = 0;
+
+  using Reading = std::function<void(std::span<const Value>)>;
+  /// Reads back what the store holds of a table, in order of insertion: a row with the values of `columns`,
+  /// each of its column's type, to `read`. Throws StoreError.
+  virtual void readBack(std::string_view table, const std::vector<std::string_view>& columns,
+                        const Reading& read) = 0;
 };
 
 }  // namespace tavoline::tool

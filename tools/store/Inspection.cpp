@@ -48,7 +48,8 @@ std::string rightValue(const Column& column) {
   const std::string either = '(' + name + " IS NULL OR typeof(" + name + ") ";
   switch (column.type) {
     case FieldType::Text:
-      return either + "= 'text' AND length(" + name + ") <= " + std::to_string(column.width) + ')';
+      return either + "= 'text'" +
+             (column.width ? " AND length(" + name + ") <= " + std::to_string(column.width) : "") + ')';
     case FieldType::Integer:
       return either + "= 'integer')";
     case FieldType::Float:

@@ -6,7 +6,7 @@
 namespace tavoline::schema {
 namespace {
 
-constexpr Column text(std::string_view name, int width) {
+constexpr Column text(std::string_view name, int width = 0) {
   return {name, FieldType::Text, width};
 }
 constexpr Column integer(std::string_view name) {
@@ -26,16 +26,18 @@ constexpr Column blob(std::string_view name) {
 // is read whole faster. None begins with a column that has two or three values over the whole history
 // (`etat_commande` alone, `commande.id_caisse`): without statistics an engine would prefer its equality to a
 // range of dates and read all orders.
+//
+// A text without a width takes what it is given: nothing but the columns that copy it limits it.
 std::vector<Table> makeTables() {
   return {
       {"article",
        "code_barre",
-       {text("code_barre", 25), text("designation_article", 130), integer("id_categorie"), integer("qte_min"),
-        integer("qte_stock"), real("prix_achat"), real("prix_vente"), text("desto", 10), text("autre", 150),
+       {text("code_barre"), text("designation_article", 130), integer("id_categorie"), integer("qte_min"),
+        integer("qte_stock"), real("prix_achat"), real("prix_vente"), text("desto"), text("autre"),
         blob("image")},
        {{"article_designation", {"designation_article"}}}},
       {"type", "code", {integer("code"), text("Type_Produit", 30)}, {}},
-      {"TVA", "", {real("tva"), text("utilisation", 10)}, {}},
+      {"TVA", "", {real("tva"), text("utilisation")}, {}},
       {"Fournisseur",
        "code_fournisseur",
        {text("code_fournisseur", 25), text("nom_fournisseur", 30), text("adresse", 50),
@@ -50,23 +52,21 @@ std::vector<Table> makeTables() {
       // A login may be wider here than in the columns that copy it: the copy is then refused.
       {"utilisateur",
        "login",
-       {text("login", 20), text("mot_pase", 50), text("nom", 80), text("prenom", 80), text("role", 20),
-        blob("image")},
+       {text("login"), text("mot_pase"), text("nom"), text("prenom"), text("role"), blob("image")},
        {}},
       // The numbers of the log and of the closings may repeat (a second login of the day by a waiter, a
       // closing after one was deleted); nothing looks a row up by them, and to refuse it would stop the
       // waiter or the closing.
       {"operation",
        "",
-       {integer("n_"), text("code_utilisateur", 20), text("nom", 80), text("prenom", 80),
-        text("fonction", 20), text("id_caisse_active", 20), dateTime("date_sortie"),
-        dateTime("heure_sortie")},
+       {integer("n_"), text("code_utilisateur"), text("nom"), text("prenom"), text("fonction"),
+        text("id_caisse_active"), dateTime("date_sortie"), dateTime("heure_sortie")},
        {{"operation_numero", {"n_"}}}},
-      {"Endroit", "ID_endroit", {integer("ID_endroit"), text("Endoit", 80)}, {}},
+      {"Endroit", "ID_endroit", {integer("ID_endroit"), text("Endoit")}, {}},
       {"Table_",
        "ID_table",
-       {integer("ID_table"), text("table", 80), text("endroit", 80), integer("id_endroit"), text("etat", 10),
-        text("control", 10), integer("n_commande")},
+       {integer("ID_table"), text("table", 80), text("endroit"), integer("id_endroit"), text("etat"),
+        text("control"), integer("n_commande")},
        {{"Table__table", {"table"}}}},
       {"commande",
        "n_commande",
@@ -96,7 +96,7 @@ std::vector<Table> makeTables() {
         {"commande_encours", {"etat_commande"}, "\"etat_commande\" = 'Encours'"}}},
       {"relation_commande",
        "",
-       {integer("n_commande"), text("code_article", 25), text("article", 120), integer("qte"), real("prix"),
+       {integer("n_commande"), text("code_article"), text("article", 120), integer("qte"), real("prix"),
         real("total")},
        {{"relation_commande_ligne", {"n_commande", "code_article"}}}},
       {"facture_achat",
@@ -108,8 +108,8 @@ std::vector<Table> makeTables() {
        {}},
       {"Achat",
        "",
-       {integer("n_facture"), text("code_barre", 25), text("article", 130), integer("qte_achat"),
-        real("prix_achat"), real("TOTAL")},
+       {integer("n_facture"), text("code_barre"), text("article"), integer("qte_achat"), real("prix_achat"),
+        real("TOTAL")},
        {{"Achat_facture", {"n_facture"}}}},
       {"caisse",
        "ID_caise",
@@ -118,8 +118,8 @@ std::vector<Table> makeTables() {
        {}},
       {"acce_caisse",
        "",
-       {text("id_caisse", 20), text("nom_caisse", 50), text("login", 4), text("nom_utilisateur", 80),
-        dateTime("date_affectaion"), text("commentaire", 150), text("general", 4)},
+       {text("id_caisse"), text("nom_caisse"), text("login", 4), text("nom_utilisateur"),
+        dateTime("date_affectaion"), text("commentaire"), text("general")},
        {}},
       {"caise",
        "",

@@ -60,16 +60,27 @@ bool isServerAddress(std::string_view bytes) {
   return bytes.starts_with("postgresql://"sv) || bytes.starts_with("postgres://"sv);
 }
 
+// As a shell takes it for one word.
+std::string word(const std::string& name) {
+  return name.find(' ') == name.npos ? name : '"' + name + '"';
+}
+
+[[noreturn]] void refuseJet(const std::string& name) {
+  const fs::path path = name;
+  const std::string aside = path.parent_path() / (path.stem().string() + "-ancienne.mdb");
+  refuse(name,
+         "est une base Jet d'une installation antérieure, que ce programme ne lit pas directement. "
+         "Renommez-la « " +
+             aside + " », puis lancez « tavoline-store import " + word(aside) + ' ' + word(name) + " ».");
+}
+
 void requireKnownKind(const std::string& name, std::string_view header) {
   if (header.empty())
     refuse(name,
            "est vide : ce n'est pas un fichier de données. Remettez la dernière sauvegarde, ou supprimez-le "
            "et créez des données neuves par « tavoline-store create " +
                name + " ».");
-  if (isJet(header))
-    refuse(name,
-           "est une base Jet d'une installation antérieure, que ce programme ne lit pas directement. "
-           "Convertissez-la par « tavoline-store import ».");
+  if (isJet(header)) refuseJet(name);
   if (isServerAddress(header))
     refuse(name,
            "désigne un serveur de données, mais cette installation du programme ne comprend pas le moteur "
