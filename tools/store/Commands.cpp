@@ -14,11 +14,13 @@
 #include "tools/store/Versions.h"
 #include "tools/store/demo/Cafeteria.h"
 #include "tools/store/demo/Demo.h"
+#include "tools/store/exchange/Export.h"
+#include "tools/store/exchange/Import.h"
 
 namespace tavoline::tool {
 namespace {
 
-constexpr int kDone = 0, kFailed = 1, kWronglyCalled = 2;
+constexpr int kDone = 0, kFailed = 1, kWronglyCalled = 2, kWithRemarks = 3;
 constexpr std::int64_t kMostOrders = 10'000'000;  // and purchase invoices, and suppliers
 constexpr std::int64_t kUsualInvoices = 913;      // in the ten years of a generated store
 constexpr std::size_t kLoginWidth = 4;  // Orders and expenses copy the login into columns of this width.
@@ -168,11 +170,33 @@ int backup(const std::vector<std::string>& words, std::ostream& out) {
   return kDone;
 }
 
+int import(const std::vector<std::string>& words, std::ostream& out) {
+  constexpr std::size_t kShown = 10;
+  const Arguments arguments(words, 2, {}, {"--strict", "--dry-run"});
+  const ImportReport report = importStore(arguments.file(0), arguments.file(1),
+                                          {arguments.has("--strict"), arguments.has("--dry-run")});
+  out << told(report, kShown);
+  if (!report.trial) out << "Rapport complet : « " << reportPath(report) << " ».\n";
+  return report.withoutRemarks() ? kDone : kWithRemarks;
+}
+
+int exportTables(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 2, {}, {});
+  const Description written = exportStore(arguments.file(0), arguments.file(1));
+  std::int64_t rows = 0;
+  for (const Description::Table& table : written.tables) rows += table.rows;
+  out << "« " << arguments.file(0) << " » est exportée dans le dossier « " << arguments.file(1)
+      << " » : " << written.tables.size() << " tables, " << rows << " lignes, " << written.pictures
+      << " images.\n";
+  return kDone;
+}
+
 int run(const std::vector<std::string>& words, std::ostream& out) {
   using Command = int (*)(const std::vector<std::string>&, std::ostream&);
   constexpr std::pair<std::string_view, Command> kCommands[] = {
-      {"create", create},     {"demo", demo},     {"generate", generate}, {"check", check},
-      {"versions", versions}, {"backup", backup}, {"upgrade", upgrade}};
+      {"create", create},   {"demo", demo},         {"generate", generate},
+      {"check", check},     {"versions", versions}, {"backup", backup},
+      {"upgrade", upgrade}, {"import", import},     {"export", exportTables}};
 
   if (words.empty()) throw UsageError("il manque la commande");
   if (std::find(words.begin(), words.end(), "--help") != words.end()) {

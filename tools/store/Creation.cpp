@@ -67,14 +67,6 @@ void removeLeftovers(const fs::path& path) {
                    std::strerror(errno));
 }
 
-void forceToDisk(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) raiseSystem(path);
-  const bool done = ::fsync(file) == 0;
-  ::close(file);
-  if (!done) raiseSystem(path);
-}
-
 /// Gives `from` the name `to`, never over an existing file.
 void giveName(const std::string& from, const std::string& to) {
   if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return;
@@ -123,8 +115,30 @@ class SqliteFiller : public Filler {
 
 }  // namespace
 
-void publishFile(const std::string& path, const std::function<void(const std::string&)>& build) {
+void forceToDisk(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) raiseSystem(path);
+  const bool done = ::fsync(file) == 0;
+  ::close(file);
+  if (!done) raiseSystem(path);
+}
+
+void requireFree(const std::string& path) {
   if (fs::exists(fs::symlink_status(path))) refuse(path);
+}
+
+std::string besideAt(DateTime moment, const std::string& path, std::string_view mark,
+                     std::string_view ending) {
+  std::string name = moment.stored().substr(0, 19);  // YYYY-MM-DD HH:MM:SS
+  std::erase(name, ':');
+  name[10] = '-';
+  const fs::path whole = path;
+  return whole.parent_path() /
+         (whole.stem().string() + '.' + std::string(mark) + '-' + name + std::string(ending));
+}
+
+void publishFile(const std::string& path, const std::function<void(const std::string&)>& build) {
+  requireFree(path);
   removeLeftovers(path);
   const Passing passing(path + std::string(kPassing) + std::to_string(::getpid()));
   passing.remove();

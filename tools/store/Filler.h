@@ -23,6 +23,9 @@ class Inserter {
     add_(row);
   }
 
+  /// The same with its values in one row.
+  void add(std::span<const Value> row) { add_(row); }
+
  private:
   template <typename T>
   static Value value(const T& given) {

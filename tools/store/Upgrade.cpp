@@ -7,6 +7,7 @@
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "tools/store/Backup.h"
+#include "tools/store/Creation.h"
 #include "tools/store/Inspection.h"
 
 namespace tavoline::tool {
@@ -26,15 +27,6 @@ void requireUpgradable(Connection& connection) {
                          "remettez la dernière sauvegarde :";
   for (const std::string& finding : findings) sentence += "\n  - " + finding;
   throw StoreError(sentence);
-}
-
-// BDD.mdb makes BDD.avant-2026-11-22-203000.mdb, beside it.
-std::string backupName(const std::filesystem::path& path) {
-  const DateTime now = Clock::now();
-  std::string moment = now.stored().substr(0, 19);  // YYYY-MM-DD HH:MM:SS
-  std::erase(moment, ':');
-  moment[10] = '-';
-  return path.parent_path() / (path.stem().string() + ".avant-" + moment + path.extension().string());
 }
 
 void add(Connection& connection, const std::vector<Definition>& missing) {
@@ -57,7 +49,8 @@ Upgrade upgradeStore(const std::string& path) {
     requireUpgradable(looking);
     if (missingDefinitions(looking).empty()) return done;
   }
-  done.backup = backupName(file.path);
+  done.backup =
+      besideAt(Clock::now(), file.path, "avant", std::filesystem::path(file.path).extension().string());
   backupStore(path, done.backup);
 
   Connection connection(file.path, file.name, Connection::Role::Writer);
