@@ -176,7 +176,7 @@ int import(const std::vector<std::string>& words, std::ostream& out) {
   const ImportReport report = importStore(arguments.file(0), arguments.file(1),
                                           {arguments.has("--strict"), arguments.has("--dry-run")});
   out << told(report, kShown);
-  if (!report.trial) out << "Rapport complet : « " << reportPath(report) << " ».\n";
+  if (!report.file.empty()) out << "Rapport complet : « " << report.file << " ».\n";
   return report.withoutRemarks() ? kDone : kWithRemarks;
 }
 

@@ -22,12 +22,14 @@ std::unique_ptr<RowSource> sourceAt(const std::string& path) {
 }
 
 void writeReport(ImportReport& report) {
+  const std::string path = besideAt(report.begun, report.target, "import", ".txt");
   try {
-    publishFile(reportPath(report), [&](const std::string& passing) {
+    publishFile(path, [&](const std::string& passing) {
       std::ofstream file(passing, std::ios::binary);
       file << told(report, 0);
       if (!file.flush()) throw StoreError("le disque est plein ou protégé");
     });
+    report.file = path;
   } catch (const StoreError& error) {
     report.remarks.push_back(std::string("Le rapport n'a pas pu être écrit : ") + error.what());
   }
@@ -61,10 +63,6 @@ ImportReport importStore(const std::string& path, const std::string& target, con
   ImportReport report = importRows(*source, path, target, manner);
   if (!manner.trial) writeReport(report);
   return report;
-}
-
-std::string reportPath(const ImportReport& report) {
-  return besideAt(report.begun, report.target, "import", ".txt");
 }
 
 }  // namespace tavoline::tool

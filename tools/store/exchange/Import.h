@@ -21,7 +21,4 @@ ImportReport importStore(const std::string& path, const std::string& target, con
 ImportReport importRows(RowSource& source, const std::string& path, const std::string& target,
                         const ImportManner& manner);
 
-/// Where the report of an import stands: beside its target, by the moment.
-std::string reportPath(const ImportReport& report);
-
 }  // namespace tavoline::tool

@@ -124,7 +124,7 @@ std::string_view pictureEnding(std::string_view bytes) {
 Unwrapped pictureWithin(const Bytes& field) {
   const std::string_view bytes = asView(field);
   if (!pictureEnding(bytes).empty()) return {Unwrapped::Kind::Picture, {}, {}};
-  const std::string size = std::to_string(bytes.size()) + " octets";
+  const std::string size = std::to_string(bytes.size()) + (bytes.size() > 1 ? " octets" : " octet");
   try {
     const Object object = objectIn(bytes);
     const std::string program = "objet « " + plain(object.program) + " »";

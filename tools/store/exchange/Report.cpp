@@ -44,8 +44,7 @@ std::string list(const std::string& title, const std::vector<std::string>& all, 
   std::string text = '\n' + title + " (" + std::to_string(count) + ") :\n";
   for (std::size_t i = 0; i < told; ++i) text += "  - " + all[i] + '\n';
   const std::int64_t more = count - static_cast<std::int64_t>(told);
-  if (more > 0)
-    text += "  - et " + std::to_string(more) + (shown ? " autres : voyez le rapport.\n" : " autres.\n");
+  if (more > 0) text += "  - et " + std::to_string(more) + (more > 1 ? " autres" : " autre") + ".\n";
   return text;
 }
 

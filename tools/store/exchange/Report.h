@@ -34,6 +34,7 @@ struct ImportReport {
   };
 
   std::string source, target;
+  std::string file;  ///< Where it stands as a file; empty where it does not.
   DateTime begun;
   bool trial = false;  ///< Nothing was to be written.
   std::vector<Table> tables;

@@ -70,7 +70,8 @@ std::vector<TableRows> tablesOf(JetFile& file, const std::string& path) {
   }
   if (all.empty())
     throw StoreError("« " + path +
-                     " » est une base Jet d'un autre programme : aucune des tables attendues ne s'y trouve.");
+                     " » n'a aucune des tables attendues : c'est la base d'un autre programme, ou son "
+                     "catalogue est abîmé. Rien n'a été importé.");
   if (!missing.empty())
     throw StoreError(
         "« " + path + " » n'est pas entière : il y manque " + missing +
