@@ -69,6 +69,7 @@ class Workstation {
 
   void serveSomebody() {
     if (waiter_.takeTable(oneOf(chance_, menu_.tables))) serve();
+    dm_.GestureDone();
     if (upTo(chance_, 2) == 0) dm_.Idle();
   }
   void logIn() { waiter_.logIn(); }
@@ -85,8 +86,10 @@ class Workstation {
 
  private:
   void serve() {
-    for (int gestures = upTo(chance_, 7); gestures > 0; --gestures)
+    for (int gestures = upTo(chance_, 7); gestures > 0; --gestures) {
+      dm_.GestureDone();
       upTo(chance_, 4) == 0 ? waiter_.removeLine() : void(waiter_.tap(oneOf(chance_, menu_.articles)));
+    }
     if (!waiter_.hasLines()) return waiter_.leave();
     upTo(chance_, 2) == 0 ? waiter_.save() : waiter_.closeTable();
   }
