@@ -89,6 +89,7 @@ void LineBarChart::addAxes() {
   auto* up = new QValueAxis;
   up->setRange(0, settings_.maximum);
   up->setLabelFormat(QStringLiteral("%.0f"));
+  up->setTickCount(4);  // of five, the library cuts the amounts in a pane of a hundred pixels
   up->setTitleText(settings_.axisY);
   up->setGridLineColor(QColor(theme::line));
   for (QAbstractAxis* axis : {static_cast<QAbstractAxis*>(across), static_cast<QAbstractAxis*>(up)}) {
