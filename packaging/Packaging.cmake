@@ -22,7 +22,7 @@ function(install_program target)
 endfunction()
 
 install(FILES ${PACKAGING}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
-foreach(page depannage deploy store)
+foreach(page depannage deploy importer store)
   install(FILES ${CMAKE_SOURCE_DIR}/docs/${page}.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endforeach()
 install_compressed(changelog ${CMAKE_INSTALL_DOCDIR})

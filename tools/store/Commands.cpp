@@ -36,6 +36,8 @@ SYNOPSIS
     tavoline-store versions FICHIER
     tavoline-store backup FICHIER COPIE
     tavoline-store upgrade FICHIER
+    tavoline-store import ANCIENNE CIBLE [--dry-run] [--strict]
+    tavoline-store export BASE DOSSIER
     tavoline-store --help | --version
 
 DESCRIPTION
@@ -55,6 +57,11 @@ DESCRIPTION
     upgrade    Ajoute à une base plus ancienne ce que sa forme d'aujourd'hui a de plus (index), puis la contrôle. En
                fait d'abord une copie à côté. Ne fait rien si rien ne manque, ni si une table ou une colonne manque.
                Les postes peuvent continuer ; leurs enregistrements attendent un instant.
+    import     Fait une base neuve de l'ancienne, ligne pour ligne : un fichier Jet 4 (.mdb, format 2000 à 2003) d'une
+               installation antérieure, qu'il ne modifie jamais, ou un dossier fait par export. Relit tout ce qu'il a
+               écrit, et en rend compte à l'écran et dans un fichier à côté de la base.
+    export     Écrit toute une base dans un dossier neuf : un fichier CSV par table, les images, et leur description.
+               Les postes peuvent continuer.
 
 OPTIONS
     --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
@@ -67,15 +74,19 @@ OPTIONS
     --suppliers N      Nombre de fournisseurs en plus de ceux de la démonstration. Sinon aucun.
     --seed S           Graine du hasard ; la même graine donne le même historique le même jour. Sinon 1.
     --pictures         Dessine aussi les images des articles.
+    --dry-run          Lit tout et en rend compte, mais n'écrit rien.
+    --strict           S'arrête à la première ligne refusée, sans rien écrire.
 
 ÉTAT DE SORTIE
     0   fait ; pour check et upgrade, la base est saine
     1   échec, dit sur la sortie d'erreur ; pour check et upgrade, la base n'est pas saine
     2   mauvais appel
+    3   import fait, avec des remarques à lire
 
 EXEMPLES
     tavoline-store create BDD.mdb --login 10 --password 4711 --nom Benali --prenom Karima
     tavoline-store backup BDD.mdb "sauvegardes/$(date +%F).mdb"
+    tavoline-store import BDD-ancienne.mdb BDD.mdb
 )";
 
 int create(const std::vector<std::string>& words, std::ostream& out) {

@@ -20,6 +20,12 @@ namespace {
 constexpr std::size_t kChunk = 256 * 1024;
 constexpr std::size_t kPrefix = sizeof(std::uint32_t);  // before each message
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kLimitsMemory = false;  // the sanitizer maps terabytes for itself
+#else
+constexpr bool kLimitsMemory = true;
+#endif
+
 void limit(__rlimit_resource resource, std::uint64_t most) {
   const rlimit both{most, most};
   ::setrlimit(resource, &both);
@@ -36,9 +42,7 @@ void confine(const ReadingProcess::Limits& limits, pid_t parent) {
   if (::getppid() != parent) ::_exit(1);
   limit(RLIMIT_CORE, 0);
   limit(RLIMIT_CPU, limits.seconds);
-#if !defined(__SANITIZE_ADDRESS__)  // which maps terabytes for itself
-  limit(RLIMIT_AS, mappedBytes() + limits.memory);
-#endif
+  if (kLimitsMemory) limit(RLIMIT_AS, mappedBytes() + limits.memory);
   // What the library says on its way is in no language of this program.
   const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, standard);
