@@ -6,6 +6,7 @@
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "shell/Entry.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
@@ -63,6 +64,10 @@ void TC_depenceF::ShowReason(std::string_view type) {
   setShown(reason->user, Label8, RzDBLookupComboBox1, Label9, DBEdit8);
 }
 
+void TC_depenceF::Begins() {
+  begun_ = DM->Depence["ID_depence"];
+}
+
 void TC_depenceF::RzDBComboBox1Change() {
   const std::string type = RzDBComboBox1->Text();
   ShowReason(type);
@@ -94,6 +99,7 @@ void TC_depenceF::RzBitBtn1Click() {
 
 void TC_depenceF::AdvSmoothButton1Click() {
   if (!mandatory({DBEdit4, RzDBComboBox1})) return;
+  if (DM->Depence["ID_depence"] != begun_) return sayDropped("La dépense commencée", "Fermer");
   if (Label13->Caption() == "insert") saveInsert();
   if (Label13->Caption() == "edit") saveEdit();
 }
@@ -109,9 +115,16 @@ void TC_depenceF::saveInsert() {
   DM->Depence["A"] = date.year();
   DM->Depence.Post();
   DM->Caisse.Edit();
-  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->Depence["montant_dep"];
-  DM->Caisse.Post();
+  debit(DM->Caisse["solde"] - DM->Depence["montant_dep"]);
   leave();
+}
+
+// Refused, the balance does not wait: the save that is repeated would take the amount twice.
+void TC_depenceF::debit(const Value& balance) {
+  DM->Caisse["solde"] = balance;
+  orElse([] { DM->Caisse.Post(); }, [] { DM->Caisse.Cancel(); },
+         "La dépense est enregistrée, mais la caisse n'est pas encore débitée.\n"
+         "Touchez encore « Enregistrer » : la dépense ne sera pas comptée deux fois.");
 }
 
 // The former amount is read as a whole number where it goes back to the desk: one with decimals ends the save
@@ -125,9 +138,7 @@ void TC_depenceF::saveEdit() {
   if (amount > readFloat(DBText3->Caption()) + former) return refuseAmount();
   saveEntry(DM->Depence);
   DM->Caisse.Edit();
-  DM->Caisse["solde"] =
-      DM->Caisse["solde"] - DM->Depence["montant_dep"] + Value(readInteger(Label14->Caption()));
-  DM->Caisse.Post();
+  debit(DM->Caisse["solde"] - DM->Depence["montant_dep"] + Value(readInteger(Label14->Caption())));
   leave();
 }
 

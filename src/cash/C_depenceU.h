@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "data/value/Value.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_C_depenceU.h"
 
@@ -26,12 +27,17 @@ class TC_depenceF : public TForm, public Ui::C_depenceF {
   /// Shows the inputs for an invoice and those for a user as the type has them; a text that is no type leaves
   /// them as they are.
   void ShowReason(std::string_view type);
+  /// Called on the row that is to be saved, once it is in insert or edit state.
+  void Begins();
 
  private:
   void saveInsert();
   void saveEdit();
+  static void debit(const Value& balance);
   void refuseAmount();
   void leave();
+
+  Value begun_;  // the number of the expense
 };
 
 extern TC_depenceF* C_depenceF;

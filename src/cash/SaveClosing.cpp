@@ -71,9 +71,7 @@ bool TcaiseF::amountsAreTyped() {
 // "Actualiser" drops a row that is not posted and stands on another closing, which must not be overwritten.
 bool TcaiseF::closingIsStillHere() {
   if (DM->Caise["date_lancement"] == begunAt_ && DM->Caise["n_caise"] == begunNumber_) return true;
-  ShowMessage(
-      "La clôture commencée n'est plus là : « Actualiser » l'a abandonnée. Rien n'a été enregistré. Quittez "
-      "par « Annuler », puis recommencez la clôture.");
+  sayDropped("La clôture commencée", "Annuler");
   return false;
 }
 

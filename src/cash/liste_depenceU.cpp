@@ -61,6 +61,7 @@ void Tliste_depenceF::AdvSmoothButton9Click() {
   DM->Depence["en_caisser"] = "NO";
   DM->Caisse.First();
   DM->Depence["id_caisse"] = DM->Caisse["id_caise"];
+  C_depenceF->Begins();
 }
 
 void Tliste_depenceF::AdvSmoothButton4Click() {
@@ -69,6 +70,7 @@ void Tliste_depenceF::AdvSmoothButton4Click() {
   C_depenceF->Label14->Caption(DM->Depence["montant_dep"].text());
   DM->Caisse.FilterBy("id_caise=" + inQuotes(DM->Depence["id_caisse"].text()));
   DM->Depence.Edit();
+  C_depenceF->Begins();
   showEntry();
   beginEntry();
 }

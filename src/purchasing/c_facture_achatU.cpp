@@ -4,11 +4,13 @@
 #include <QtCore/QTimer>
 
 #include "data/DMU.h"
+#include "data/value/Errors.h"
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "purchasing/Liste_fournisseurU.h"
 #include "shell/Entry.h"
 #include "shell/MenuU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
@@ -34,8 +36,29 @@ Tc_facture_achatF::Tc_facture_achatF() : TForm("c_facture_achatF") {
   Ready();
 }
 
+void Tc_facture_achatF::Begins() {
+  number_ = DM->facture_achat["N_facture"];
+}
+
+bool Tc_facture_achatF::BackToPending() {
+  if (!Visible()) return false;
+  if (DM->facture_achat.State() == DatasetState::Browse && DM->Achat.State() == DatasetState::Browse)
+    return false;
+  showInMainArea(*this);
+  beginEntry();
+  return true;
+}
+
+// "Actualiser" drops what is not stored and goes to the first invoice, which is another one.
+bool Tc_facture_achatF::invoiceIsStillHere() {
+  if (DM->facture_achat["N_facture"] == number_) return true;
+  sayDropped("La facture commencée", "Fermer");
+  return false;
+}
+
 void Tc_facture_achatF::EnregistrerClick() {
   if (!mandatory({DBEdit1, DBEdit3})) return;
+  if (!invoiceIsStillHere()) return;
   saveEntry(DM->facture_achat);
   enableToolbar(true);
   const DateTime date = DM->facture_achat["date_facture"].toDateTime();
@@ -48,6 +71,7 @@ void Tc_facture_achatF::EnregistrerClick() {
 
 // Stored at once: a header that is still new comes into the store with it, be it complete or not.
 void Tc_facture_achatF::EnCaisserClick() {
+  if (Visible() && !invoiceIsStillHere()) return;
   DM->facture_achat.Edit();
   DM->facture_achat["en_caisse"] = EnCaisser->Checked() ? "OUI" : "NON";
   DM->facture_achat.Post();
@@ -60,6 +84,8 @@ void Tc_facture_achatF::ChoisirFournisseurClick() {
 
 // The article list writes the article that is picked into the line begun here.
 void Tc_facture_achatF::x1Click() {
+  if (!invoiceIsStillHere()) return;
+  writeOwedStock();
   mode_ = "Add";
   showLineOpen(true);
   TForm* articles = Forms::find("Liste_produitF");
@@ -73,7 +99,8 @@ void Tc_facture_achatF::x1Click() {
 
 // The articles stay filtered to the one of this line, for whoever comes next.
 void Tc_facture_achatF::x2Click() {
-  if (DM->Achat.Eof()) return;
+  if (DM->Achat.Eof() || !invoiceIsStillHere()) return;
+  writeOwedStock();
   mode_ = "Edit";
   showLineOpen(true);
   showDecoration(true);
@@ -95,14 +122,25 @@ void Tc_facture_achatF::x3Click() {
 
 // The stock goes down whatever `desto` says, and the totals stay as they were until the next validated line.
 void Tc_facture_achatF::x4Click() {
-  if (DM->Achat.Eof()) return;
+  if (DM->Achat.Eof() || !invoiceIsStillHere()) return;
   if (!ConfirmDeletion()) return;
+  writeOwedStock();
+  const std::pair line{DM->Achat.RecordNumber(), DM->Achat["code_barre"].text()};
+  if (takenBack_ != line) takeBackStock();
+  takenBack_ = line;
+  orElse([] { DM->Achat.Delete(); }, [] {},
+         "Le stock est repris, mais la ligne est encore dans la facture.\nSupprimez-la encore : le stock ne "
+         "sera "
+         "pas repris deux fois.");
+  takenBack_.reset();
+  DM->Article.Filtered(false);
+}
+
+void Tc_facture_achatF::takeBackStock() {
   DM->Article.FilterBy("code_barre=" + inQuotes(DM->Achat["code_barre"].text()));
   DM->Article.Edit();
   DM->Article["qte_stock"] = DM->Article["qte_stock"] - DM->Achat["qte_achat"];
-  DM->Article.Post();
-  DM->Achat.Delete();
-  DM->Article.Filtered(false);
+  orElse([] { DM->Article.Post(); }, [] { DM->Article.Cancel(); }, "");
 }
 
 // What was posted before a failure stays.
@@ -118,6 +156,12 @@ void Tc_facture_achatF::x5Click() {
 void Tc_facture_achatF::validateLine() {
   const bool adding = mode_ == "Add";
   if (!adding && mode_ != "Edit") return;
+  if (lineOpen_ && DM->Achat.State() == DatasetState::Browse)
+    throw DatasetError(
+        "la ligne n'est plus en cours de saisie : « Actualiser » l'a abandonnée, ou une autre a été choisie. "
+        "Rien "
+        "de plus n'est enregistré.");
+  writeOwedStock();
   showLineOpen(false);
   DM->Achat.Edit();
   DM->Achat["TOTAL"] = DM->Achat["qte_achat"] * DM->Achat["prix_achat"];
@@ -175,19 +219,43 @@ void Tc_facture_achatF::keepRemainder() {
 }
 
 void Tc_facture_achatF::receiveStock() {
-  DM->Article.Edit();
-  DM->Article["qte_stock"] = DM->Article["qte_stock"] + DM->Achat["qte_achat"];
-  DM->Article["prix_achat"] = DM->Achat["prix_achat"];
-  DM->Article.Post();
+  writeStock(DM->Achat["qte_achat"]);
 }
 
 // A price that changed alone does not reach the article.
 void Tc_facture_achatF::correctStock() {
   if (DM->Achat["qte_achat"] == Value(formerQuantity_)) return;
+  writeStock(Value(0) - Value(readInteger(formerQuantity_)) + DM->Achat["qte_achat"]);
+}
+
+void Tc_facture_achatF::writeStock(const Value& more) {
+  const Value price = DM->Achat["prix_achat"];
   DM->Article.Edit();
-  DM->Article["qte_stock"] = DM->Article["qte_stock"] - readInteger(formerQuantity_) + DM->Achat["qte_achat"];
-  DM->Article["prix_achat"] = DM->Achat["prix_achat"];
-  DM->Article.Post();
+  DM->Article["qte_stock"] = DM->Article["qte_stock"] + more;
+  DM->Article["prix_achat"] = price;
+  orElse([] { DM->Article.Post(); },
+         [&] {
+           owed_ = {DM->Article["code_barre"].text(), more, price};
+           DM->Article.Cancel();
+         },
+         "La ligne est enregistrée, mais pas encore son stock.\nIl le sera avec votre prochaine action sur "
+         "cette "
+         "facture : ne saisissez pas la ligne une seconde fois.");
+}
+
+// Of an article that is deleted meanwhile, nothing is owed.
+void Tc_facture_achatF::writeOwedStock() {
+  if (!owed_) return;
+  DM->Article.Reopen();
+  DM->Article.FilterBy("code_barre=" + inQuotes(owed_->article));
+  if (!DM->Article.Eof()) {
+    DM->Article.Edit();
+    DM->Article["qte_stock"] = DM->Article["qte_stock"] + owed_->quantity;
+    DM->Article["prix_achat"] = owed_->price;
+    orElse([] { DM->Article.Post(); }, [] { DM->Article.Cancel(); }, "");
+  }
+  owed_.reset();
+  DM->Article.Filtered(false);
 }
 
 // What is kept of the line follows the row that the user goes to, also when he stays on it: the quantity
@@ -219,6 +287,7 @@ void Tc_facture_achatF::beginQuantity() {
 }
 
 void Tc_facture_achatF::FermerClick() {
+  writeOwedStock();
   DM->Article.Filtered(false);
   DM->Achat.Cancel();
   DM->facture_achat.Cancel();
@@ -235,6 +304,8 @@ void Tc_facture_achatF::AnnulerClick() {
 
 // Also when the user is changed meanwhile: what was typed and not saved goes with the screen.
 void Tc_facture_achatF::FormClose() {
+  lineOpen_ = false;
+  takenBack_.reset();
   mode_.clear();
   formerQuantity_.clear();
   code_.clear();
@@ -246,6 +317,7 @@ void Tc_facture_achatF::FormClose() {
 }
 
 void Tc_facture_achatF::showLineOpen(bool open) {
+  lineOpen_ = open;
   for (Button* idle : {x1, x2, x4}) idle->setEnabled(!open);
   for (Button* pending : {x3, x5}) pending->setEnabled(open);
 }

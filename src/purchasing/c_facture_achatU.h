@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 
+#include "data/value/Value.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_c_facture_achatU.h"
 
@@ -13,6 +16,12 @@ namespace tavoline {
 class Tc_facture_achatF : public TForm, public Ui::c_facture_achatF {
  public:
   Tc_facture_achatF();
+
+  /// Called on the header that is to be entered, once it is in insert or edit state.
+  void Begins();
+  /// Brings the entry back to the front if something in it is not stored yet, which another one would store
+  /// half; false, and nothing done, otherwise.
+  bool BackToPending();
 
  protected:
   void FormClose() override;
@@ -36,12 +45,27 @@ class Tc_facture_achatF : public TForm, public Ui::c_facture_achatF {
   void showDecoration(bool shown);
   void enableToolbar(bool enabled);
   void beginQuantity();
+  bool invoiceIsStillHere();
   void validateLine();
   void computeTotals();
   void openRemainder();
   void keepRemainder();
   void receiveStock();
   void correctStock();
+  void writeStock(const Value& more);
+  void writeOwedStock();
+  void takeBackStock();
+
+  Value number_;           // of the invoice
+  bool lineOpen_ = false;  // begun, neither validated nor cancelled
+  // Of a line that stands while the store refused its stock.
+  struct OwedStock {
+    std::string article;
+    Value quantity, price;
+  };
+  std::optional<OwedStock> owed_;
+  // A line whose stock is taken back and which stands still: the number of its row, and its article.
+  std::optional<std::pair<int, std::string>> takenBack_;
 
   // Of the line under entry; lost when the screen closes.
   std::string mode_;                             // "Add", "Edit", or none under way

@@ -9,6 +9,7 @@
 #include "purchasing/montantU.h"
 #include "shell/Entry.h"
 #include "shell/MenuU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/Report.h"
@@ -93,6 +94,7 @@ void Tliste_facture_achatF::InitialiserClick() {
 
 // The box is cleared while the list still stands on another invoice, which takes the "NON" of that change.
 void Tliste_facture_achatF::AjouterClick() {
+  if (c_facture_achatF->BackToPending()) return;
   DM->F.Reopen();
   c_facture_achatF->EnCaisser->Checked(false);
   showInMainArea(*c_facture_achatF);
@@ -102,10 +104,12 @@ void Tliste_facture_achatF::AjouterClick() {
   const std::string number = nextNumber(*DBText1).text();
   c_facture_achatF->DBEdit1->Text(number);
   DM->Achat.FilterBy("n_facture='" + number + "'");
+  c_facture_achatF->Begins();
   beginEntry();
 }
 
 void Tliste_facture_achatF::ModifierClick() {
+  if (c_facture_achatF->BackToPending()) return;
   if (DM->facture_achat["en_caisse"] == "OUI" && atAnotherDesk()) {
     ShowMessage(kOtherDesk);
     MenuF->RzGroupBar2->setEnabled(true);
@@ -115,6 +119,7 @@ void Tliste_facture_achatF::ModifierClick() {
   showInMainArea(*c_facture_achatF);
   beginEntry();
   DM->facture_achat.Edit();
+  c_facture_achatF->Begins();
 }
 
 // Nothing goes back to the desk, even if money was paid.
@@ -166,14 +171,23 @@ void Tliste_facture_achatF::payOutsideDesk() {
 }
 
 void Tliste_facture_achatF::giveExcessBack() {
+  const Value invoice = DM->facture_achat["N_facture"];
   DM->Caisse.FilterBy("id_caise='" + DM->operation["id_caisse_active"].text() + "'");
-  DM->Caisse.Edit();
-  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_RESTE"];
-  DM->Caisse.Post();
+  if (givenBackOn_ != invoice) {
+    DM->Caisse.Edit();
+    DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_RESTE"];
+    orElse(
+        [] { DM->Caisse.Post(); }, [] { DM->Caisse.Cancel(); },
+        "Le trop-payé n'est pas encore rendu à la caisse.\nChoisissez encore « Declaré le montant Versé ».");
+    givenBackOn_ = invoice;
+  }
   DM->facture_achat.Edit();
   DM->facture_achat["MONTANT_VERSE"] = DM->facture_achat["TCC"];
   DM->facture_achat["MONTANT_RESTE"] = 0;
-  DM->facture_achat.Post();
+  orElse([] { DM->facture_achat.Post(); }, [] { DM->facture_achat.Cancel(); },
+         "Le trop-payé est rendu à la caisse, mais la facture ne le montre pas encore.\nChoisissez encore « "
+         "Declaré le montant Versé » : il ne sera pas rendu deux fois.");
+  givenBackOn_ = Value();
   DM->Caisse.Filtered(false);
 }
 

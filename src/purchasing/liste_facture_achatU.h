@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "data/value/Value.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_liste_facture_achatU.h"
 
@@ -32,7 +33,9 @@ class Tliste_facture_achatF : public TForm, public Ui::liste_facture_achatF {
   Value remainder();
   void payAtDesk();
   void payOutsideDesk();
-  static void giveExcessBack();
+  void giveExcessBack();
+
+  Value givenBackOn_;  // an invoice whose excess the desk has back, and which still shows it; null for none
 };
 
 extern Tliste_facture_achatF* liste_facture_achatF;

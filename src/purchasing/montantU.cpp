@@ -1,6 +1,7 @@
 #include "purchasing/montantU.h"
 
 #include "data/DMU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
@@ -35,6 +36,7 @@ void TMontantF::FormShow() {
 // Stored in any case once it does not exceed the total: a further payment that is refused afterwards has then
 // taken the place of what was paid before.
 void TMontantF::EnregistrerClick() {
+  if (!due_.empty()) return writeDue();
   const std::string amount = DBEdit1->Text();
   if (amount.empty()) return;
   if (amount > DBText1->Caption()) return ShowMessage("Le montant Versé doit etre inférieur ou égal a TTC");
@@ -51,40 +53,64 @@ void TMontantF::EnregistrerClick() {
       return ShowMessage("Le montant Versé doit etre inférieur ou égal {montant reste} ");
     payFurther();
   }
+}
+
+void TMontantF::payFirst() {
+  due_ = {writeRest};
+  if (atDesk()) due_.emplace_back([] { takeFromDesk(Value(0)); });
+  writeDue();
+}
+
+void TMontantF::payFurther() {
+  const Value before = Value(Label7->Caption()).toFloat();
+  due_ = {[before] { writeSum(before); }, writeRest};
+  if (atDesk()) due_.emplace_back([before] { takeFromDesk(before); });
+  writeDue();
+}
+
+// What the store refuses does not wait in its row, where a repeated payment would add to it.
+void TMontantF::writeDue() {
+  while (!due_.empty()) {
+    orElse(
+        due_.front(),
+        [] {
+          DM->facture_achat.Cancel();
+          DM->Caisse.Cancel();
+        },
+        atDesk() ? "Le montant versé est inscrit sur la facture, mais la caisse n'est pas encore débitée.\n"
+                   "Touchez encore « Enregistrer » : le reste s'écrit alors, et rien deux fois."
+                 : "Le montant versé est inscrit, mais pas encore ce qui reste à payer.\n"
+                   "Touchez encore « Enregistrer » : rien n'est compté deux fois.");
+    due_.pop_front();
+  }
   Close();
   DM->facture_achat.Filtered(false);
 }
 
-void TMontantF::payFirst() {
+void TMontantF::writeSum(const Value& before) {
   DM->facture_achat.Edit();
-  DM->facture_achat["MONTANT_RESTE"] = DM->facture_achat["TCC"] - DM->facture_achat["MONTANT_VERSE"];
+  DM->facture_achat["MONTANT_VERSE"] = DM->facture_achat["MONTANT_VERSE"] + before;
   DM->facture_achat.Post();
-  if (!atDesk()) return;
-  standOnActiveDesk();
-  DM->Caisse.Edit();
-  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_VERSE"];
-  DM->Caisse.Post();
-  DM->Caisse.Filtered(false);
 }
 
-void TMontantF::payFurther() {
-  const Value before = Label7->Caption();
-  DM->facture_achat.Edit();
-  DM->facture_achat["MONTANT_VERSE"] = DM->facture_achat["MONTANT_VERSE"] + before.toFloat();
-  DM->facture_achat.Post();
+void TMontantF::writeRest() {
   DM->facture_achat.Edit();
   DM->facture_achat["MONTANT_RESTE"] = DM->facture_achat["TCC"] - DM->facture_achat["MONTANT_VERSE"];
   DM->facture_achat.Post();
-  if (!atDesk()) return;
+}
+
+// Exactly this payment: all that is paid less what was paid before.
+void TMontantF::takeFromDesk(const Value& before) {
   standOnActiveDesk();
   DM->Caisse.Edit();
-  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_VERSE"] + before.toFloat();
+  DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_VERSE"] + before;
   DM->Caisse.Post();
   DM->Caisse.Filtered(false);
 }
 
 // An amount that was typed and not saved is dropped before the filter goes, which would store it.
 void TMontantF::FormClose() {
+  due_.clear();
   DM->facture_achat.Cancel();
   DM->facture_achat.Filtered(false);
 }

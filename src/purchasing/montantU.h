@@ -1,5 +1,9 @@
 #pragma once
 
+#include <deque>
+#include <functional>
+
+#include "data/value/Value.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_montantU.h"
 
@@ -20,8 +24,15 @@ class TMontantF : public TForm, public Ui::MontantF {
   void EnregistrerClick();
   static bool atDesk();
   static void standOnActiveDesk();
-  static void payFirst();
+  void payFirst();
   void payFurther();
+  void writeDue();
+  static void writeSum(const Value& before);
+  static void writeRest();
+  static void takeFromDesk(const Value& before);
+
+  // The writes that a payment still needs, in their order; some are left where the store refused one.
+  std::deque<std::function<void()>> due_;
 };
 
 extern TMontantF* MontantF;

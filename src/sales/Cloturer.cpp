@@ -8,6 +8,7 @@
 #include "sales/RenduU.h"
 #include "shell/Entry.h"
 #include "shell/MenuU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/Report.h"
 

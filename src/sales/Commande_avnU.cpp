@@ -10,6 +10,7 @@
 #include "sales/commandeU.h"
 #include "sales/qteU.h"
 #include "shell/MenuU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/Report.h"
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "data/value/Value.h"
@@ -17,9 +16,5 @@ struct Unfinished {
   std::string returned;  ///< The line, told by order and article, whose stock is back and which stands still.
   std::string credited;  ///< The order that the desk has been credited with and whose table is not free yet.
 };
-
-/// Does a write. If the store refuses it, undoes what waits for it by `giveUp`, and throws StoreError with
-/// the store's sentence, behind which `told` says what was done, what was not, and how to go on.
-void orElse(const std::function<void()>& write, const std::function<void()>& giveUp, const std::string& told);
 
 }  // namespace tavoline

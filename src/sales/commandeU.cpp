@@ -8,8 +8,8 @@
 #include "sales/Commande_avnU.h"
 #include "sales/OrderRow.h"
 #include "sales/TablePictures.h"
-#include "sales/Unfinished.h"
 #include "shell/MenuU.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {

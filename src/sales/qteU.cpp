@@ -5,6 +5,7 @@
 #include "data/value/Text.h"
 #include "sales/Commande_avnU.h"
 #include "shell/Entry.h"
+#include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {

@@ -53,6 +53,12 @@ void demandNumber(const Value& value, const std::string& what) {
     throw ConversionError("Il manque un nombre : " + what + " est vide. Rien n'est enregistré.");
 }
 
+void sayDropped(std::string_view begun, std::string_view leave) {
+  ShowMessage(std::string(begun) +
+              " n'est plus là : « Actualiser » l'a abandonnée. Rien n'a été enregistré. Quittez par « " +
+              std::string(leave) + " », puis recommencez.");
+}
+
 void deleteOnConsent(Dataset& rows) {
   if (rows.Eof()) return;
   if (ConfirmDeletion()) rows.Delete();

@@ -60,6 +60,11 @@ void saves(Dataset& rows, TForm& entry, Button* Enregistrer, const EntryInputs& 
 /// Makes the entry's "Fermer" drop what was typed, put the colours of `painted` back, and end the entry.
 void givesUp(Dataset& rows, TForm& entry, Button* Fermer, const EntryInputs& painted = {});
 
+/// Says that the row which a screen began is no more: "Actualiser" drops it and goes to another one, which
+/// must not take its place. `begun` is the subject of the sentence ("La dépense commencée"), `leave` the
+/// caption of the button that gives the screen up.
+void sayDropped(std::string_view begun, std::string_view leave);
+
 /// The key of a row about to be inserted: the number that `highest` shows plus one, 1 where it shows nothing.
 /// The aggregate behind it is to be reopened before.
 Value nextNumber(DBText& highest);

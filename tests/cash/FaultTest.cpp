@@ -84,5 +84,31 @@ TEST(ClosingFaultTest, ARefusedWriteLeavesTheEarlierOnesAndTheScreenAsItWas) {
     }
 }
 
+// Repeated, an expense is there once and its desk has paid it once.
+TEST(ExpenseFaultTest, ARefusedWriteIsMadeUpByTheNextSave) {
+  const std::string arrival =
+      "store " TAVOLINE_FOLDER "cafe.sql\nstart\nlogin 10 1\ntap MenuF.AdvSmoothButton5\nin C_depenceF\n";
+  const struct {
+    int writes;
+    std::string before, contents;
+  } saves[] = {{3, "tap liste_depenceF.AdvSmoothButton9\nset RzDBComboBox1 Autres\nover DBEdit4 200",
+                "3 9500.0 11800.0"},
+               {2, "tap liste_depenceF.AdvSmoothButton4\nover DBEdit4 400", "2 9400.0 600.4"}};
+  for (const auto& save : saves)
+    for (int n = 1; n <= save.writes; ++n) {
+      SCOPED_TRACE(save.before + ", write " + std::to_string(n));
+      test::StoreVfs disk;
+      Session desk;
+      desk.play(arrival + save.before);
+      int writes = 0;
+      desk.beforeWrite = [&] { ++writes == n ? disk.failWrites(SQLITE_FULL) : disk.heal(); };
+      EXPECT_THAT(desk.play("tap AdvSmoothButton1\ntap AdvSmoothButton1"), HasSubstr("plein"));
+      EXPECT_EQ(
+          desk.at.value("select count(*) || ' ' || sum(montant_dep) || ' ' || (select min(solde) from caisse "
+                        "where solde not in (12000, 700.4, 5000)) from depence"),
+          save.contents);
+    }
+}
+
 }  // namespace
 }  // namespace tavoline

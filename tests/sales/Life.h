@@ -14,11 +14,16 @@ inline const char Contents[] =
     "|| (select json_group_array(json_array(ID_table, etat, control, n_commande)) from Table_)"
     "|| (select json_group_array(json_array(ID_caise, solde)) from caisse)";
 
+/// The steps to the map, on a store that is open; and on a fresh one.
+inline const std::string kMap =
+    "start\nlogin ab12 x\ntap AdvSmoothButton6\nin commandeF\nchoose DBLookupListBox1 1\n";
+inline const std::string kFreshMap = "store " TAVOLINE_FOLDER "cafeteria.sql\n" + kMap;
+
 /// A workstation at the map of a small cafeteria, played by the steps of a session.
 class Life : public Session {
  public:
-  Life() { arrive("store " TAVOLINE_FOLDER "cafeteria.sql\n"); }
-  explicit Life(const std::filesystem::path& folder) : Session(folder) { arrive(""); }
+  Life() { play(kFreshMap); }
+  explicit Life(const std::filesystem::path& folder) : Session(folder) { play(kMap); }
 
   std::string contents() { return at.value(std::string("select ") + Contents); }
   /// Runs `strike` when the n-th write from now on is asked for.
@@ -26,11 +31,6 @@ class Life : public Session {
     beforeWrite = [n, strike, count = 0]() mutable {
       if (++count == n) strike();
     };
-  }
-
- private:
-  void arrive(const std::string& steps) {
-    play(steps + "start\nlogin ab12 x\ntap AdvSmoothButton6\nin commandeF\nchoose DBLookupListBox1 1");
   }
 };
 

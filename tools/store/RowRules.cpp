@@ -62,7 +62,20 @@ constexpr Rule kRules[] = {
      "0.005 AND [depence].[date_depense] >= [caise].[date_fin])"},
     {"Dépenses restées à mi-chemin, dont la caisse n'a pas été débitée (supprimez-les, puis saisissez-les de "
      "nouveau), n° : ",
-     "SELECT [ID_depence] FROM [depence] WHERE [J] IS NULL AND [date_depense] IS NOT NULL"},
+     // Or the desk holds as much too much as its last expense took, by its last closing and what came since.
+     "SELECT [ID_depence] FROM [depence] WHERE ([J] IS NULL AND [date_depense] IS NOT NULL) OR [rid] IN ("
+     "SELECT [last].[rid] FROM [depence] AS [last], [caisse], [caise] WHERE [last].[rid] IN (SELECT "
+     "max([rid]) "
+     "FROM [depence] WHERE [type_depnce] <> 'Perte' GROUP BY [id_caisse]) AND [caisse].[ID_caise] = "
+     "[last].[id_caisse] AND [caise].[rid] IN (SELECT max([rid]) FROM [caise] GROUP BY [id_caisse]) AND "
+     "[caise].[id_caisse] = [last].[id_caisse] AND [last].[date_depense] >= [caise].[date_fin] AND "
+     "[last].[montant_dep] > 0 AND abs([caisse].[solde] - [last].[montant_dep] - [caise].[fond_caisse] - "
+     "coalesce((SELECT sum([tcc]) FROM [commande] WHERE [commande].[id_caisse] = [last].[id_caisse] AND "
+     "[en_caisser] = 'no' AND [etat_commande] = 'Terminer'), 0) + (SELECT sum([montant_dep]) FROM [depence] "
+     "WHERE "
+     "[depence].[id_caisse] = [last].[id_caisse] AND [type_depnce] <> 'Perte' AND [depence].[date_depense] "
+     ">= "
+     "[caise].[date_fin])) < 0.005)"},
     {"Commandes sans numéro, lignes : ", "SELECT [rid] FROM [commande] WHERE [n_commande] IS NULL"},
 };
 

@@ -187,6 +187,7 @@ void DBGrid::standOn(const QModelIndex& index) {
   sync();
   if (!dataset() || !dataset()->Active() || index.row() >= model_->rowCount()) return;
   if (model_->isInserted(index.row())) return;
+  if (holdsInserted_ && dataset()->State() == DatasetState::Insert) return;
   if (dataset()->RecordNumber() != index.row()) dataset()->MoveTo(std::size_t(index.row()));
   model_->setCurrent(index.row());
 }

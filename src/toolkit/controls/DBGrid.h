@@ -27,7 +27,8 @@ namespace tavoline {
 /// typed in a cell is posted when its row is left; Ctrl+Delete deletes the current row of a grid that is not
 /// read only, once confirmed, unless it `keepsRows`. The actions of a grid are its menu (see GridMenu).
 ///
-/// In a grid that is not read only, a row that waits in insert state is the last one. Text that its field
+/// In a grid that is not read only, a row that waits in insert state is the last one; where the grid
+/// `holdsInserted`, neither a tap nor a key leaves it, and so stores it, for another row. Text that its field
 /// refuses stays in the cell, to be mended or given up (Esc); typed text goes to the dataset as soon as that
 /// asks for it.
 class DBGrid : public QTableView, public Binding {
@@ -36,6 +37,7 @@ class DBGrid : public QTableView, public Binding {
   Q_PROPERTY(QStringList columns READ columns WRITE setColumns)
   Q_PROPERTY(bool readOnly READ readOnly WRITE setReadOnly)
   Q_PROPERTY(bool keepsRows MEMBER keepsRows_)
+  Q_PROPERTY(bool holdsInserted MEMBER holdsInserted_)
 
  public:
   explicit DBGrid(QWidget* parent = nullptr);
@@ -86,7 +88,7 @@ class DBGrid : public QTableView, public Binding {
   void countOn();
 
   QStringList columns_;
-  bool readOnly_ = true, keepsRows_ = false, rowsStale_ = true;
+  bool readOnly_ = true, keepsRows_ = false, holdsInserted_ = false, rowsStale_ = true;
   bool refused_ = false;  // what was typed in the open cell
   Model* model_;
   std::unique_ptr<Fit> fit_;

@@ -1,4 +1,4 @@
-#include "sales/Unfinished.h"
+#include "shell/OrElse.h"
 
 #include "data/value/Errors.h"
 
