@@ -197,8 +197,8 @@ int exportTables(const std::vector<std::string>& words, std::ostream& out) {
   std::int64_t rows = 0;
   for (const Description::Table& table : written.tables) rows += table.rows;
   out << "« " << arguments.file(0) << " » est exportée dans le dossier « " << arguments.file(1)
-      << " » : " << written.tables.size() << " tables, " << rows << " lignes, " << written.pictures
-      << " images.\n";
+      << " » : " << written.tables.size() << " tables, " << rows << " lignes ; images : " << written.pictures
+      << ".\n";
   return kDone;
 }
 

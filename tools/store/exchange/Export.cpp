@@ -145,8 +145,8 @@ class Folder {
   std::string picture(const Bytes& bytes) {
     const std::string_view view(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     const std::string_view ending = pictureEnding(view);
-    const std::string name = std::string(kPictureFolder) + '/' + sha256(bytes) + '.' +
-                             (ending.empty() ? "bin" : std::string(ending));
+    std::string name = std::string(kPictureFolder) + '/' + sha256(bytes) + '.' +
+                       (ending.empty() ? "bin" : std::string(ending));
     if (fs::exists(path_ / name)) return name;
     File file(path_ / name);
     file.write(view);

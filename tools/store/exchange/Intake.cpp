@@ -16,6 +16,7 @@ constexpr std::pair<std::string_view, std::string_view> kSummed[] = {
 
 std::vector<std::string_view> columnNames(const schema::Table& table) {
   std::vector<std::string_view> names;
+  names.reserve(table.columns.size());
   for (const schema::Column& column : table.columns) names.push_back(column.name);
   return names;
 }
@@ -74,7 +75,7 @@ void Intake::row(std::vector<Value>& values) {
 std::optional<std::string> Intake::whyRefused() {
   for (std::size_t i = 0; i < row_.size(); ++i) {
     const schema::Column& column = table_->columns[i];
-    if (const auto reason = fit(row_[i], column)) return reason;
+    if (auto reason = fit(row_[i], column)) return reason;
     if (manner_.freesPictures && column.type == FieldType::Blob && !row_[i].isNull())
       row_[i] = freed(row_[i], column);
   }

@@ -144,12 +144,12 @@ void JetFile::standOn(std::uint32_t number) {
 
 JetFile::Row JetFile::row(const Page& page, RowPlace place) const {
   const std::size_t rows = wordAt(page, kRowCount);
-  const std::size_t behindStarts = kRowStarts + 2 * rows;
+  const std::size_t behindStarts = kRowStarts + 2 * rows, entryAt = kRowStarts + 2 * std::size_t{place.row};
   if (page[0] != kDataPage || behindStarts > kPageSize || place.row >= rows)
     damaged("page " + std::to_string(place.page));
-  const std::uint16_t entry = wordAt(page, kRowStarts + 2 * place.row);
+  const std::uint16_t entry = wordAt(page, entryAt);
   const std::size_t start = entry & kStart;
-  const std::size_t end = place.row == 0 ? kPageSize : wordAt(page, kRowStarts + 2 * place.row - 2) & kStart;
+  const std::size_t end = place.row == 0 ? kPageSize : wordAt(page, entryAt - 2) & kStart;
   if (start < behindStarts || start > end || end > kPageSize)
     damaged("page " + std::to_string(place.page) + ", ligne " + std::to_string(place.row));
   return {Part(page).subspan(start, end - start), start, (entry & kDeleted) != 0, (entry & kPointer) != 0};

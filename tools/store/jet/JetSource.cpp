@@ -104,6 +104,10 @@ void sendTable(const schema::Table& table, TableRows& rows, const ReadingProcess
     send(kRemark + std::string("La table « ") + std::string(table.name) +
          " » dit n'avoir aucune ligne et en a " + std::to_string(count) +
          " : l'ancien programme a été arrêté brutalement. Toutes ont été lues.");
+  if (rows.mended() > 0)
+    send(kRemark + std::string("La table « ") + std::string(table.name) + " » a " +
+         std::to_string(rows.mended()) +
+         " textes dont un caractère n'est pas entier : « \xEF\xBF\xBD » en tient la place.");
 }
 
 void sendAll(const std::string& path, const ReadingProcess::Sending& send) {
@@ -182,6 +186,12 @@ JetSource::JetSource(std::string path) : path_(std::move(path)) {
 }
 
 void JetSource::read(RowReceiver& receiver) {
+  const std::filesystem::path lock = std::filesystem::path(path_).replace_extension(".ldb");
+  if (std::filesystem::exists(lock))
+    receiver.remark(
+        "« " + lock.string() +
+        " » est là : l'ancien programme est peut-être encore ouvert sur un poste. Ce qu'il n'a pas encore "
+        "écrit manque alors.");
   const auto before = Trace::of(path_);
   ReadingProcess process([&](const ReadingProcess::Sending& send) { sendAll(path_, send); },
                          limitsFor(path_));

@@ -17,7 +17,7 @@
 namespace tavoline::tool::jet {
 namespace {
 
-constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::size_t kChunk = 262144;
 constexpr std::size_t kPrefix = sizeof(std::uint32_t);  // before each message
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -76,7 +76,8 @@ void writeAll(int file, std::string_view bytes) {
 ReadingProcess::ReadingProcess(const std::function<void(const Sending&)>& work, Limits limits) {
   int ends[2] = {-1, -1};
   const pid_t parent = ::getpid();
-  if (::pipe2(ends, O_CLOEXEC) != 0 || (process_ = ::fork()) < 0)
+  if (::pipe2(ends, O_CLOEXEC) == 0) process_ = ::fork();
+  if (process_ < 0)
     throw StoreError(
         "Le système ne permet pas de lancer la lecture. Fermez des programmes, puis recommencez.",
         std::strerror(errno));

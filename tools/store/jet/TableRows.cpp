@@ -216,7 +216,8 @@ Value TableRows::value(std::size_t number, Part bytes, bool null, RowPlace place
   const auto text = [&](Part stored) -> Value {
     auto decoded = textOf(stored);
     if (!decoded) damaged(place);
-    return std::move(*decoded);
+    mended_ += decoded->mended;
+    return std::move(decoded->text);
   };
   switch (column.col_type) {
     case MDB_BYTE:

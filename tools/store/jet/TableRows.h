@@ -21,7 +21,10 @@ class TableRows {
   }  ///< Of the schema, that the file has, in its own order.
   const std::vector<std::string>& unknown() const {
     return unknown_;
-  }                               ///< Of the file, that the schema lacks.
+  }  ///< Of the file, that the schema lacks.
+  std::int64_t mended() const {
+    return mended_;
+  }                               ///< Texts read so far of which a character was no whole one.
   std::int64_t declared() const;  ///< Rows that the definition says to hold; may be 0 after an unclean end.
 
   /// Each row's values, in the order of columns(). Throws StoreError for anything that does not lie where it
@@ -48,7 +51,7 @@ class TableRows {
   std::vector<std::uint32_t> pages_;
   std::vector<Value> values_;
   Page page_, moved_;
-  std::int64_t count_ = 0;
+  std::int64_t count_ = 0, mended_ = 0;
 };
 
 }  // namespace tavoline::tool::jet

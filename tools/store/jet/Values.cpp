@@ -17,33 +17,39 @@ class Utf16 {
   void add(std::uint16_t unit) {
     const bool high = unit >= 0xD800 && unit < 0xDC00, low = unit >= 0xDC00 && unit < 0xE000;
     if (low && high_) {
-      encode(0x10000 + ((*high_ - 0xD800U) << 10) + (unit - 0xDC00U), text_);
+      encode(0x10000 + ((*high_ - 0xD800U) << 10) + (unit - 0xDC00U), text_.text);
       high_.reset();
       return;
     }
     endPair();
     if (high)
       high_ = unit;
+    else if (low)
+      mend();
     else
-      encode(low ? kReplacement : char32_t{unit}, text_);
+      encode(unit, text_.text);
   }
-  std::string text() {
+  StoredText text() {
     endPair();
     return std::move(text_);
   }
 
  private:
   void endPair() {
-    if (high_) encode(kReplacement, text_);
+    if (high_) mend();
     high_.reset();
   }
+  void mend() {
+    encode(kReplacement, text_.text);
+    text_.mended = true;
+  }
 
-  std::string text_;
+  StoredText text_;
   std::optional<std::uint16_t> high_;
 };
 
 // Behind the mark each byte is a character of its own; a byte of zero changes to pairs of bytes, and back.
-std::optional<std::string> unpacked(Part bytes) {
+std::optional<StoredText> unpacked(Part bytes) {
   Utf16 text;
   bool packed = true;
   for (std::size_t i = 0; i < bytes.size();) {
@@ -73,7 +79,7 @@ double nearest(const std::string& digits) {
 
 }  // namespace
 
-std::optional<std::string> textOf(Part bytes) {
+std::optional<StoredText> textOf(Part bytes) {
   if (bytes.size() >= 2 && wordAt(bytes, 0) == kPacked) return unpacked(bytes.subspan(2));
   if (bytes.size() % 2 != 0) return std::nullopt;
   Utf16 text;

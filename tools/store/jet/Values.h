@@ -7,9 +7,13 @@
 
 namespace tavoline::tool::jet {
 
-/// A text as the file stores it, UTF-16 packed where a mark of two bytes says so, in UTF-8. A half of a pair
-/// that stands alone becomes U+FFFD. Nothing for bytes that are no such text.
-std::optional<std::string> textOf(Part bytes);
+/// A text as the file stores it, UTF-16 packed where a mark of two bytes says so, in UTF-8.
+struct StoredText {
+  std::string text;
+  bool mended = false;  ///< Half of a pair stood alone and became U+FFFD.
+};
+/// Nothing for bytes that are no such text.
+std::optional<StoredText> textOf(Part bytes);
 
 /// What is stored as days since the zero day, their fraction a time of day (which counts forward before the
 /// zero day too), to the nearest millisecond. Nothing beyond the years 100 to 9999.
