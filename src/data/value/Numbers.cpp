@@ -137,9 +137,18 @@ std::string withoutGrouping(std::string_view text) {
   return plain;
 }
 
+/// The length of the decimal mark at `at`; 0 if none is there.
+std::size_t decimalMarkAt(std::string_view text, std::size_t at, DecimalMark allowed) {
+  const RegionalFormat& region = RegionalFormat::current();
+  if (!region.decimal.empty() && text.substr(at).starts_with(region.decimal)) return region.decimal.size();
+  if (allowed == DecimalMark::RegionalOnly || at >= text.size() || (text[at] != ',' && text[at] != '.'))
+    return 0;
+  const bool groups = region.grouping == text.substr(at, 1) && skipDigits(text, at + 1) - at == 4;
+  return groups ? 0 : 1;
+}
+
 /// The number with a point for its decimal mark, as the machine reads it; empty if the text is no number.
 std::string machineText(std::string_view text, DecimalMark mark) {
-  const std::string& regional = RegionalFormat::current().decimal;
   std::string result;
   std::size_t at = 0;
   if (at < text.size() && (text[at] == '-' || text[at] == '+')) {
@@ -150,12 +159,7 @@ std::string machineText(std::string_view text, DecimalMark mark) {
   at = skipDigits(text, at);
   std::size_t count = at - whole;
   result += count > 0 ? text.substr(whole, count) : "0";
-  std::size_t markLength = 0;
-  if (!regional.empty() && text.substr(at, regional.size()) == regional)
-    markLength = regional.size();
-  else if (mark == DecimalMark::RegionalOrPoint && at < text.size() && text[at] == '.')
-    markLength = 1;
-  if (markLength > 0) {
+  if (const std::size_t markLength = decimalMarkAt(text, at, mark); markLength > 0) {
     const std::size_t start = at + markLength;
     at = skipDigits(text, start);
     count += at - start;

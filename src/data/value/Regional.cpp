@@ -127,6 +127,8 @@ RegionalFormat RegionalFormat::ofSystem() {
   RegionalFormat format;
   const std::string decimal = localeFact(localeName("LC_NUMERIC"), LC_NUMERIC_MASK, RADIXCHAR);
   if (!decimal.empty()) format.decimal = decimal;
+  const std::string grouping = localeFact(localeName("LC_NUMERIC"), LC_NUMERIC_MASK, THOUSEP);
+  if (grouping == "," || grouping == ".") format.grouping = grouping;
   readDateFormat(localeFact(localeName("LC_TIME"), LC_TIME_MASK, D_FMT), format);
   return format;
 }

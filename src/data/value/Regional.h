@@ -12,6 +12,7 @@ struct RegionalFormat {
   std::string decimal = ",";
   char dateSeparator = '/';
   enum class DateOrder { DayMonthYear, MonthDayYear, YearMonthDay } order = DateOrder::DayMonthYear;
+  std::string grouping = {};  ///< Between thousands: a comma, a point, or empty where neither stands there.
 
   static const RegionalFormat& current();
   static void set(RegionalFormat format);
@@ -35,11 +36,15 @@ inline constexpr std::string_view moneyFormat = "00.00";
 
 std::int64_t readInteger(std::string_view text);  ///< Throws ConversionError; blanks around are allowed.
 /// Which decimal marks a number may be written with.
-enum class DecimalMark { RegionalOrPoint, RegionalOnly };
+enum class DecimalMark {
+  Any,  ///< A comma or a point, whichever the region writes; but before three last digits, where the region's
+        ///< grouping may be meant, its own alone.
+  RegionalOnly
+};
 double readFloat(std::string_view text,
-                 DecimalMark mark = DecimalMark::RegionalOrPoint);  ///< Throws ConversionError.
+                 DecimalMark mark = DecimalMark::Any);  ///< Throws ConversionError.
 /// As readFloat, for amounts that are computed with before they become text again. Throws ConversionError.
-long double readExtended(std::string_view text, DecimalMark mark = DecimalMark::RegionalOrPoint);
+long double readExtended(std::string_view text, DecimalMark mark = DecimalMark::Any);
 /// What formatDateTime writes, its parts also apart by '-' or '.', seconds or time optional; also the stored
 /// form, year first. A year of two digits is of this century. Throws ConversionError.
 DateTime readDateTime(std::string_view text);

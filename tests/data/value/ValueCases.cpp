@@ -105,12 +105,14 @@ class Values {
     script_.say(around_.system(variable, arguments));
   }
   void locale(std::string& arguments) {
-    const std::string mark = takeWord(arguments), separator = takeWord(arguments);
+    const std::string mark = takeWord(arguments), separator = takeWord(arguments),
+                      order = takeWord(arguments);
     using Order = RegionalFormat::DateOrder;
     RegionalFormat::set({mark, separator[0],
-                         arguments == "mdy"   ? Order::MonthDayYear
-                         : arguments == "ymd" ? Order::YearMonthDay
-                                              : Order::DayMonthYear});
+                         order == "mdy"   ? Order::MonthDayYear
+                         : order == "ymd" ? Order::YearMonthDay
+                                          : Order::DayMonthYear,
+                         arguments});
   }
 
   std::string subject;
@@ -158,7 +160,7 @@ const test::Verbs<Values> kVerbs(
      {"of YEAR MONTH DAY [HOUR MINUTE SECOND MILLI]",
       "that moment in the store's form, its distance from the zero day, what it has",
       Values::saying([](auto&, auto& b) { return moment(b); })},
-     {"locale MARK SEPARATOR ORDER", "sets the regional format: dmy, mdy or ymd", &Values::locale},
+     {"locale MARK SEPARATOR ORDER [GROUPING]", "sets the regional format: dmy, mdy or ymd", &Values::locale},
      {"system VARIABLE LOCALE", "the format of a system where this variable alone names a locale",
       &Values::system},
      {"folded TEXT", "a text without regard to case",
