@@ -7,6 +7,7 @@
 #include "cash/comptageU.h"
 #include "data/DMU.h"
 #include "data/value/Regional.h"
+#include "data/value/Text.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
@@ -165,8 +166,8 @@ void TcaiseF::RzRapidFireButton8Click() {
 
 void TcaiseF::openHeaders(Dataset& headers) {
   headers.Open();
-  headers.FilterBy("date_commande>='" + DBText1->Caption() + "'and date_commande<='" + DBText3->Caption() +
-                   "'");
+  headers.FilterBy("date_commande>=" + inBareQuotes(DBText1->Caption()) +
+                   "and date_commande<=" + inBareQuotes(DBText3->Caption()));
 }
 
 void TcaiseF::RzBitBtn1Click() {

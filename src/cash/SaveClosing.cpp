@@ -7,6 +7,7 @@
 #include "data/DMU.h"
 #include "data/value/Clock.h"
 #include "data/value/Regional.h"
+#include "data/value/Text.h"
 #include "shell/Entry.h"
 #include "shell/MenuU.h"
 #include "toolkit/forms/Messages.h"
@@ -97,7 +98,7 @@ void TcaiseF::markOrders() {
 
 // Whether a desk was found is not looked at: where there is none, a row is added.
 void TcaiseF::moveBalances() {
-  DM->Caisse.FilterBy("id_caise='" + Label5->Caption() + "'");
+  DM->Caisse.FilterBy("id_caise=" + inBareQuotes(Label5->Caption()));
   const Value kept = DM->Caise["fond_caisse"], taken = DM->Caise["prelevement_caise"];
   if (!DM->Caise.Eof() && left_ != kept) writeBalance(kept);
   left_ = kept;

@@ -3,6 +3,7 @@
 #include "cash/C_caisseU.h"
 #include "data/DMU.h"
 #include "data/value/Clock.h"
+#include "data/value/Text.h"
 #include "shell/Entry.h"
 #include "toolkit/forms/Messages.h"
 
@@ -43,7 +44,7 @@ void Tliste_caisseF::AdvSmoothButton4Click() {
 
 void Tliste_caisseF::AdvSmoothButton9Click() {
   DM->acce_caisse.Refresh();
-  DM->acce_caisse.FilterBy("id_caisse='" + DM->Caisse["ID_caise"].text() + "'");
+  DM->acce_caisse.FilterBy("id_caisse=" + inBareQuotes(DM->Caisse["ID_caise"].text()));
   if (!DM->acce_caisse.Eof()) {
     ShowMessage("Vous devez d'abord supprimer l'affectation des caisses");
   } else if (ConfirmDeletion()) {

@@ -2,6 +2,7 @@
 
 #include "clients/C_clientU.h"
 #include "data/DMU.h"
+#include "data/value/Text.h"
 #include "shell/Entry.h"
 #include "toolkit/report/Report.h"
 
@@ -42,11 +43,11 @@ void Tliste_ClientF::FormShow() {
 
 // Searches the codes for what stands in the field of the name.
 void Tliste_ClientF::RzEdit1Change() {
-  runQuery(DM->Client, "select * from Client where code_client like '" + RzEdit2->Text() + "%'");
+  runQuery(DM->Client, "select * from Client where code_client like " + inBareQuotes(RzEdit2->Text() + "%"));
 }
 
 void Tliste_ClientF::RzEdit2Change() {
-  runQuery(DM->Client, "select * from Client where nom_client like '" + RzEdit2->Text() + "%'");
+  runQuery(DM->Client, "select * from Client where nom_client like " + inBareQuotes(RzEdit2->Text() + "%"));
 }
 
 void Tliste_ClientF::FiltrerClick() {

@@ -1,6 +1,7 @@
 #include "purchasing/Liste_fournisseurU.h"
 
 #include "data/DMU.h"
+#include "data/value/Text.h"
 #include "purchasing/C_fournisseurU.h"
 #include "purchasing/c_facture_achatU.h"
 #include "shell/Entry.h"
@@ -32,12 +33,12 @@ void TListe_fournisseurF::FormShow() {
 
 void TListe_fournisseurF::RzEdit1Change() {
   runQuery(DM->Fournisseur,
-           "select * from fournisseur where code_fournisseur like '" + RzEdit1->Text() + "%'");
+           "select * from fournisseur where code_fournisseur like " + inBareQuotes(RzEdit1->Text() + "%"));
 }
 
 void TListe_fournisseurF::RzEdit2Change() {
   runQuery(DM->Fournisseur,
-           "select * from fournisseur where nom_fournisseur like '" + RzEdit2->Text() + "%'");
+           "select * from fournisseur where nom_fournisseur like " + inBareQuotes(RzEdit2->Text() + "%"));
 }
 
 void TListe_fournisseurF::FiltrerClick() {

@@ -174,7 +174,7 @@ void Tc_facture_achatF::validateLine() {
   } else {
     keepRemainder();
   }
-  DM->Article.FilterBy("code_barre='" + DM->Achat["code_barre"].text() + "'");
+  DM->Article.FilterBy("code_barre=" + inBareQuotes(DM->Achat["code_barre"].text()));
   if (DM->Article["desto"] == "OUI") {
     if (adding) {
       receiveStock();
@@ -190,7 +190,7 @@ void Tc_facture_achatF::validateLine() {
 // amount.
 void Tc_facture_achatF::computeTotals() {
   DM->counting.Reopen();
-  DM->counting.FilterBy("n_facture='" + DBEdit1->Text() + "'");
+  DM->counting.FilterBy("n_facture=" + inBareQuotes(DBEdit1->Text()));
   const std::string sum = DM->counting["SumOfTOTAL"].text();
   DM->facture_achat.Edit();
   DM->facture_achat["HT"] = sum;

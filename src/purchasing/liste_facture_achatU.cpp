@@ -63,7 +63,7 @@ Tliste_facture_achatF::Tliste_facture_achatF()
 Tliste_facture_achatF::~Tliste_facture_achatF() = default;
 
 std::string Tliste_facture_achatF::ofTheCurrentInvoice() {
-  return "n_facture='" + DM->facture_achat["N_facture"].text() + "'";
+  return "n_facture=" + inBareQuotes(DM->facture_achat["N_facture"].text());
 }
 
 bool Tliste_facture_achatF::atAnotherDesk() {
@@ -103,7 +103,7 @@ void Tliste_facture_achatF::AjouterClick() {
   DM->facture_achat["login"] = DBText3->Caption();
   const std::string number = nextNumber(*DBText1).text();
   c_facture_achatF->DBEdit1->Text(number);
-  DM->Achat.FilterBy("n_facture='" + number + "'");
+  DM->Achat.FilterBy("n_facture=" + inBareQuotes(number));
   c_facture_achatF->Begins();
   beginEntry();
 }
@@ -172,7 +172,7 @@ void Tliste_facture_achatF::payOutsideDesk() {
 
 void Tliste_facture_achatF::giveExcessBack() {
   const Value invoice = DM->facture_achat["N_facture"];
-  DM->Caisse.FilterBy("id_caise='" + DM->operation["id_caisse_active"].text() + "'");
+  DM->Caisse.FilterBy("id_caise=" + inBareQuotes(DM->operation["id_caisse_active"].text()));
   if (givenBackOn_ != invoice) {
     DM->Caisse.Edit();
     DM->Caisse["solde"] = DM->Caisse["solde"] - DM->facture_achat["MONTANT_RESTE"];

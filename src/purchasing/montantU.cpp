@@ -1,6 +1,7 @@
 #include "purchasing/montantU.h"
 
 #include "data/DMU.h"
+#include "data/value/Text.h"
 #include "shell/OrElse.h"
 #include "toolkit/forms/Messages.h"
 
@@ -21,7 +22,7 @@ bool TMontantF::atDesk() {
 }
 
 void TMontantF::standOnActiveDesk() {
-  DM->Caisse.FilterBy("id_caise='" + DM->operation["id_caisse_active"].text() + "'");
+  DM->Caisse.FilterBy("id_caise=" + inBareQuotes(DM->operation["id_caisse_active"].text()));
 }
 
 // What was paid before stands in the field, to be typed over.
@@ -42,7 +43,7 @@ void TMontantF::EnregistrerClick() {
   if (amount > DBText1->Caption()) return ShowMessage("Le montant Versé doit etre inférieur ou égal a TTC");
   DM->facture_achat.Cancel();  // the amount is written behind what others changed, and once
   DM->facture_achat.Refresh();
-  DM->facture_achat.FilterBy("n_facture='" + DM->facture_achat["N_facture"].text() + "'");
+  DM->facture_achat.FilterBy("n_facture=" + inBareQuotes(DM->facture_achat["N_facture"].text()));
   DM->facture_achat.Edit();
   DM->facture_achat["MONTANT_VERSE"] = amount;
   DM->facture_achat.Post();

@@ -104,7 +104,7 @@ void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
   DM->Table_.Refresh();
   DM->Article.Refresh();
   Label6->Caption(senderCaption);
-  DM->Article.FilterBy("designation_article='" + Label6->Caption() + "'");
+  DM->Article.FilterBy("designation_article=" + inBareQuotes(Label6->Caption()));
   DM->relation_commande1.FilterBy(ofTheOrder());
   DM->sum_commande.FilterBy(ofTheOrder());
   DM->relation_commande.FilterBy(ofTheOrder() + "and code_article=" + inQuotes(DBText4->Caption()));
@@ -228,7 +228,7 @@ void TCommande_avnF::markTable() {
 
 /// A click on a line makes Article stand on the line's article; the keyboard does not.
 void TCommande_avnF::RzDBGrid1CellClick() {
-  DM->Article.FilterBy("code_barre='" + DBText14->Caption() + "'");
+  DM->Article.FilterBy("code_barre=" + inBareQuotes(DBText14->Caption()));
   RzPanel10->setVisible(true);
 }
 
@@ -283,7 +283,7 @@ void TCommande_avnF::ImprimerClick() {
 
 void TCommande_avnF::filterTickets() {
   DM->imp_commande.Reopen();
-  DM->imp_commande.FilterBy("n_commande='" + DBText3->Caption() + "'");
+  DM->imp_commande.FilterBy("n_commande=" + inBareQuotes(DBText3->Caption()));
 }
 
 /// Leaves the order waiting on its table; it stays "Encours" and its totals stay as they were.

@@ -41,7 +41,7 @@ void filterOrder(const std::string& number) {
 }
 
 void filterTable(const std::string& name) {
-  DM->Table_.FilterBy("table='" + name + "'");
+  DM->Table_.FilterBy("table=" + inBareQuotes(name));
 }
 
 }  // namespace tavoline

@@ -15,8 +15,8 @@ void writeTax();        ///< TVA, taken on HT before the discount; 0 unless TVA.
 /// deleted it: what follows would begin an order without a number.
 void filterOrder(const std::string& number);
 
-/// Makes Table_ show the one table. The name is not quoted: with an apostrophe in it the filter cannot be
-/// read.
+/// Makes Table_ show the one table. Its quotes are not doubled: with an apostrophe in the name the filter
+/// cannot be read.
 void filterTable(const std::string& name);
 
 }  // namespace tavoline

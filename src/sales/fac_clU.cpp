@@ -1,6 +1,7 @@
 #include "sales/fac_clU.h"
 
 #include "data/DMU.h"
+#include "data/value/Text.h"
 #include "sales/Commande_avnU.h"
 
 namespace tavoline {
@@ -19,7 +20,7 @@ Tfac_clF::Tfac_clF() : TForm("fac_clF") {
 
 /// An unknown code writes no name.
 void Tfac_clF::DBEdit1Enter() {
-  DM->Client.FilterBy("code_client='" + DBEdit1->Text() + "'");
+  DM->Client.FilterBy("code_client=" + inBareQuotes(DBEdit1->Text()));
   DM->commande["client"] = DM->Client["nom_client"];
   DM->Client.Filtered(false);
 }
@@ -30,7 +31,7 @@ void Tfac_clF::DBEdit1Exit() {
 
 /// Of two clients of one name the first one's code is taken.
 void Tfac_clF::RzDBLookupComboBox1Change() {
-  DM->Client.FilterBy("nom_client='" + RzDBLookupComboBox1->Text() + "'");
+  DM->Client.FilterBy("nom_client=" + inBareQuotes(RzDBLookupComboBox1->Text()));
   DBEdit1->Text(DM->Client["code_client"].text());
   DM->Client.Filtered(false);
 }

@@ -94,7 +94,7 @@ void Tliste_commandeF::FermerClick() {
 }
 
 std::string Tliste_commandeF::ofTheCurrentOrder() {
-  return "n_commande='" + DBText1->Caption() + "'";
+  return "n_commande=" + inBareQuotes(DBText1->Caption());
 }
 
 void Tliste_commandeF::FacturesClientClick() {

@@ -26,7 +26,7 @@ void TqteF::CloseCommand() {
 
 void TqteF::EnregistrerClick() {
   DM->Article.Reopen();
-  DM->Article.FilterBy("code_barre='" + Commande_avnF->DBText14->Caption() + "'");
+  DM->Article.FilterBy("code_barre=" + inBareQuotes(Commande_avnF->DBText14->Caption()));
   demandNumber(DM->relation_commande1["qte"], "la quantité");
   if (Commande_avnF->DBText11->Caption() != "OUI") return saveLine();
   if (!stockSuffices()) return ShowMessage("stock insuffisant");

@@ -1,6 +1,7 @@
 #include "shell/LoginU.h"
 
 #include "data/DMU.h"
+#include "data/value/Text.h"
 #include "shell/MenuU.h"
 #include "shell/Rights.h"
 #include "toolkit/forms/Forms.h"
@@ -42,7 +43,7 @@ void TLoginF::RzEdit2Change() {
   DM->utilisateur.SQL("select*from utilisateur");
   DM->utilisateur.Open();
   DM->utilisateur.Close();
-  DM->utilisateur.SQL("select*from utilisateur where login like'" + RzEdit2->Text() + "%" + "'");
+  DM->utilisateur.SQL("select*from utilisateur where login like" + inBareQuotes(RzEdit2->Text() + "%"));
   DM->utilisateur.Open();
 
   const bool whole = DM->utilisateur["login"] == RzEdit2->Text();
@@ -71,7 +72,7 @@ void TLoginF::RzBitBtn2Click() {
 }
 
 void TLoginF::enterAs(const std::string& role) {
-  DM->utilisateur.FilterBy("login='" + RzEdit2->Text() + "'");
+  DM->utilisateur.FilterBy("login=" + inBareQuotes(RzEdit2->Text()));
   if (!passwordMatches()) return ShowMessage("mot de pase invalide !");
   Close();
   setWindowFlag(Qt::WindowStaysOnTopHint, false);
@@ -100,7 +101,7 @@ void TLoginF::writeSession() {
   DM->operation["fonction"] = DM->utilisateur["role"];
 
   // One ordinary desk is taken at once; with none or several it is settled on the way to a work screen.
-  const std::string ofUser = "login='" + RzEdit2->Text() + "'";
+  const std::string ofUser = "login=" + inBareQuotes(RzEdit2->Text());
   DM->Count_accee.Reopen();
   DM->Count_accee.FilterBy(ofUser);
   if (DM->Count_accee["countofid_caisse"] == 1) {
@@ -131,7 +132,7 @@ void TLoginF::RzBitBtn4Click() {
 
 // "Valider"; an empty password is not taken, and nothing is said.
 void TLoginF::RzBitBtn5Click() {
-  DM->utilisateur.FilterBy("login='" + RzEdit2->Text() + "'");
+  DM->utilisateur.FilterBy("login=" + inBareQuotes(RzEdit2->Text()));
   if (!passwordMatches()) return ShowMessage("Ancien mot de pase invalide !");
   if (RzEdit4->Text().empty()) return;
   DM->utilisateur.Edit();

@@ -49,6 +49,7 @@ class Lexer {
 
   void read(Token& token) {
     const char c = text_[at_];
+    if (c == kBrokenQuotes) fault(text_.substr(0, at_), token, "un texte sans apostrophe");
     if (c == '\'' || c == '"') return readText(token, c);
     if (c == '[') return readName(token);
     if (c == ':') return readParameter(token);

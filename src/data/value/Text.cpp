@@ -56,6 +56,23 @@ std::size_t characterCount(std::string_view utf8) {
   return count;
 }
 
+bool isUtf8(std::string_view bytes) {
+  const auto at = [&](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
+  for (std::size_t i = 0; i < bytes.size();) {
+    const unsigned first = at(i);
+    const std::size_t more = first < 0x80 ? 0 : first < 0xC2 ? 4 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+    if (more == 4 || first > 0xF4) return false;
+    for (std::size_t k = 1; k <= more; ++k)
+      if ((at(i + k) & 0xC0) != 0x80) return false;
+    const unsigned second = at(i + 1);
+    const bool overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
+    const bool outside = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
+    if (overlong || outside) return false;
+    i += more + 1;
+  }
+  return true;
+}
+
 std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos) return {};
@@ -68,6 +85,14 @@ std::string inQuotes(std::string_view text) {
     if (c == '\'') result += c;
     result += c;
   }
+  return result + '\'';
+}
+
+std::string inBareQuotes(std::string_view text) {
+  std::string result;
+  if (text.find('\'') != text.npos) result += kBrokenQuotes;
+  result += '\'';
+  result += text;
   return result + '\'';
 }
 

@@ -23,8 +23,17 @@ std::string_view trimmed(std::string_view text);
 /// Number of characters (code points) in UTF-8 text, as column widths count them.
 std::size_t characterCount(std::string_view utf8);
 
+/// Whether the bytes are well-formed UTF-8 throughout.
+bool isUtf8(std::string_view bytes);
+
 /// In single quotes, with the single quotes inside doubled: the way screens put a value into a filter.
 std::string inQuotes(std::string_view text);
+/// In single quotes as it stands, for a place where they are not doubled. What it holds never becomes part of
+/// a statement or a filter: one with a single quote inside makes either of them unreadable, wherever it is
+/// put between whole words.
+std::string inBareQuotes(std::string_view text);
+/// The sign that stands before such a text, which nothing can be read behind.
+inline constexpr char kBrokenQuotes = '\x1A';
 
 /// `like` with `%` for any run and `_` for any one character, without regard to case.
 bool matchesLike(std::string_view text, std::string_view pattern);
