@@ -79,7 +79,7 @@ void DBComboBox::keyPressEvent(QKeyEvent* event) {
 
 void DBComboBox::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  if (leavesControl(*event)) guarded([this] { leave(); });
+  if (leavesControl(*event)) guardedToTellAfter([this] { leave(); });
 }
 
 void DBComboBox::wheelEvent(QWheelEvent* event) {

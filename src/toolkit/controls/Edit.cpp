@@ -82,7 +82,7 @@ void Edit::focusInEvent(QFocusEvent* event) {
 
 void Edit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
-  if (leavesControl(*event)) guarded([this] { focusLeft(); });
+  if (leavesControl(*event)) guardedToTellAfter([this] { focusLeft(); });
 }
 
 }  // namespace tavoline

@@ -95,7 +95,7 @@ bool DBGrid::Model::cut(const QModelIndex& index) const {
 }
 
 bool DBGrid::Model::setData(const QModelIndex& index, const QVariant& typed, int role) {
-  return role == Qt::EditRole && guarded([&] { write(index, typed.toString()); });
+  return role == Qt::EditRole && guardedToTellAfter([&] { write(index, typed.toString()); });
 }
 
 // The dataset may ask for the text while it is being written.

@@ -4,6 +4,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,20 +49,29 @@ Waiting& waiting() {
   return all;
 }
 
-}  // namespace
-
-bool guarded(const std::function<void()>& handler) {
-  if (!handler) return true;
-  std::exception_ptr failure;
+std::optional<Failure> failureOf(const std::function<void()>& handler) {
+  if (!handler) return std::nullopt;
   try {
     const auto running = handler;  // a handler may free the control that holds it
     running();
-    return true;
+    return std::nullopt;
   } catch (...) {
-    failure = std::current_exception();
+    return described(std::current_exception());
   }
-  tell(described(failure));
-  return false;
+}
+
+}  // namespace
+
+bool guarded(const std::function<void()>& handler) {
+  const auto failure = failureOf(handler);
+  if (failure) tell(*failure);
+  return !failure;
+}
+
+bool guardedToTellAfter(const std::function<void()>& handler) {
+  const auto failure = failureOf(handler);
+  if (failure) QTimer::singleShot(0, QCoreApplication::instance(), [what = *failure] { tell(what); });
+  return !failure;
 }
 
 void tellLater(const std::exception_ptr& failure) {
