@@ -15,11 +15,23 @@ namespace {
 
 constexpr char kRoot[] = "TavolinePages";
 constexpr char kVersion[] = "1";
-constexpr char kElsewhere[] = ". Choisissez un autre emplacement ou libérez de la place.";
+constexpr char kCannotWrite[] =
+    "ne peut pas être écrit. Choisissez un autre emplacement ou libérez de la place.";
 
-Error failure(const QString& path, const QString& what) {
+// A sheet of a square metre, or a band of paper as long as three; a picture of it takes 230 MB.
+constexpr double kLongest = 3000 * kUnitsPerMm;  // units
+constexpr double kLargest = 1'000'000;           // mm²
+
+bool isPrintable(const PageSetup& setup) {
+  const auto isMargin = [&](double margin) { return margin >= 0 && margin <= setup.width; };
+  return setup.width > 0 && setup.height > 0 && setup.width * kUnitsPerMm <= kLongest &&
+         setup.height * kUnitsPerMm <= kLongest && setup.width * setup.height <= kLargest &&
+         isMargin(setup.marginLeft) && isMargin(setup.marginRight);
+}
+
+Error failure(const QString& path, const QString& what, const QString& detail = {}) {
   const QString sentence = "Le fichier « " + QDir::toNativeSeparators(path) + " » " + what;
-  return Error(sentence.toStdString());
+  return Error(sentence.toStdString(), detail.toStdString());
 }
 
 // Characters that XML has no way to write; a stray one in a comment typed long ago must not spoil the file.
@@ -119,7 +131,7 @@ class PagesReader {
       }
       expect(known);
     }
-    expect(setup_.width > 0 && setup_.height > 0 && setup_.width < 10000 && setup_.height < 10000);
+    expect(isPrintable(setup_));
     xml_.skipCurrentElement();
   }
 
@@ -134,7 +146,7 @@ class PagesReader {
       bool index = false, top = false;
       const uint band = xml_.attributes().value("Index").toUInt(&index);
       const float at = xml_.attributes().value("Top").toFloat(&top);
-      expect(index && top && band < report_->bands.size());
+      expect(index && top && band < report_->bands.size() && std::abs(at) <= kLongest);
       page.add({band, at});
       std::size_t texts = 0;
       while (xml_.readNextStartElement()) {
@@ -162,8 +174,7 @@ class PagesReader {
 
 bool savePages(const Document& document, const QString& path, const Progress& progress) {
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly))
-    throw failure(path, "ne peut pas être écrit : " + file.errorString() + kElsewhere);
+  if (!file.open(QIODevice::WriteOnly)) throw failure(path, kCannotWrite, file.errorString());
   QXmlStreamWriter xml(&file);
   xml.writeStartDocument();
   xml.writeStartElement(kRoot);
@@ -176,15 +187,13 @@ bool savePages(const Document& document, const QString& path, const Progress& pr
     if (progress && !progress(page + 1, document.pageCount())) return false;
   }
   xml.writeEndDocument();
-  if (xml.hasError() || !file.commit())
-    throw failure(path, "ne peut pas être écrit : " + file.errorString() + kElsewhere);
+  if (xml.hasError() || !file.commit()) throw failure(path, kCannotWrite, file.errorString());
   return true;
 }
 
 std::shared_ptr<Document> loadPages(const QString& path, const Progress& progress) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    throw failure(path, "ne peut pas être lu : " + file.errorString() + ".");
+  if (!file.open(QIODevice::ReadOnly)) throw failure(path, "ne peut pas être lu.", file.errorString());
   return PagesReader(file, progress).read();
 }
 

@@ -22,8 +22,7 @@ std::string trimmed(const std::string& text) {
 QStringList places() {
   return {QDir::current().filePath("etablissement"),
           QCoreApplication::applicationDirPath() + "/../share/tavoline/etablissement",
-          QString::fromUtf8(TAVOLINE_SHARE_DIR) + "/etablissement",
-          QString::fromUtf8(TAVOLINE_SOURCE_SHARE_DIR) + "/etablissement"};
+          QString::fromUtf8(TAVOLINE_SHARE_DIR) + "/etablissement"};
 }
 
 }  // namespace
@@ -51,9 +50,8 @@ Establishment Establishment::load(const std::string& folder) {
   if (file.open(QIODevice::ReadOnly)) {
     result.read(file.readAll().toStdString(), folder);
   } else {
-    result.problems_.push_back("Le fichier " + file.fileName().toStdString() +
-                               " ne peut pas être lu : " + file.errorString().toStdString() +
-                               ". Les documents portent un en-tête neutre.");
+    result.problems_.push_back("Le fichier « " + file.fileName().toStdString() +
+                               " » ne peut pas être lu. Les documents portent un en-tête neutre.");
   }
   return result;
 }

@@ -49,8 +49,7 @@ class TemplateReader {
     before_ = {xml_.lineNumber(), xml_.columnNumber() + (xml_.isCharacters() ? 0 : 1)};
     const auto token = xml_.readNext();
     if (xml_.hasError()) {
-      throw error({xml_.lineNumber(), xml_.columnNumber() + 1},
-                  "ce n'est pas du XML bien formé (" + xml_.errorString() + ")");
+      throw error({xml_.lineNumber(), xml_.columnNumber() + 1}, "ce n'est pas du XML bien formé");
     }
     return token;
   }
@@ -298,15 +297,14 @@ TemplateResult readTemplate(const QByteArray& text) {
   QXmlStreamReader xml(text);
   xml.readNextStartElement();
   if (xml.hasError() || xml.name() != QLatin1String("TfrxReport")) {
-    const QString sentence = xml.hasError() ? "ce n'est pas du XML bien formé (" + xml.errorString() + ")"
+    const QString sentence = xml.hasError() ? QString("ce n'est pas du XML bien formé")
                                             : QString("ce n'est pas un modèle de document (TfrxReport)");
     return error({xml.lineNumber(), xml.columnNumber() + 1}, sentence);
   }
   TemplateResult result = readTemplate(xml);
   while (!xml.atEnd() && !xml.hasError()) xml.readNext();
   if (!xml.hasError() || std::holds_alternative<TemplateError>(result)) return result;
-  return error({xml.lineNumber(), xml.columnNumber() + 1},
-               "ce n'est pas du XML bien formé (" + xml.errorString() + ")");
+  return error({xml.lineNumber(), xml.columnNumber() + 1}, "ce n'est pas du XML bien formé");
 }
 
 }  // namespace tavoline::report

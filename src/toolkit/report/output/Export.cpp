@@ -21,11 +21,11 @@ constexpr int kPdfDotsPerInch = 1200;
 constexpr double kPngScale = 2;  // dots to the unit
 constexpr char kFolder[] = "impressions";
 
-[[noreturn]] void fail(const QString& path, const QString& reason) {
-  const QString sentence = "Le fichier « " + QDir::toNativeSeparators(path) +
-                           " » ne peut pas être écrit : " + reason +
-                           ". Choisissez un autre emplacement ou libérez de la place.";
-  throw Error(sentence.toStdString());
+[[noreturn]] void fail(const QString& path, const QString& detail) {
+  const QString sentence =
+      "« " + QDir::toNativeSeparators(path) +
+      " » ne peut pas être écrit. Choisissez un autre emplacement ou libérez de la place.";
+  throw Error(sentence.toStdString(), detail.toStdString());
 }
 
 // A file that appears whole or not at all.
@@ -171,6 +171,23 @@ bool paintSheets(const Document& document, QPagedPaintDevice& device, std::size_
   return true;
 }
 
+namespace {
+
+// Other workstations print in the same second into the same folder: a name is theirs whose empty file it is.
+QString takeName(const QDir& folder, const QString& proposed) {
+  const QFileInfo first(proposed);
+  for (int again = 1;; ++again) {
+    const QString name =
+        again == 1 ? proposed
+                   : QString("%1 (%2).%3").arg(first.completeBaseName()).arg(again).arg(first.suffix());
+    QFile file(folder.filePath(name));
+    if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) return file.fileName();
+    if (!file.exists()) fail(file.fileName(), file.errorString());
+  }
+}
+
+}  // namespace
+
 QString proposedName(const Document& document, const QString& suffix) {
   const DateTime now = Clock::now();
   const std::string& title = document.report().title;
@@ -185,16 +202,18 @@ QString proposedName(const Document& document, const QString& suffix) {
          suffix;
 }
 
-QString quickExportPath(const Document& document, const char* suffix) {
-  if (!QDir::current().mkpath(kFolder))
-    fail(QDir::current().filePath(kFolder), "le dossier ne peut pas être créé");
+QString quickExport(const Document& document, const Progress& progress) {
+  if (!QDir::current().mkpath(kFolder)) fail(QDir::current().filePath(kFolder), {});
   const QDir folder(QDir::current().filePath(kFolder));
-  const QFileInfo first(proposedName(document, QLatin1String(suffix)));
-  QString name = first.fileName();
-  for (int again = 2; folder.exists(name); ++again) {
-    name = QString("%1 (%2).%3").arg(first.completeBaseName()).arg(again).arg(first.suffix());
+  const QString path = takeName(folder, proposedName(document, "pdf"));
+  try {
+    if (exportDocument(document, path, progress)) return path;
+  } catch (...) {
+    QFile::remove(path);
+    throw;
   }
-  return folder.filePath(name);
+  QFile::remove(path);
+  return {};
 }
 
 }  // namespace tavoline::report

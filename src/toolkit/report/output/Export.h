@@ -29,8 +29,9 @@ bool paintSheets(const Document& document, QPagedPaintDevice& device, std::size_
 /// A name for a file with the document, by document and moment: "Ticket 2024-03-09 14h00m00.pdf".
 QString proposedName(const Document& document, const QString& suffix);
 
-/// A file for an export without questions, in the folder `impressions` beside the store, named by document
-/// and moment; the folder is made if need be. Throws Error if it cannot be.
-QString quickExportPath(const Document& document, const char* suffix = "pdf");
+/// Writes the document as a PDF without questions, into the folder `impressions` beside the store, which is
+/// made if need be. Gives the file's name, made of document, moment and a counter: no other workstation ever
+/// has the same. Empty when given up, and then no file is left. Throws Error when it cannot be written.
+QString quickExport(const Document& document, const Progress& progress = {});
 
 }  // namespace tavoline::report

@@ -22,14 +22,29 @@ QByteArray cssColour(Colour colour) {
   return "#" + QByteArray::number(colour & 0xFFFFFFU, 16).rightJustified(6, '0');
 }
 
-// Control characters have no place in a document of this kind, not even escaped.
-QByteArray escaped(std::string_view text) {
+// Characters that steer a terminal, turn the direction of writing round or have no place in a document of
+// this kind, not even escaped, are replaced.
+QString readable(std::string_view text) {
   QString words = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  words.removeIf([](QChar letter) {
-    const bool blank = letter == u'\n' || letter == u'\t' || letter == u'\r';
-    return (letter.unicode() < 0x20 && !blank) || letter.unicode() >= 0xFFFE;
-  });
-  return words.toHtmlEscaped().toUtf8();
+  for (QChar& letter : words) {
+    const char16_t code = letter.unicode();
+    const bool blank = code == u'\n' || code == u'\t' || code == u'\r';
+    const bool control = (code < 0x20 && !blank) || (code >= 0x7F && code < 0xA0) || code >= 0xFFFE;
+    const bool turns = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    if (control || turns) letter = QChar::ReplacementCharacter;
+  }
+  return words;
+}
+
+// What a spreadsheet would run in place of showing it; a number with its sign is one.
+bool beginsFormula(std::string_view text) {
+  const std::string_view signs = "=+-@\t\r";
+  return !text.empty() && signs.find(text.front()) != signs.npos && !isFigure(text);
+}
+
+// A spreadsheet that opens the page takes an element for a cell; the blank in front has no width.
+QByteArray escaped(std::string_view text) {
+  return (beginsFormula(text) ? "&#8203;" : "") + readable(text).toHtmlEscaped().toUtf8();
 }
 
 // The style of a figure too long for its place, which is told smaller and not cut.
@@ -139,8 +154,10 @@ QByteArray element(const Document& document, const Item& item, const QByteArray&
 }
 
 QByteArray csvField(const std::string& text) {
-  if (text.find_first_of(";\"\n\r") == std::string::npos) return QByteArray::fromStdString(text);
-  return "\"" + QByteArray::fromStdString(text).replace("\"", "\"\"") + "\"";
+  const QByteArray words = (beginsFormula(text) ? "'" : "") + readable(text).toUtf8();
+  if (words.indexOf(';') < 0 && words.indexOf('"') < 0 && words.indexOf('\n') < 0 && words.indexOf('\r') < 0)
+    return words;
+  return "\"" + QByteArray(words).replace("\"", "\"\"") + "\"";
 }
 
 // Where a word begins on a line of characters, so that what is aligned on paper is aligned in the text.

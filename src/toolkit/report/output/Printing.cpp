@@ -22,8 +22,8 @@ bool askForPrinter(QPrinter& printer, QWidget* parent) {
 }
 
 bool printToFile(const Document& document, const QString& why, const Progress& progress) {
-  const QString path = quickExportPath(document);
-  if (!exportDocument(document, path, progress)) return false;
+  const QString path = quickExport(document, progress);
+  if (path.isEmpty()) return false;
   const QString told = why + " : le document est enregistré dans « " + QDir::toNativeSeparators(path) + " ».";
   ShowMessage(told.toStdString());
   return true;

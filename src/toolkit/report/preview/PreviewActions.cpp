@@ -63,13 +63,12 @@ void PreviewPanel::exportAs(const char* suffix) {
 
 void PreviewPanel::quickExport() {
   if (!hasPages()) return;
-  const QString path = report::quickExportPath(*document());
-  bool written = false;
+  QString path;
   {
     ProgressBox box("Exportation…", this);
-    written = report::exportDocument(*document(), path, box.progress());
+    path = report::quickExport(*document(), box.progress());
   }
-  if (!written) return;
+  if (path.isEmpty()) return;
   const QString told = "Le document est enregistré dans « " + QDir::toNativeSeparators(path) + " ».";
   ShowMessage(told.toStdString());
 }
