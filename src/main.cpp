@@ -9,6 +9,7 @@
 
 int main(int argc, char** argv) {
   using namespace tavoline;
+  keepFilesPrivate();
   Application application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
   applyTheme(application);

@@ -1,10 +1,18 @@
 #include "shell/StartUp.h"
 
+#include <sys/stat.h>
+
 #include "data/DMU.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
 
 namespace tavoline {
+
+void keepFilesPrivate() {
+  struct stat store = {};
+  const bool toGroup = ::stat("BDD.mdb", &store) == 0 && (store.st_mode & 0060) == 0060;
+  ::umask(toGroup ? 0007 : 0077);
+}
 
 Creator makesDataModule() {
   return [] {

@@ -16,6 +16,10 @@ Creator makes(Screen*& instance) {
 /// Opens the store in the working directory and every dataset, then binds the screens that were made before.
 Creator makesDataModule();
 
+/// Whatever this process writes from now on (logs, tickets, exports) is for its user alone, or for the group
+/// as well to which the store in the working directory is open.
+void keepFilesPrivate();
+
 /// Takes the steps in order. A failure ends the start: its message is shown in a plain box, what was made is
 /// freed, and the answer is false. Nothing in the store is created or changed on the way.
 bool startUp(const std::vector<Creator>& inOrder);
