@@ -10,6 +10,7 @@
 #include <stdexcept>
 
 #include "data/value/Errors.h"
+#include "support/StoreProcess.h"
 #include "tests/tools/ToolFixture.h"
 
 namespace tavoline::tool {
@@ -28,6 +29,50 @@ TEST_F(Creation, ANameTakenMeanwhileIsNotReplaced) {
   fs::create_symlink("nowhere", file("link"));
   EXPECT_EQ(tool({"create", file("link")}), 1);
   EXPECT_EQ(folder.contents().size(), 2U);
+}
+
+TEST_F(Creation, APasswordIsAskedTwiceOrReadOrMadeAndNeverSeen) {
+  const auto passwordOf = [&](const std::string& name) {
+    return ask(file(name), "SELECT mot_pase FROM utilisateur");
+  };
+  std::vector<std::string> answers = {"4711", "4711", "4711", "4712"};
+  const AskSecret answered = [&](const std::string&) {
+    const std::string answer = answers.front();
+    answers.erase(answers.begin());
+    return answer;
+  };
+  EXPECT_EQ(tool({"create", file("asked")}, answered), 0);
+  EXPECT_EQ(passwordOf("asked"), "4711");
+  EXPECT_EQ(said.find("4711"), said.npos) << said;
+  EXPECT_EQ(tool({"create", file("mistyped")}, answered), 2);
+  EXPECT_FALSE(fs::exists(file("mistyped")));
+
+  std::ofstream(file("secret")) << "0815\nmore";
+  EXPECT_EQ(tool({"create", file("read"), "--password-file", file("secret")}), 0);
+  EXPECT_EQ(passwordOf("read"), "0815");
+
+  EXPECT_EQ(tool({"create", file("made")}), 0);
+  const std::string made = passwordOf("made");
+  EXPECT_EQ(made.size(), 6U);
+  EXPECT_NE(said.find(made), said.npos);
+  EXPECT_EQ(tool({"create", file("again")}), 0);
+  EXPECT_NE(passwordOf("again"), made);
+}
+
+TEST_F(Creation, AMediumThatIsOnlyReadIsCheckedAndCopied) {
+  const test::TemporaryFolder other;
+  ASSERT_EQ(tool({"create", file(), "--password", "4711"}), 0) << said;
+  fs::permissions(file(), fs::perms(0644));
+  fs::permissions(folder.path(), fs::perms(0555));
+  fs::permissions(other.path(), fs::perms(0777));
+  const std::string copy = (other.path() / "copy.mdb").string();
+  const int status = test::runElsewhere([&] {
+    if (::geteuid() == 0 && ::setuid(65534) != 0) throw std::runtime_error("no other user");
+    if (tool({"check", file()}) != 0 || tool({"backup", file(), copy}) != 0) throw std::runtime_error(said);
+  });
+  fs::permissions(folder.path(), fs::perms(0755));
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(tool({"check", copy}), 0) << said;
 }
 
 TEST_F(Creation, AFailureLeavesNothing) {

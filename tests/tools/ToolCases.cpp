@@ -2,7 +2,10 @@
 
 #include <optional>
 
+#include "data/store/Store.h"
+#include "data/value/Errors.h"
 #include "support/Literals.h"
+#include "support/StoreProcess.h"
 #include "support/Verbs.h"
 #include "tests/tools/ToolFixture.h"
 #include "tools/store/Check.h"
@@ -59,6 +62,37 @@ class Tool : public ToolTest {
   void workstation(std::string& statements) {
     if (!workstation_) workstation_.emplace("BDD.mdb", "BDD.mdb", sqlite::Connection::Role::Writer);
     workstation_->execute(statements);
+  }
+
+  void killed(std::string& statements) {
+    test::runElsewhere([&] {
+      auto* const lost = new sqlite::Connection("BDD.mdb", "BDD.mdb", sqlite::Connection::Role::Writer);
+      lost->execute("PRAGMA wal_autocheckpoint = 0");
+      lost->execute(statements);
+    });
+  }
+
+  void opens(std::string& password) {
+    try {
+      Store::open("Data Source=BDD.mdb;Jet OLEDB:Database Password=" + password);
+      script_.say("opened");
+    } catch (const StoreError& error) {
+      script_.say(error.what());
+    }
+  }
+
+  void copy(std::string& names) {
+    const std::string from = test::takeWord(names);
+    fs::copy_file(from, names, fs::copy_options::overwrite_existing);
+  }
+  void move(std::string& names) {
+    const std::string from = test::takeWord(names);
+    fs::rename(from, names);
+  }
+  void rights(std::string& name) {
+    std::ostringstream mode;
+    mode << std::oct << static_cast<unsigned>(fs::status(name).permissions());
+    script_.say(mode.str());
   }
 
   void bytes(std::string& word) {
@@ -135,6 +169,11 @@ const test::Verbs<Tool> kVerbs(
      {"whole", "BDD.mdb is a whole store with a history of 300 orders", &Tool::whole},
      {"rules FILE", "how many queries of a file find nothing, as they should", &Tool::rules},
      {"write FILE TEXT", "a file of this text", &Tool::write},
+     {"killed STATEMENTS", "on BDD.mdb, by a workstation that is killed then", &Tool::killed},
+     {"opens PASSWORD", "BDD.mdb, as the program does", &Tool::opens},
+     {"copy FILE NAME", "as the system copies it, also over another", &Tool::copy},
+     {"move FILE NAME", "gives it another name", &Tool::move},
+     {"rights NAME", "who may read and write it", &Tool::rights},
      {"bytes FILE BYTES", "a file of these bytes", &Tool::bytes},
      {"folder NAME", "makes one", &Tool::folderNamed},
      {"spoil FILE", "overwrites the page in its middle", &Tool::spoil},

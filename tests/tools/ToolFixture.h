@@ -25,9 +25,9 @@ class ToolTest : public testing::Test {
  protected:
   std::string file(const std::string& name = "BDD.mdb") const { return (folder.path() / name).string(); }
 
-  int tool(const std::vector<std::string>& words) {
+  int tool(const std::vector<std::string>& words, const AskSecret& asked = {}) {
     std::ostringstream out, err;
-    const int status = runTool(words, out, err);
+    const int status = runTool(words, out, err, asked);
     said = out.str() + err.str();
     return status;
   }

@@ -10,6 +10,7 @@
 #include "tools/store/Backup.h"
 #include "tools/store/Check.h"
 #include "tools/store/Creation.h"
+#include "tools/store/Secrets.h"
 #include "tools/store/Upgrade.h"
 #include "tools/store/Versions.h"
 #include "tools/store/demo/Cafeteria.h"
@@ -29,12 +30,14 @@ constexpr std::string_view kHelp = R"(NOM
     tavoline-store - crée, remplit, contrôle et sauvegarde la base d'un établissement Tavoline
 
 SYNOPSIS
-    tavoline-store create FICHIER [--login CODE] [--password MOT] [--nom NOM] [--prenom PRENOM] [--role ROLE]
+    tavoline-store create FICHIER [--login CODE] [--password-file FICHIER2 | --password MOT] [--nom NOM]
+                          [--prenom PRENOM] [--role ROLE] [--group GROUPE]
     tavoline-store demo FICHIER
     tavoline-store generate FICHIER --orders N [--invoices N] [--suppliers N] [--seed S] [--pictures]
     tavoline-store check FICHIER
     tavoline-store versions FICHIER
     tavoline-store backup FICHIER COPIE
+    tavoline-store restore COPIE FICHIER
     tavoline-store upgrade FICHIER
     tavoline-store import ANCIENNE CIBLE [--dry-run] [--strict]
     tavoline-store export BASE DOSSIER
@@ -42,11 +45,13 @@ SYNOPSIS
 
 DESCRIPTION
     Le programme lit sa base dans le fichier BDD.mdb de son dossier de travail. Il ne la crée ni ne la modifie dans
-    sa forme : c'est le rôle de cet outil. Aucune commande ne remplace un fichier qui existe, et un fichier
-    n'apparaît sous son nom qu'une fois complet.
+    sa forme : c'est le rôle de cet outil. Aucune commande ne remplace un fichier qui existe, sauf restore, qui le
+    met d'abord de côté ; un fichier n'apparaît sous son nom qu'une fois complet, et n'est ouvert qu'à son
+    propriétaire. Un nom est refusé s'il est resté à côté le journal (-wal) d'une autre base.
 
     create     Crée une base neuve : les dix-sept tables, la TVA à 19 % (« Modifier TVA » la change) et un premier
-               compte, par lequel on crée les autres.
+               compte, par lequel on crée les autres. Son mot de passe est demandé ; sans terminal ni fichier, il
+               est tiré au hasard et dit une fois.
     demo       Crée une cafétéria de démonstration : places et tables, articles avec leurs images, personnel, caisses,
                fournisseurs, clients et quelques semaines d'activité jusqu'à hier.
     generate   Crée la même cafétéria et ses comptes avec dix ans d'historique, pour mesurer les temps de réponse.
@@ -54,6 +59,8 @@ DESCRIPTION
     versions   Dit quels programmes de cet ordinateur tiennent des versions de la base, combien et depuis quand, et
                combien le journal occupe. Ne modifie rien.
     backup     Copie une base telle qu'elle est à cet instant, pendant que les postes continuent.
+    restore    Remet une sauvegarde en service, programme arrêté : la contrôle, met de côté sous un nom daté la base
+               d'avant avec son journal, copie, et contrôle le résultat.
     upgrade    Ajoute à une base plus ancienne ce que sa forme d'aujourd'hui a de plus (index), puis la contrôle. En
                fait d'abord une copie à côté. Ne fait rien si rien ne manque, ni si une table ou une colonne manque.
                Les postes peuvent continuer ; leurs enregistrements attendent un instant.
@@ -65,7 +72,9 @@ DESCRIPTION
 
 OPTIONS
     --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
-    --password MOT     Son mot de passe. Sinon 1010.
+    --password-file F  Fichier dont la première ligne est son mot de passe ; « - » est l'entrée standard.
+    --password MOT     Son mot de passe, pour un script : d'autres utilisateurs peuvent voir une ligne de commande.
+    --group GROUPE     Ouvre aussi la base aux utilisateurs de ce groupe. Sinon à son propriétaire seul.
     --nom NOM          Son nom. Sinon Administrateur.
     --prenom PRENOM    Son prénom. Sinon Principal.
     --role ROLE        Admin, KeyUser ou User. Sinon Admin.
@@ -78,20 +87,22 @@ OPTIONS
     --strict           S'arrête à la première ligne refusée, sans rien écrire.
 
 ÉTAT DE SORTIE
-    0   fait ; pour check et upgrade, la base est saine
-    1   échec, dit sur la sortie d'erreur ; pour check et upgrade, la base n'est pas saine
+    0   fait ; pour check, restore et upgrade, la base est saine
+    1   échec, dit sur la sortie d'erreur ; pour check, restore et upgrade, la base n'est pas saine
     2   mauvais appel
     3   import fait, avec des remarques à lire
 
 EXEMPLES
-    tavoline-store create BDD.mdb --login 10 --password 4711 --nom Benali --prenom Karima
+    tavoline-store create BDD.mdb --login 10 --nom Benali --prenom Karima
     tavoline-store backup BDD.mdb "sauvegardes/$(date +%F).mdb"
     tavoline-store import BDD-ancienne.mdb BDD.mdb
+    tavoline-store restore sauvegardes/2026-11-22.mdb BDD.mdb
 )";
 
-int create(const std::vector<std::string>& words, std::ostream& out) {
-  const Arguments arguments(words, 1, {"--login", "--password", "--nom", "--prenom", "--role"}, {});
-  const std::string login = arguments.text("--login", "10"), password = arguments.text("--password", "1010");
+int create(const std::vector<std::string>& words, std::ostream& out, const AskSecret& ask) {
+  const Arguments arguments(
+      words, 1, {"--login", "--password", "--password-file", "--nom", "--prenom", "--role", "--group"}, {});
+  const std::string login = arguments.text("--login", "10");
   const std::string surname = arguments.text("--nom", "Administrateur");
   const std::string firstName = arguments.text("--prenom", "Principal"),
                     role = arguments.text("--role", "Admin");
@@ -100,14 +111,20 @@ int create(const std::vector<std::string>& words, std::ostream& out) {
   constexpr std::array<std::string_view, 3> kRoles = {"Admin", "KeyUser", "User"};
   if (std::find(kRoles.begin(), kRoles.end(), role) == kRoles.end())
     throw UsageError("le rôle est Admin, KeyUser ou User");
+  const Access access = arguments.has("--group") ? Access::ofGroup(arguments.text("--group", "")) : Access();
+  requireFree(arguments.file(0));  // before anybody is asked
+  const FirstPassword password = firstPassword(arguments, ask);
 
-  createStore(arguments.file(0), schema::kStorePassword, [&](Filler& filler) {
+  const auto fill = [&](Filler& filler) {
     filler.inserter("TVA", {"tva", "utilisation"}).run(kVatRate, "OUI");
     filler.inserter("utilisateur", {"login", "mot_pase", "nom", "prenom", "role"})
-        .run(login, password, surname, firstName, role);
-  });
-  out << "« " << arguments.file(0) << " » est créée. Premier compte : login " << login << ", mot de passe "
-      << password << " (" << role << ").\n";
+        .run(login, password.text, surname, firstName, role);
+  };
+  createStore(arguments.file(0), schema::kStorePassword, fill, access);
+  out << "« " << arguments.file(0) << " » est créée. Premier compte : login " << login << " (" << role
+      << ").\n";
+  if (password.made)
+    out << "Son mot de passe, tiré au hasard et dit cette seule fois : " << password.text << '\n';
   return kDone;
 }
 
@@ -181,6 +198,14 @@ int backup(const std::vector<std::string>& words, std::ostream& out) {
   return kDone;
 }
 
+int restore(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 2, {}, {});
+  const std::string aside = restoreStore(arguments.file(0), arguments.file(1));
+  if (!aside.empty()) out << "La base d'avant est mise de côté, avec son journal : « " << aside << " ».\n";
+  out << "« " << arguments.file(0) << " » est remise en service sous « " << arguments.file(1) << " ».\n";
+  return tellCheck(arguments.file(1), out);
+}
+
 int import(const std::vector<std::string>& words, std::ostream& out) {
   constexpr std::size_t kShown = 10;
   const Arguments arguments(words, 2, {}, {"--strict", "--dry-run"});
@@ -202,12 +227,12 @@ int exportTables(const std::vector<std::string>& words, std::ostream& out) {
   return kDone;
 }
 
-int run(const std::vector<std::string>& words, std::ostream& out) {
+int run(const std::vector<std::string>& words, std::ostream& out, const AskSecret& ask) {
   using Command = int (*)(const std::vector<std::string>&, std::ostream&);
   constexpr std::pair<std::string_view, Command> kCommands[] = {
-      {"create", create},   {"demo", demo},         {"generate", generate},
-      {"check", check},     {"versions", versions}, {"backup", backup},
-      {"upgrade", upgrade}, {"import", import},     {"export", exportTables}};
+      {"demo", demo},         {"generate", generate}, {"check", check},
+      {"versions", versions}, {"backup", backup},     {"restore", restore},
+      {"upgrade", upgrade},   {"import", import},     {"export", exportTables}};
 
   if (words.empty()) throw UsageError("il manque la commande");
   if (std::find(words.begin(), words.end(), "--help") != words.end()) {
@@ -218,6 +243,7 @@ int run(const std::vector<std::string>& words, std::ostream& out) {
     out << "tavoline-store " TAVOLINE_VERSION "\n";
     return kDone;
   }
+  if (words.front() == "create") return create({words.begin() + 1, words.end()}, out, ask);
   for (const auto& [name, command] : kCommands)
     if (words.front() == name) return command({words.begin() + 1, words.end()}, out);
   throw UsageError("commande inconnue « " + words.front() + " »");
@@ -225,9 +251,10 @@ int run(const std::vector<std::string>& words, std::ostream& out) {
 
 }  // namespace
 
-int runTool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+int runTool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+            const AskSecret& ask) {
   try {
-    const int status = run(arguments, out);
+    const int status = run(arguments, out, ask);
     return out.flush() ? status : kFailed;
   } catch (const UsageError& error) {
     err << "tavoline-store : " << error.what() << ".\nVoyez « tavoline-store --help ».\n";

@@ -16,6 +16,9 @@ using schema::Table;
 using sqlite::Connection;
 using sqlite::Statement;
 
+constexpr std::size_t kReadVersionAt = 19;  // its place in the file's header
+constexpr char kWithLog = 2;
+
 std::string of(const Table& table, std::string_view column) {
   return "La colonne " + std::string(column) + " de " + std::string(table.name);
 }
@@ -48,7 +51,7 @@ std::string rightValue(const Column& column) {
   const std::string either = '(' + name + " IS NULL OR typeof(" + name + ") ";
   switch (column.type) {
     case FieldType::Text:
-      return either + "= 'text'" +
+      return either + "= 'text' AND tavoline_utf8(" + name + ')' +
              (column.width ? " AND length(" + name + ") <= " + std::to_string(column.width) : "") + ')';
     case FieldType::Integer:
       return either + "= 'integer')";
@@ -81,11 +84,12 @@ Findings checkPages(Connection& connection) {
   return findings;
 }
 
-Findings checkRecord(Connection& connection) {
+Findings checkRecord(Connection& connection, const Location& file) {
   Findings findings;
   if (connection.integer("PRAGMA application_id") != schema::kApplicationId)
     findings.emplace_back("L'en-tête ne dit pas que c'est une base Tavoline.");
-  if (connection.text("PRAGMA journal_mode") != "wal")
+  // Asked of the header: the engine plays no log on a medium that is only read.
+  if (file.header.size() <= kReadVersionAt || file.header[kReadVersionAt] != kWithLog)
     findings.emplace_back("Le journal partagé (WAL) n'est pas en place.");
   if (!definition(connection, "table", schema::kRecordTable)) {
     findings.emplace_back("La fiche de la base (tavoline_store) manque.");
@@ -154,7 +158,7 @@ Findings checkValues(Connection& connection) {
     if (ask(anyWrong).empty()) continue;
     for (const Column& column : table.columns)
       report(findings,
-             "Valeurs d'un autre genre ou trop longues dans " + std::string(table.name) + '.' +
+             "Valeurs d'un autre genre, trop longues ou illisibles dans " + std::string(table.name) + '.' +
                  std::string(column.name) + ", lignes : ",
              ask("SELECT rid" + from + rightValue(column)));
   }

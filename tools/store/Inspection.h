@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "data/store/Definitions.h"
+#include "data/store/Location.h"
 #include "data/store/sqlite/Connection.h"
 #include "tools/store/RowRules.h"
 
@@ -14,7 +15,7 @@ Ask askOf(sqlite::Connection& connection);  ///< Must not outlive the connection
 /// The engine's own check of its pages and indexes.
 Findings checkPages(sqlite::Connection& connection);
 /// The header, the log, the record of version and password.
-Findings checkRecord(sqlite::Connection& connection);
+Findings checkRecord(sqlite::Connection& connection, const Location& file);
 /// Tables, and columns in their places; the rules of the rows name them. None of it can be added.
 Findings checkTables(sqlite::Connection& connection);
 /// Widths, defaults, and row numbers that are never given twice. None of it can be added.

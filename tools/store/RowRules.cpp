@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/schema/Schema.h"
+#include "tools/store/StoppedOrders.h"
 
 namespace tavoline::tool {
 namespace {
@@ -24,7 +25,8 @@ constexpr Rule kRules[] = {
      "NOT EXISTS (SELECT 1 FROM [facture_achat] WHERE [facture_achat].[N_facture] = [Achat].[n_facture])"},
     {"Tables occupées sans commande en cours : ",
      "SELECT [table] FROM [Table_] WHERE [etat] = 'ON' AND NOT EXISTS (SELECT 1 FROM [commande] "
-     "WHERE [commande].[n_commande] = [Table_].[n_commande] AND [etat_commande] = 'Encours')"},
+     "WHERE [commande].[n_commande] = [Table_].[n_commande] AND ([etat_commande] = 'Encours' OR "
+     "([etat_commande] = 'Terminer' AND [tcc] IS NOT NULL)))"},
     {"Commandes terminées dont le total n'est pas HT + TVA - remise, n° : ",
      "SELECT [n_commande] FROM [commande] WHERE [etat_commande] = 'Terminer' AND "
      "coalesce(abs([tcc] - ([HT] + [TVA] - [remi])) >= 0.005, 1 = 1)"},
@@ -79,6 +81,8 @@ constexpr Rule kRules[] = {
     {"Commandes sans numéro, lignes : ", "SELECT [rid] FROM [commande] WHERE [n_commande] IS NULL"},
 };
 
+}  // namespace
+
 std::string inWordsOf(const Engine& engine, std::string_view query) {
   std::string words;
   while (true) {
@@ -90,8 +94,6 @@ std::string inWordsOf(const Engine& engine, std::string_view query) {
     query.remove_prefix(close + 1);
   }
 }
-
-}  // namespace
 
 void report(Findings& findings, const std::string& sentence, const std::vector<std::string>& places) {
   constexpr std::size_t kShown = 5;
@@ -119,6 +121,7 @@ Findings checkRows(const Engine& engine, const Ask& ask) {
   Findings findings;
   for (const Rule& rule : kRules)
     report(findings, std::string(rule.sentence), ask(inWordsOf(engine, rule.query)));
+  checkStoppedOrders(findings, engine, ask);
   if (ask(inWordsOf(engine, "SELECT 1 FROM [TVA] LIMIT 2")).size() != 1)
     findings.emplace_back("La table TVA doit avoir une ligne, et une seule.");
   if (ask(inWordsOf(engine, "SELECT 1 FROM [utilisateur] LIMIT 1")).empty())

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "data/store/Engine.h"
@@ -16,6 +17,9 @@ using Ask = std::function<std::vector<std::string>(const std::string& query)>;
 
 /// The sentence with the first of `places`, and how many more there are; nothing without any.
 void report(Findings& findings, const std::string& sentence, const std::vector<std::string>& places);
+
+/// A statement in the words of an engine, which quotes the names that stand in [brackets].
+std::string inWordsOf(const Engine& engine, std::string_view query);
 
 /// Keys without doubles. All tables and columns have to be there.
 Findings checkKeys(const Engine& engine, const Ask& ask);

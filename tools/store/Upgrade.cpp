@@ -3,12 +3,13 @@
 #include <filesystem>
 
 #include "data/store/sqlite/Engine.h"
+#include "data/store/sqlite/Lineage.h"
 #include "data/store/sqlite/Opening.h"
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "tools/store/Backup.h"
-#include "tools/store/Creation.h"
 #include "tools/store/Inspection.h"
+#include "tools/store/Publishing.h"
 
 namespace tavoline::tool {
 namespace {
@@ -42,12 +43,13 @@ Upgrade upgradeStore(const std::string& path) {
   const Location file = locate(path);
   sqlite::requireOwn(file);
   sqlite::requireWritable(file);
+  sqlite::requireOwnLog(file);
   Upgrade done;
   {
     Connection looking(file.path, file.name, Connection::Role::Observer);
     looking.run("BEGIN");  // All that is read is of one moment.
     requireUpgradable(looking);
-    if (missingDefinitions(looking).empty()) return done;
+    if (missingDefinitions(looking).empty() && sqlite::hasIdentity(looking)) return done;
   }
   done.backup =
       besideAt(Clock::now(), file.path, "avant", std::filesystem::path(file.path).extension().string());
@@ -59,8 +61,12 @@ Upgrade upgradeStore(const std::string& path) {
   try {
     const std::vector<Definition> missing = missingDefinitions(connection);
     add(connection, missing);
-    connection.run("COMMIT");
     for (const Definition& one : missing) done.added.push_back(one.name);
+    if (!sqlite::hasIdentity(connection)) {
+      sqlite::giveIdentity(connection);
+      done.added.emplace_back("numéro de la base");
+    }
+    connection.run("COMMIT");
   } catch (const std::exception&) {
     connection.rollback();
     throw;

@@ -18,6 +18,9 @@ inline constexpr std::string_view kRecordTable = "tavoline_store";
 inline constexpr std::string_view kRecordKey = "cle", kRecordValue = "valeur";
 /// How many rows were written to each table, by whatever program; triggers count.
 inline constexpr std::string_view kCountTable = "tavoline_ecritures";
+/// Among the counts stands, in place of one, the number that tells this store from every other and from its
+/// copies: whatever is written to the store takes it along into the log.
+inline constexpr std::string_view kIdentityRow = "tavoline:identite";
 inline constexpr std::string_view kVersionKey = "version", kPasswordKey = "mot_de_passe";
 
 /// The password that a store records when nothing else is asked; workstations present it in their connection

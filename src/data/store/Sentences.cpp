@@ -1,6 +1,7 @@
 #include "data/store/Sentences.h"
 
 #include "data/schema/Schema.h"
+#include "data/value/Text.h"
 
 namespace tavoline {
 
@@ -13,6 +14,9 @@ std::string at(std::string_view table, std::string_view column) {
 }  // namespace
 
 std::string duplicateKey(std::string_view table, std::string_view column) {
+  // The number is given by the screen: with many workstations two take the same one now and then.
+  if (sameName(table, "commande") && sameName(column, "n_commande"))
+    return "Une autre commande a pris ce numéro ; touchez de nouveau.";
   return "Cette valeur de " + at(table, column) +
          " existe déjà sur une autre ligne. Donnez-en une autre, puis recommencez.";
 }

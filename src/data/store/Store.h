@@ -82,7 +82,7 @@ class Store {
   virtual void relieveBy(std::weak_ptr<const Reliever> reliever) = 0;
 
   /// To be called when the user does nothing, every few seconds: lets go of versions and folds the log. Never
-  /// throws, never waits.
+  /// waits. Throws StoreError, once, where the store is no more what was opened.
   virtual void idle() = 0;
   /// To be called when a gesture has ended: does the same where the log has grown long without a quiet moment
   /// (some milliseconds, once in a hundred taps). Never throws.

@@ -249,7 +249,9 @@ class Stores {
   void log(std::string& step) {
     say(fs::file_size(path() + "-wal") < std::stoul(step) ? "smaller" : "larger");
   }
-  void none(std::string&) { fs::remove(path()); }
+  void none(std::string& name) {
+    fs::remove(name.empty() ? path() : (engine_.file.folder().path() / name).string());
+  }
   void folder(std::string& name) { fs::create_directory(engine_.file.folder().path() / name); }
   void link(std::string& target) {
     const fs::path name = engine_.file.folder().path() / takeWord(target);
@@ -341,7 +343,7 @@ const Verbs<Stores> Stores::kVerbs(
      {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Stores::sql},
      {"ask SELECT", "the first column of its rows", &Stores::ask},
      {"log SIZE", "whether the log is smaller", &Stores::log},
-     {"none", "nothing stands in the place of the store", &Stores::none},
+     {"none [FILE]", "nothing stands in the place of the store, or of another file", &Stores::none},
      {"folder NAME", "makes one", &Stores::folder},
      {"link NAME TARGET", "a symbolic link, in a folder that is made for it", &Stores::link},
      {"pipe", "a pipe stands in the place of the store", &Stores::pipe},

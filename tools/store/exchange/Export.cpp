@@ -166,7 +166,7 @@ Description exportStore(const std::string& path, const std::string& folder) {
   Description written;
   requireFree(folder);
   const std::shared_ptr<Store> store = openStore(path);
-  publishFile(folder, [&](const std::string& passing) {
+  publishFolder(folder, [&](const std::string& passing) {
     written = Folder(passing).write(*store->snapshot(), *store->catalog());
   });
   return written;

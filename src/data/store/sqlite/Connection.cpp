@@ -1,5 +1,7 @@
 #include "data/store/sqlite/Connection.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <filesystem>
 
@@ -11,6 +13,11 @@ namespace tavoline::sqlite {
 namespace {
 
 constexpr std::size_t idleStatements = 192;
+
+bool canHoldLog(const std::string& path) {
+  const std::string folder = std::filesystem::absolute(path).parent_path().string();
+  return ::access(folder.c_str(), W_OK | X_OK) == 0;
+}
 
 int flagsFor(Connection::Role role, const std::string& path) {
   switch (role) {
@@ -24,16 +31,39 @@ int flagsFor(Connection::Role role, const std::string& path) {
   }
   // Whoever opens a file for reading only leaves its log behind, and whoever opens it for writing folds a log
   // that was left: the one where there is no log, the other where there is one, would change what is looked
-  // at.
-  return std::filesystem::exists(path + "-wal") ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  // at. Where nothing can be written beside it, the engine looks at the file alone.
+  if (std::filesystem::exists(path + "-wal")) return SQLITE_OPEN_READONLY;
+  return canHoldLog(path) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+}
+
+// The engine would take "file:..." for an address. ":memory:" is no file at all.
+std::string plain(const std::string& path) {
+  return path.starts_with('/') || path == ":memory:" ? path : "./" + path;
+}
+
+// The name of a file that nobody can change meanwhile.
+std::string unchanging(const std::string& path) {
+  std::string address = "file:";
+  for (const char c : plain(path)) {
+    if (c == '%')
+      address += "%25";
+    else if (c == '?')
+      address += "%3f";
+    else if (c == '#')
+      address += "%23";
+    else
+      address += c;
+  }
+  return address + "?immutable=1";
 }
 
 }  // namespace
 
 Connection::Connection(const std::string& path, std::string name, Role role) : name_(std::move(name)) {
   sqlite3* opened = nullptr;
-  const int code =
-      sqlite3_open_v2(path.c_str(), &opened, flagsFor(role, path) | SQLITE_OPEN_NOMUTEX, nullptr);
+  const int flags = flagsFor(role, path);
+  const std::string file = (flags & SQLITE_OPEN_URI) != 0 ? unchanging(path) : plain(path);
+  const int code = sqlite3_open_v2(file.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) fail(code);
 

@@ -24,9 +24,16 @@ void like(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
   }
 }
 
+void utf8(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+  sqlite3_result_int(context, isUtf8(textOf(arguments[0])));
+}
+
 }  // namespace
 
 void registerFunctions(sqlite3* connection) {
+  sqlite3_create_function_v2(connection, "tavoline_utf8", 1,
+                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, utf8, nullptr,
+                             nullptr, nullptr);
   sqlite3_create_function_v2(connection, "tavoline_like", 2,
                              SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, like, nullptr,
                              nullptr, nullptr);

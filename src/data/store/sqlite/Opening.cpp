@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "data/schema/Identity.h"
+#include "data/store/sqlite/Lineage.h"
 #include "data/store/sqlite/SqliteStore.h"
 #include "data/value/Errors.h"
 
@@ -75,6 +76,7 @@ StoreRecord recordOf(Connection& connection) {
 std::shared_ptr<Store> openFile(const Location& file, const std::string& password) {
   requireOwn(file);
   requireWritable(file);
+  requireOwnLog(file);
 
   auto writer = std::make_unique<Connection>(file.path, file.name, Connection::Role::Writer);
   admit(file.name, recordOf(*writer), password);

@@ -1,5 +1,7 @@
 #include "data/store/sqlite/SqliteStore.h"
 
+#include <utility>
+
 #include "data/store/Writes.h"
 #include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
@@ -13,16 +15,40 @@ namespace {
 // Of which the newest, and those that a gesture under way has still to read.
 constexpr std::size_t heldVersions = 3;
 
+std::string logOf(const std::string& path) {
+  return path + "-wal";
+}
+
 }  // namespace
 
 SqliteStore::SqliteStore(const std::string& path, std::unique_ptr<Connection> writer)
-    : writer_(std::move(writer)),
+    : path_(path),
+      writer_(std::move(writer)),
+      file_(FileIdentity::of(path)),
       log_(*writer_),
       readers_(std::make_shared<Readers>(path, writer_->name())),
       record_(path) {
   writer_->run("PRAGMA synchronous = FULL");
   writer_->run("PRAGMA journal_size_limit = 8388608");
   catalog();
+  logFile_ = FileIdentity::of(logOf(path));
+}
+
+// The engine keeps hold of a file that was removed or renamed, and writes to it as if nothing had happened;
+// where another has come in its place, their processes would share one log.
+bool SqliteStore::inPlace() {
+  if (!logFile_) logFile_ = FileIdentity::of(logOf(path_));
+  return FileIdentity::of(path_) == file_ && FileIdentity::of(logOf(path_)) == logFile_;
+}
+
+void SqliteStore::requireInPlace() {
+  if (inPlace()) return;
+  throw StoreError(
+      "« " + writer_->name() +
+      " », ou son journal « -wal », a été enlevé ou remplacé pendant que le programme s'en "
+      "servait : rien n'a été enregistré. Arrêtez le programme sur tous les postes, remettez le "
+      "fichier à sa place avec ceux qui l'accompagnaient (ou une sauvegarde, par « tavoline-store "
+      "restore »), puis relancez.");
 }
 
 std::shared_ptr<const Catalog> SqliteStore::catalog() const {
@@ -62,6 +88,7 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
     now = version();
     if (auto live = current_.lock(); live && live->version() == now) return live;
   }
+  requireInPlace();
   auto snapshot = std::make_shared<SqliteSnapshot>(shared_from_this(), now, std::make_shared<Pin>(readers_));
   current_ = snapshot;
   return snapshot;
@@ -70,6 +97,7 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
 std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& written) {
   // Somebody may be waiting for all readers, and keep this write waiting until then.
   if (log_.isPressing()) relieve(Relief::None);
+  requireInPlace();
   try {
     Statement statement = writer_->prepare(written.text);
     statement.bind(written.values);
@@ -135,6 +163,10 @@ void SqliteStore::foldLog() {
 }
 
 void SqliteStore::idle() {
+  const bool lost = !inPlace();
+  if (lost && !std::exchange(toldOfLoss_, true)) requireInPlace();
+  if (lost) return;
+  toldOfLoss_ = false;
   try {
     const Version now = version();
     // Where others write as well, a workstation at rest must not stand in the way of their folding.
@@ -155,6 +187,7 @@ void SqliteStore::idle() {
 void SqliteStore::pause() {
   if (!log_.isLong()) return;
   try {
+    requireInPlace();
     if (log_.isPressing()) {
       relieve(Relief::None);
       if (!log_.foldForAll()) log_.triedInVain();

@@ -39,12 +39,16 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   WriteCounts countsSeen(const Version& version) const;
 
  private:
+  bool inPlace();
+  void requireInPlace();
   std::int64_t write(const TableInfo& table, const sql::Written& written);
   void relieve(Relief relief);
   void foldLog();
   void leaveLog();
 
+  const std::string path_;
   std::unique_ptr<Connection> writer_;
+  std::optional<FileIdentity> file_, logFile_;  // what stood under these names when the store was opened
   Log log_;
   mutable std::shared_ptr<const Catalog> catalog_;  // as read at `schema_`
   mutable std::int64_t schema_ = 0;                 // the engine's count of changed definitions
@@ -55,6 +59,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   std::weak_ptr<SqliteSnapshot> current_;
   std::weak_ptr<const Reliever> reliever_;
   bool relieving_ = false;
+  bool toldOfLoss_ = false;           // in a quiet moment
   std::optional<Version> relieved_;   // the version at the latest quiet moment
   std::optional<Version> folded_;     // the version whose log was last folded entirely
   std::optional<Version> truncated_;  // ... and made an empty file
