@@ -185,7 +185,7 @@ JournalReader lifeAndDeath(void (*work)(int, Chance&), Chance& chance) {
 std::vector<std::string> damage() {
   std::vector<std::string> findings = tool::checkStore("BDD.mdb");
   std::erase_if(findings, [](const std::string& finding) {
-    return finding.starts_with("Commandes terminées dont le total") ||
+    return finding.starts_with("Commandes terminées") ||
            finding.starts_with("Tables occupées sans commande en cours");
   });
   return findings;
