@@ -21,10 +21,10 @@ build:  ## Compile the programs into build/release/bin
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET) --target tavoline tavoline-store
 
-run:  ## Open the program on a demo store; without a display, serve its screens on 127.0.0.1
-	@scripts/install-packages build run
+run:  ## Open the program on a demo store; SERVER=1: two workstations on a private PostgreSQL server
+	@scripts/install-packages build run $(if $(SERVER),server)
 	@$(MAKE) -s build
-	@scripts/run $(BUILD)/bin
+	@scripts/run $(BUILD)/bin $(if $(SERVER),server)
 
 test:  ## Build and run all tests; PRESET=sanitize: under the sanitizers
 	@scripts/install-packages build run test

@@ -1,13 +1,22 @@
 // Workstations as processes: one that is killed, and two on one store. Each process makes an application of
 // its own, as an application with its threads does not survive a fork.
 
+#include <fstream>
+#include <functional>
+
+#include "data/store/postgres/Connection.h"
 #include "sales/Life.h"
+#include "support/Cluster.h"
 #include "support/Killing.h"
 #include "support/StoreProcess.h"
+#include "tools/store/Copy.h"
+#include "tools/store/Creation.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline {
 namespace {
 
+namespace fs = std::filesystem;
 using ::testing::EndsWith;
 using Turns = test::StoreProcess::Turns;
 
@@ -25,8 +34,7 @@ TEST(ProcessTest, AKilledProgramLeavesExactlyItsEarlierWrites) {
         {gesture.name, gesture.writes, kFreshMap + gesture.before, gesture.run, gesture.finish, Contents});
 }
 
-void firstWorkstation(Turns& turns) {
-  Life life;
+void firstWorkstation(Life& life, Turns& turns) {
   life.play(kOrder + "tap Café");
   endTurn(turns);
 
@@ -44,8 +52,7 @@ void firstWorkstation(Turns& turns) {
   EXPECT_THAT(life.play("tap T1" + kLines), EndsWith("2 | Café | 100 | 200\n1 | Thé | 80 | 80\n"));
 }
 
-void secondWorkstation(const test::Home& home, Turns& turns) {
-  Life life(home.store());
+void secondWorkstation(Life& life, Turns& turns) {
   EXPECT_EQ(life.play("tap T1"), Held);
   // The number after the other's, and the stock less what both took.
   EXPECT_THAT(
@@ -62,16 +69,88 @@ void secondWorkstation(const test::Home& home, Turns& turns) {
   life.play("tap Enregistrer");
 }
 
+/// Each workstation is made where it works; empty for a store of the first one's own.
+void shareOneStore(const std::function<fs::path(int workstation)>& folder) {
+  const auto made = [&](int workstation) {
+    const fs::path where = folder(workstation);
+    return where.empty() ? std::make_unique<Life>() : std::make_unique<Life>(where);
+  };
+  test::StoreProcess first(
+      [&](Turns& turns) { test::withApplication([&] { firstWorkstation(*made(1), turns); }); });
+  test::StoreProcess second(
+      [&](Turns& turns) { test::withApplication([&] { secondWorkstation(*made(2), turns); }); });
+  first.turn();
+  second.turn();
+  first.turn();
+  second.turn();
+  first.turn();
+}
+
 TEST(ProcessTest, TwoWorkstationsShareOneStore) {
   const test::Home home;
-  test::StoreProcess first([](Turns& turns) { test::withApplication([&] { firstWorkstation(turns); }); });
-  test::StoreProcess second(
-      [&](Turns& turns) { test::withApplication([&] { secondWorkstation(home, turns); }); });
-  first.turn();
-  second.turn();
-  first.turn();
-  second.turn();
-  first.turn();
+  shareOneStore([&](int workstation) { return workstation == 1 ? fs::path() : fs::path(home.store()); });
+}
+
+/// The small cafeteria in a database of a server, and two folders that lead to it.
+class ServedCafe {
+ public:
+  ServedCafe() {
+    const std::string file = folder_.path() / "cafe.mdb";
+    tool::createStore(file);
+    std::ifstream rows(TAVOLINE_FOLDER "cafeteria.sql");
+    test::sideDoor(file).execute({std::istreambuf_iterator<char>(rows), {}});
+    const std::string address = cluster_.address("cafe");
+    tool::copyAcross(file, address);
+    for (const int workstation : {1, 2}) {
+      fs::create_directory(at(workstation));
+      std::ofstream(at(workstation) / "BDD.mdb")
+          << tool::workstationLine(postgres::parseAddress(address, address)) << '\n';
+    }
+  }
+  fs::path at(int workstation) const { return folder_.path() / std::to_string(workstation); }
+  test::Cluster& server() { return cluster_; }
+
+ private:
+  test::Cluster cluster_;
+  test::TemporaryFolder folder_;
+};
+
+TEST(ProcessTest, TwoWorkstationsShareOneServer) {
+  const ServedCafe cafe;
+  shareOneStore([&](int workstation) { return cafe.at(workstation); });
+}
+
+// What is acknowledged is there, what is not is told, and the next gesture after the server's return goes on.
+TEST(ProcessTest, AWorkstationOutlivesItsServer) {
+  ServedCafe cafe;
+  test::StoreProcess workstation([&](Turns& turns) {
+    test::withApplication([&] {
+      Life life(cafe.at(1));
+      life.play(kOrder + "tap Café");
+      endTurn(turns);
+      EXPECT_THAT(life.play("tap Café"), ::testing::HasSubstr("ne répond pas"));
+      endTurn(turns);
+      EXPECT_THAT(life.play("tap Café" + kLines), EndsWith("2 | Café | 100 | 200\n"));
+    });
+  });
+  cafe.server().crash();
+  workstation.turn();
+  cafe.server().start();
+  workstation.turn();
+}
+
+// Three refreshes, four filters, two writes and three reopenings: a reading asks for its version, and then
+// for its rows.
+TEST(ProcessTest, ATapCostsAFewRoundTrips) {
+  const ServedCafe cafe;
+  const auto tapAndCount = [&] {
+    Life life(cafe.at(1));
+    life.play(kOrder + "tap Café\ntap Café");
+    const auto before = postgres::Connection::roundTrips();
+    life.play("tap Café");
+    EXPECT_LE(postgres::Connection::roundTrips() - before, 21u);
+  };
+  EXPECT_EQ(test::runElsewhere([&] { test::withApplication(tapAndCount); }), 0);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
 #include "tools/store/Creation.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::test {
 
@@ -42,6 +43,11 @@ std::map<std::string, std::string> TemporaryFolder::contents() const {
 
 StoreFile::StoreFile() {
   tool::createStore(path().string());
+}
+
+StoreFile::StoreFile(const std::string& address) {
+  tool::createStore(address);
+  std::ofstream(path()) << tool::workstationLine(postgres::parseAddress(address, address)) << '\n';
 }
 
 std::string StoreFile::connectionString() const {

@@ -34,10 +34,12 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-/// A store of the seventeen empty tables in a folder of its own.
+/// A store of the seventeen empty tables, or what leads to one, in a folder of its own.
 class StoreFile {
  public:
   StoreFile();
+  /// Of a store on a server, made in the database of this address; its workstations have their own role.
+  explicit StoreFile(const std::string& address);
 
   std::shared_ptr<Store> open() const;  ///< Each time another workstation.
   /// Runs SQL on the side, as any SQLite tool would, and gives the first column of the first row as text.

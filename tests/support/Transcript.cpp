@@ -67,8 +67,9 @@ std::string nameOf(const std::string& title) {
   return name;
 }
 
-void registerFile(const std::string& path, const std::function<void(Transcript&)>& play) {
-  const std::string suite = nameOf(std::filesystem::path(path).stem());
+void registerFile(const std::string& path, const std::function<void(Transcript&)>& play,
+                  const std::string& on) {
+  const std::string suite = on + nameOf(std::filesystem::path(path).stem());
   const TranscriptFile file = TranscriptFile::read(path);
   for (const TranscriptFile::Part& part : file.cases) {
     std::vector<Transcript::Step> steps;
@@ -114,8 +115,9 @@ void Transcript::attempt(const std::function<void()>& action) {
   }
 }
 
-bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play) {
-  for (const std::string& file : words(files)) registerFile(file, play);
+bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play,
+                         const std::string& on) {
+  for (const std::string& file : words(files)) registerFile(file, play, on);
   return true;
 }
 

@@ -39,9 +39,11 @@ class Transcript {
   std::size_t at_ = 0;
 };
 
-/// Makes every case of some files, blanks between them, a test of its own, played by `play`. With
-/// TAVOLINE_ACCEPT in the environment, what a case says otherwise than expected is written into its file.
-bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play);
+/// Makes every case of some files, blanks between them, a test of its own, played by `play`; `on` stands
+/// before their names. With TAVOLINE_ACCEPT in the environment, what a case says otherwise than expected is
+/// written into its file.
+bool registerTranscripts(const std::string& files, const std::function<void(Transcript&)>& play,
+                         const std::string& on = {});
 
 /// Plays some steps, a line each, and gives what they say, one line each.
 std::string answers(const std::string& steps, const std::function<void(Transcript&)>& play);

@@ -4,12 +4,14 @@
 
 #include "data/store/Store.h"
 #include "data/value/Errors.h"
+#include "support/Cluster.h"
 #include "support/Literals.h"
 #include "support/StoreProcess.h"
 #include "support/Verbs.h"
 #include "tests/tools/ToolFixture.h"
 #include "tools/store/Check.h"
 #include "tools/store/demo/Demo.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -26,11 +28,20 @@ class Tool : public ToolTest {
 
   void run(std::string& arguments) {
     const int status = tool(test::words(arguments));
-    const std::string passing = folder.path();
-    for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
-      said.replace(at, passing.size(), "DOSSIER");
+    forget(folder.path(), "DOSSIER");
+    if (cluster_) forget(cluster_->folder(), "SERVEUR");
+    if (cluster_) forget("port=" + std::to_string(cluster_->port()), "port=N");
     script_.say(said);
     if (status != 0) script_.say("exit " + std::to_string(status));
+  }
+
+  void server(std::string& name) {
+    if (!cluster_) cluster_.emplace();
+    std::ofstream(name) << cluster_->address(fs::path(name).stem()) << '\n';
+  }
+  void side(std::string& statement) {
+    const std::string name = test::takeWord(statement);
+    reachServer(*serverAddress(name))->execute(statement);
   }
 
   void whole(std::string&) {
@@ -141,6 +152,10 @@ class Tool : public ToolTest {
   void way(std::string& select) { tell("explain query plan " + select, 3); }
 
  private:
+  void forget(const std::string& passing, const std::string& name) {
+    for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
+      said.replace(at, passing.size(), name);
+  }
   void tell(const std::string& select, int column) {
     sqlite::Connection store = observed(store_);
     bool any = false;
@@ -151,6 +166,7 @@ class Tool : public ToolTest {
 
   test::Transcript& script_;
   std::string store_ = "BDD.mdb";
+  std::optional<test::Cluster> cluster_;
   std::optional<sqlite::Connection> workstation_;
   std::map<std::string, std::string> before_;
 };
@@ -166,6 +182,9 @@ const test::Verbs<Tool> kVerbs(
      {"ask SELECT", "the first column of its rows", &Tool::ask},
      {"way SELECT", "the tables and indexes of its plan", &Tool::way},
      {"workstation STATEMENT", "on BDD.mdb, by one connection that stays open", &Tool::workstation},
+     {"server FILE", "a file with the address of a database, named like it, on a server of the test's own",
+      &Tool::server},
+     {"side FILE STATEMENTS", "on the database that a file leads to, as its administrator", &Tool::side},
      {"whole", "BDD.mdb is a whole store with a history of 300 orders", &Tool::whole},
      {"rules FILE", "how many queries of a file find nothing, as they should", &Tool::rules},
      {"write FILE TEXT", "a file of this text", &Tool::write},

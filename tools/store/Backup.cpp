@@ -9,6 +9,8 @@
 #include "data/value/Errors.h"
 #include "tools/store/Inspection.h"
 #include "tools/store/Publishing.h"
+#include "tools/store/server/ServerBackup.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -78,6 +80,7 @@ std::string placeOf(const std::string& path) {
 }  // namespace
 
 void backupStore(const std::string& path, const std::string& target) {
+  if (const auto address = serverAddress(path)) return backupServer(*address, target);
   const Location file = storeAt(path);
   publishFile(
       target, [&](const std::string& temporary) { copyStore(file, temporary, target); },

@@ -4,6 +4,8 @@
 #include "data/store/sqlite/Engine.h"
 #include "data/store/sqlite/Lineage.h"
 #include "tools/store/Inspection.h"
+#include "tools/store/server/ServerCheck.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -25,6 +27,7 @@ std::string missing(const Definition& definition) {
 }  // namespace
 
 Findings checkStore(const std::string& path) {
+  if (const auto address = serverAddress(path)) return checkServer(*address);
   const Location file = locate(path);
   sqlite::requireOwnLog(file);
   sqlite::Connection connection(file.path, file.name, sqlite::Connection::Role::Observer);

@@ -9,6 +9,7 @@
 #include "tools/store/Arguments.h"
 #include "tools/store/Backup.h"
 #include "tools/store/Check.h"
+#include "tools/store/Copy.h"
 #include "tools/store/Creation.h"
 #include "tools/store/Secrets.h"
 #include "tools/store/Upgrade.h"
@@ -17,6 +18,7 @@
 #include "tools/store/demo/Demo.h"
 #include "tools/store/exchange/Export.h"
 #include "tools/store/exchange/Import.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -41,6 +43,7 @@ SYNOPSIS
     tavoline-store upgrade FICHIER
     tavoline-store import ANCIENNE CIBLE [--dry-run] [--strict]
     tavoline-store export BASE DOSSIER
+    tavoline-store copy DÉPART ARRIVÉE
     tavoline-store --help | --version
 
 DESCRIPTION
@@ -69,6 +72,15 @@ DESCRIPTION
                écrit, et en rend compte à l'écran et dans un fichier à côté de la base.
     export     Écrit toute une base dans un dossier neuf : un fichier CSV par table, les images, et leur description.
                Les postes peuvent continuer.
+    copy       Fait de la base DÉPART la base neuve ARRIVÉE, ligne pour ligne, d'un fichier à un serveur, d'un serveur
+               à un fichier, ou entre deux du même genre ; relit et compare tout avant que l'arrivée apparaisse. Les
+               postes s'arrêtent d'abord : ce qu'ils écrivent pendant la copie n'en est pas.
+
+    Pour create, demo, generate, check, backup et copy, FICHIER peut être l'adresse d'un serveur PostgreSQL
+    (postgresql://utilisateur@serveur/base), ou un fichier qui la contient. La base est créée si elle manque, avec
+    deux rôles : BASE_proprietaire, à qui tout appartient, et BASE_poste, qui lit et écrit les lignes et rien
+    d'autre. Les mots de passe du serveur se mettent dans « ~/.pgpass », jamais dans l'adresse. La copie d'un serveur
+    est faite par « pg_dump » et se remet par « pg_restore ».
 
 OPTIONS
     --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
@@ -99,6 +111,14 @@ EXEMPLES
     tavoline-store restore sauvegardes/2026-11-22.mdb BDD.mdb
 )";
 
+// What the administrator does next, where a store was made on a server.
+void tellServer(const std::string& word, std::ostream& out) {
+  if (const auto address = serverAddress(word))
+    out << "Ligne à mettre dans le fichier BDD.mdb de chaque poste :\n  " << workstationLine(*address)
+        << "\nMot de passe des postes : « \\password " << workstationRole(*address)
+        << " » dans psql, puis le fichier « .pgpass » de chaque poste.\n";
+}
+
 int create(const std::vector<std::string>& words, std::ostream& out, const AskSecret& ask) {
   const Arguments arguments(
       words, 1, {"--login", "--password", "--password-file", "--nom", "--prenom", "--role", "--group"}, {});
@@ -112,7 +132,7 @@ int create(const std::vector<std::string>& words, std::ostream& out, const AskSe
   if (std::find(kRoles.begin(), kRoles.end(), role) == kRoles.end())
     throw UsageError("le rôle est Admin, KeyUser ou User");
   const Access access = arguments.has("--group") ? Access::ofGroup(arguments.text("--group", "")) : Access();
-  requireFree(arguments.file(0));  // before anybody is asked
+  if (!serverAddress(arguments.file(0))) requireFree(arguments.file(0));  // before anybody is asked
   const FirstPassword password = firstPassword(arguments, ask);
 
   const auto fill = [&](Filler& filler) {
@@ -125,6 +145,7 @@ int create(const std::vector<std::string>& words, std::ostream& out, const AskSe
       << ").\n";
   if (password.made)
     out << "Son mot de passe, tiré au hasard et dit cette seule fois : " << password.text << '\n';
+  tellServer(arguments.file(0), out);
   return kDone;
 }
 
@@ -142,6 +163,7 @@ int demo(const std::vector<std::string>& words, std::ostream& out) {
     out << "  " << user.firstName << ' ' << user.surname << " (" << user.role << ") : login " << user.login
         << ", mot de passe " << user.password << '\n';
   tellPictures(report, out);
+  tellServer(arguments.file(0), out);
   return kDone;
 }
 
@@ -227,12 +249,21 @@ int exportTables(const std::vector<std::string>& words, std::ostream& out) {
   return kDone;
 }
 
+int copy(const std::vector<std::string>& words, std::ostream& out) {
+  const Arguments arguments(words, 2, {}, {});
+  const CopyReport report = copyAcross(arguments.file(0), arguments.file(1));
+  out << "« " << arguments.file(0) << " » est copiée dans « " << arguments.file(1) << " » : " << report.tables
+      << " tables, " << report.rows << " lignes, relues et comparées.\n";
+  tellServer(arguments.file(1), out);
+  return kDone;
+}
+
 int run(const std::vector<std::string>& words, std::ostream& out, const AskSecret& ask) {
   using Command = int (*)(const std::vector<std::string>&, std::ostream&);
   constexpr std::pair<std::string_view, Command> kCommands[] = {
-      {"demo", demo},         {"generate", generate}, {"check", check},
-      {"versions", versions}, {"backup", backup},     {"restore", restore},
-      {"upgrade", upgrade},   {"import", import},     {"export", exportTables}};
+      {"demo", demo},           {"generate", generate}, {"check", check},     {"versions", versions},
+      {"backup", backup},       {"restore", restore},   {"upgrade", upgrade}, {"import", import},
+      {"export", exportTables}, {"copy", copy}};
 
   if (words.empty()) throw UsageError("il manque la commande");
   if (std::find(words.begin(), words.end(), "--help") != words.end()) {

@@ -9,6 +9,7 @@
 #include "data/store/sqlite/Engine.h"
 #include "data/store/sqlite/Lineage.h"
 #include "data/value/Errors.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -27,13 +28,25 @@ class SqliteFiller : public Filler {
     });
   }
 
+  void numberBehind(std::string_view table, std::int64_t last) override {
+    for (const char* text :
+         {"INSERT INTO sqlite_sequence (name, seq) SELECT ?1, 0 WHERE NOT EXISTS (SELECT 1 FROM "
+          "sqlite_sequence WHERE name = ?1 AND ?2 > 0)",
+          "UPDATE sqlite_sequence SET seq = max(seq, ?2) WHERE name = ?1"}) {
+      sqlite::Statement statement = connection_.prepare(text);
+      statement.bind({table, last});
+      while (statement.step()) {
+      }
+    }
+  }
+
   void readBack(std::string_view table, const std::vector<std::string_view>& columns,
                 const Reading& read) override {
     std::string names;
     std::vector<FieldType> types;
     for (const std::string_view column : columns) {
       names += (names.empty() ? "" : ", ") + sqlite::engine().quotedName(column);
-      types.push_back(schema::table(table).find(column)->type);
+      types.push_back(typeOfColumn(table, column));
     }
     sqlite::Statement rows =
         connection_.prepare("SELECT " + names + " FROM " + sqlite::engine().quotedName(table) + " ORDER BY " +
@@ -51,8 +64,14 @@ class SqliteFiller : public Filler {
 
 }  // namespace
 
+FieldType typeOfColumn(std::string_view table, std::string_view column) {
+  const schema::Column* const found = schema::table(table).find(column);
+  return found ? found->type : FieldType::Integer;
+}
+
 void createStore(const std::string& path, std::string_view password, const Filling& fill,
                  const Access& access) {
+  if (const auto address = serverAddress(path)) return createOnServer(*address, password, fill);
   publishFile(
       path,
       [&](const std::string& temporary) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string_view>
@@ -38,15 +39,21 @@ class Inserter {
   Adding add_;
 };
 
+/// The type of a column of a table of the schema, or of its row number.
+FieldType typeOfColumn(std::string_view table, std::string_view column);
+
 /// What fills the tables of a store in the making, whatever its engine.
 class Filler {
  public:
   virtual ~Filler() = default;
   virtual Inserter inserter(std::string_view table, const std::vector<std::string_view>& columns) = 0;
 
+  /// Rows that come without a number, here and later, are numbered behind `last`.
+  virtual void numberBehind(std::string_view table, std::int64_t last) = 0;
+
   using Reading = std::function<void(std::span<const Value>)>;
-  /// Reads back what the store holds of a table, in order of insertion: a row with the values of `columns`,
-  /// each of its column's type, to `read`. Throws StoreError.
+  /// Reads back what the store holds of a table, in order of insertion: a row with the values of `columns`
+  /// (the hidden row number may be among them), each of its column's type, to `read`. Throws StoreError.
   virtual void readBack(std::string_view table, const std::vector<std::string_view>& columns,
                         const Reading& read) = 0;
 };

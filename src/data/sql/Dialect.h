@@ -18,8 +18,11 @@ class Dialect {
   virtual std::string like(const std::string& x, const std::string& pattern) const = 0;
   /// How a text column sorts and compares: by code point in every engine.
   virtual std::string orderKey(const std::string& column, FieldType type) const = 0;
-  /// One term of `order by`: a missing value comes before every other, or with `descending` after them.
-  virtual std::string orderTerm(const std::string& key, bool descending) const = 0;
+  /// One term of `order by`: a missing value comes before every other, or with `descending` after them. A
+  /// `present` one is never missing.
+  virtual std::string orderTerm(const std::string& key, bool descending, bool present) const = 0;
+  /// The sum of `x` over the rows, as `type`: whole numbers make a whole number.
+  virtual std::string sum(const std::string& x, FieldType type) const = 0;
 };
 
 }  // namespace tavoline::sql

@@ -44,8 +44,6 @@ const char* sign(Op op) {
 
 const char* functionName(Aggregate function) {
   switch (function) {
-    case Aggregate::Sum:
-      return "sum";
     case Aggregate::Count:
       return "count";
     case Aggregate::Min:
@@ -63,9 +61,13 @@ bool isFirstOrLast(const Call& call) {
   return call.function == Aggregate::First || call.function == Aggregate::Last;
 }
 
-bool isRid(const ExprPtr& expr, const std::string& table) {
+bool isRowNumber(const ExprPtr& expr) {
   const auto* column = std::get_if<Column>(&expr->node);
-  return column != nullptr && column->rid && column->table == table;
+  return column != nullptr && column->rid;
+}
+
+bool isRid(const ExprPtr& expr, const std::string& table) {
+  return isRowNumber(expr) && std::get<Column>(expr->node).table == table;
 }
 
 class Writing {
@@ -167,7 +169,7 @@ class Writing {
     std::string text;
     const auto add = [&](const ExprPtr& expr, bool descending) {
       if (!text.empty()) text += ", ";
-      text += dialect_.orderTerm(ordered(expr), descending);
+      text += dialect_.orderTerm(ordered(expr), descending, isRowNumber(expr));
     };
     for (const Order& term : select_->orderBy) add(term.expr, term.descending);
     for (const ExprPtr& group : select_->groupBy) add(group, false);
@@ -264,18 +266,21 @@ class Writing {
   }
 
   /// Bounds that are one number or date make an equation: an index goes on behind it, and ends at a range.
+  /// Others that are known are put in order here.
   std::string between(const Between& node) {
     const auto low = constant(node.low), high = constant(node.high);
     if (low && high && !low->isNull() && !low->isText() && *low == *high)
       return expression(node.operand) + sign(Op::Equal) + bound(*low);
-    std::string x = ordered(node.operand);
-    if (node.ascending) {
-      const std::string from = x + sign(Op::GreaterEqual) + expression(node.low);
-      x = ordered(node.operand);
-      return "(" + from + sign(Op::And) + x + sign(Op::LessEqual) + expression(node.high) + ")";
+    const std::string x = ordered(node.operand);
+    const bool known = low && high && !low->isNull() && !high->isNull();
+    if (!node.ascending && !known) {
+      const std::string from = expression(node.low);
+      return dialect_.between(x, from, expression(node.high));
     }
-    const std::string from = expression(node.low);
-    return dialect_.between(x, from, expression(node.high));
+    const bool turned = !node.ascending && *high < *low;
+    const std::string from = x + sign(Op::GreaterEqual) + expression(turned ? node.high : node.low);
+    return "(" + from + sign(Op::And) + ordered(node.operand) + sign(Op::LessEqual) +
+           expression(turned ? node.low : node.high) + ")";
   }
 
   std::string in(const In& node) {
@@ -293,6 +298,8 @@ class Writing {
     if (!node.argument) return "count(*)";
     const bool compares = node.function == Aggregate::Min || node.function == Aggregate::Max;
     const std::string argument = compares ? ordered(node.argument) : expression(node.argument);
+    if (node.function == Aggregate::Sum)
+      return dialect_.sum(argument, typeOf(*node.argument).value_or(FieldType::Float));
     return std::string(functionName(node.function)) + "(" + argument + ")";
   }
 
@@ -300,7 +307,7 @@ class Writing {
     const std::string argument = expression(node.argument);
     const std::string place = " from " + from() + clause(" where ", where());
     const std::string key = expression(rid(tables_.front()));
-    const std::string order = dialect_.orderTerm(key, node.function == Aggregate::Last);
+    const std::string order = dialect_.orderTerm(key, node.function == Aggregate::Last, true);
     return "(select " + argument + place + " order by " + order + " limit 1)";
   }
 

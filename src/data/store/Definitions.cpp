@@ -32,7 +32,7 @@ Definition tableDefinition(const Engine& engine, const Table& table) {
 Definition indexDefinition(const Engine& engine, const Table& table, const Index& index, bool unique) {
   std::string columns;
   for (const std::string_view column : index.columns)
-    columns += (columns.empty() ? "" : ", ") + engine.quotedName(column);
+    columns += (columns.empty() ? "" : ", ") + engine.indexTerm(column);
   std::string text = std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
                      engine.quotedName(index.name) + " ON " + engine.quotedName(table.name) + " (" + columns +
                      ')';
@@ -44,15 +44,6 @@ std::string literal(std::string_view text) {
   std::string quoted = "'";
   for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
   return quoted + "'";
-}
-
-Definition countTrigger(const Engine& engine, const Table& table, const std::string& write) {
-  const std::string name = "ecriture_" + std::string(table.name) + '_' + write;
-  const std::string counts = engine.quotedName(schema::kCountTable);
-  return {Definition::Kind::Trigger, name,
-          "CREATE TRIGGER " + engine.quotedName(name) + " AFTER " + write + " ON " +
-              engine.quotedName(table.name) + " BEGIN INSERT INTO " + counts + " (nom, nombre) VALUES (" +
-              literal(table.name) + ", 1) ON CONFLICT (nom) DO UPDATE SET nombre = nombre + 1; END"};
 }
 
 }  // namespace
@@ -74,12 +65,7 @@ std::vector<Definition> auxiliaryDefinitions(const Engine& engine) {
       all.push_back(indexDefinition(engine, table, {schema::keyIndex(table), {table.key}}, true));
     for (const Index& index : table.indexes) all.push_back(indexDefinition(engine, table, index, false));
   }
-  all.push_back({Definition::Kind::Table, std::string(schema::kCountTable),
-                 "CREATE TABLE " + engine.quotedName(schema::kCountTable) +
-                     " (nom TEXT PRIMARY KEY, nombre INTEGER NOT NULL) WITHOUT ROWID"});
-  for (const Table& table : schema::tables())
-    for (const std::string write : {"insert", "update", "delete"})
-      all.push_back(countTrigger(engine, table, write));
+  for (Definition& one : engine.counting()) all.push_back(std::move(one));
   return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "data/store/postgres/Address.h"
 #include "data/store/sqlite/FirstBytes.h"
 #include "data/value/Errors.h"
 
@@ -56,10 +57,6 @@ bool isJet(std::string_view bytes) {
   return name.starts_with("Standard Jet DB"sv) || name.starts_with("Standard ACE DB"sv);
 }
 
-bool isServerAddress(std::string_view bytes) {
-  return bytes.starts_with("postgresql://"sv) || bytes.starts_with("postgres://"sv);
-}
-
 // As a shell takes it for one word.
 std::string word(const std::string& name) {
   return name.find(' ') == name.npos ? name : '"' + name + '"';
@@ -81,11 +78,7 @@ void requireKnownKind(const std::string& name, std::string_view header) {
            "et créez des données neuves par « tavoline-store create " +
                name + " ».");
   if (isJet(header)) refuseJet(name);
-  if (isServerAddress(header))
-    refuse(name,
-           "désigne un serveur de données, mais cette installation du programme ne comprend pas le moteur "
-           "pour serveur. Installez la version pour plusieurs postes.");
-  if (!header.starts_with("SQLite format 3\0"sv))
+  if (!postgres::isAddress(header) && !header.starts_with("SQLite format 3\0"sv))
     refuse(name,
            "n'est pas un fichier de données Tavoline. Mettez-le de côté et remettez à sa place le fichier "
            "de l'établissement ou sa dernière sauvegarde.");

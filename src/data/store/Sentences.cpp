@@ -35,6 +35,12 @@ std::optional<std::string> tooWide(std::string_view constraint) {
   return std::nullopt;
 }
 
+std::string storeBusy(const std::string& name) {
+  return "« " + name +
+         " » est occupé par un autre poste ou un autre programme depuis plusieurs secondes : rien n'a été "
+         "fait. Patientez un instant, puis recommencez.";
+}
+
 std::string brokenRule() {
   return "Les données ont refusé l'enregistrement : ce qui a été saisi ne respecte pas une de leurs règles. "
          "Corrigez la saisie, puis recommencez.";

@@ -11,14 +11,16 @@
 #include <cstring>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "data/schema/Identity.h"
 #include "data/schema/Schema.h"
 #include "data/store/ConnectionString.h"
+#include "data/store/PlayedEngines.h"
+#include "data/store/postgres/PostgresStore.h"
 #include "data/value/Errors.h"
 #include "support/Literals.h"
-#include "support/StoreFile.h"
 #include "support/StoreProcess.h"
 #include "support/StoreVfs.h"
 #include "support/Verbs.h"
@@ -28,19 +30,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// One store of an engine; another engine plays contract.txt as well.
-struct SqliteEngine {
-  std::shared_ptr<Store> open() const { return file.open(); }
-  void hold() {
-    holder.emplace(file.path(), "BDD.mdb", sqlite::Connection::Role::Writer);
-    holder->execute("BEGIN IMMEDIATE");
-  }
-  void release() { holder.reset(); }
-
-  const StoreFile file;
-  std::optional<sqlite::Connection> holder;
-};
-
 /// What this process and the other one tell each other.
 char* sharedPage() {
   static void* const page = ::mmap(nullptr, 8192, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -49,11 +38,12 @@ char* sharedPage() {
 
 class Stores {
  public:
-  explicit Stores(Transcript& script) : script_(&script) {}
+  Stores(Transcript& script, std::unique_ptr<PlayedEngine> engine)
+      : script_(&script), engine_(std::move(engine)) {}
   static bool played(const std::string& files);
   /// Its sentences name no passing folder.
   void performUnnamed(const std::string& step) try { perform(step); } catch (const std::exception& error) {
-    const std::string folder = engine_.file.folder().path();
+    const std::string folder = engine_->file->folder().path();
     std::string said = error.what();
     for (auto at = said.find(folder); at != said.npos; at = said.find(folder))
       said.replace(at, folder.size(), "DOSSIER");
@@ -89,8 +79,8 @@ class Stores {
   // Workstations
 
   void close(std::string&) { opened_.erase(subject); }
-  void hold(std::string&) { engine_.hold(); }
-  void release(std::string&) { engine_.release(); }
+  void hold(std::string&) { engine_->hold(); }
+  void release(std::string&) { engine_->release(); }
   void idle(std::string&) { store().idle(); }
   void snapshot(std::string& name) { snapshots_[name] = store().snapshot(); }
   void same(std::string& name) { say(store().snapshot() == snapshots_.at(name) ? "yes" : "no"); }
@@ -115,11 +105,11 @@ class Stores {
   Store& store() { return at(subject.empty() ? "here" : subject); }
   Store& at(const std::string& name) {
     auto& store = opened_[name];
-    if (!store) store = engine_.open();
+    if (!store) store = engine_->file->open();
     return *store;
   }
   void opens(std::string& folder) {
-    fs::current_path(engine_.file.folder().path() / folder);
+    fs::current_path(engine_->file->folder().path() / folder);
     opened_[subject] =
         Store::open("Data Source=BDD.mdb;Jet OLEDB:Database Password=" + std::string(schema::kStorePassword));
     fs::current_path("/");
@@ -244,17 +234,29 @@ class Stores {
     disk_->failSyncs(SQLITE_OK);
     disk_->failWrites(codes.at(what), step.empty() ? 0 : std::stoi(step));
   }
-  void sql(std::string& step) { sideDoor(path()).execute(step); }
-  void ask(std::string& step) { say(engine_.file.run(step)); }
+  void server(std::string& step) {
+    if (step == "stops") engine_->cluster->stop();
+    if (step == "crashes") engine_->cluster->crash();
+    if (step == "starts") engine_->cluster->start();
+  }
+  void trips(std::string&) {
+    const auto made = postgres::Connection::roundTrips();
+    say(std::to_string(made - std::exchange(trips_, made)));
+  }
+  void connections(std::string&) {
+    say(std::to_string(dynamic_cast<const postgres::PostgresStore&>(store()).connections()));
+  }
+  void sql(std::string& step) { engine_->run(step); }
+  void ask(std::string& step) { say(engine_->run(step)); }
   void log(std::string& step) {
     say(fs::file_size(path() + "-wal") < std::stoul(step) ? "smaller" : "larger");
   }
   void none(std::string& name) {
-    fs::remove(name.empty() ? path() : (engine_.file.folder().path() / name).string());
+    fs::remove(name.empty() ? path() : (engine_->file->folder().path() / name).string());
   }
-  void folder(std::string& name) { fs::create_directory(engine_.file.folder().path() / name); }
+  void folder(std::string& name) { fs::create_directory(engine_->file->folder().path() / name); }
   void link(std::string& target) {
-    const fs::path name = engine_.file.folder().path() / takeWord(target);
+    const fs::path name = engine_->file->folder().path() / takeWord(target);
     fs::create_directories(name.parent_path());
     fs::create_symlink(target, name);
   }
@@ -270,17 +272,17 @@ class Stores {
   void cut(std::string& step) { fs::resize_file(path(), std::stoul(step)); }
   void mode(std::string& step) {
     const auto mode = static_cast<mode_t>(std::stoi(takeWord(step), nullptr, 8));
-    ::chmod((engine_.file.folder().path() / step).c_str(), mode);
+    ::chmod((engine_->file->folder().path() / step).c_str(), mode);
   }
-  void tryOut(std::string&) { opened(engine_.file.connectionString()); }
+  void tryOut(std::string&) { opened(engine_->file->connectionString()); }
   void connect(std::string& step) { opened(step); }
   void opened(const std::string& connection) {
-    const auto before = engine_.file.folder().contents();
+    const auto before = engine_->file->folder().contents();
     try {
       Store::open(connection);
       say("opens");
     } catch (const StoreError&) {
-      if (engine_.file.folder().contents() != before) say("the folder is not as it was");
+      if (engine_->file->folder().contents() != before) say("the folder is not as it was");
       throw;
     }
   }
@@ -290,10 +292,10 @@ class Stores {
   }
   void string(std::string& step) { string_ = step; }
   void part(std::string& step) { say(ConnectionString(string_).get(step)); }
-  std::string path() const { return engine_.file.path().string(); }
+  std::string path() const { return engine_->file->path().string(); }
 
   Transcript* script_ = nullptr;
-  SqliteEngine engine_;
+  std::unique_ptr<PlayedEngine> engine_;
   std::optional<StoreVfs> disk_;
   std::map<std::string, std::shared_ptr<Store>> opened_;
   std::map<std::string, std::shared_ptr<const Snapshot>> snapshots_;
@@ -303,6 +305,7 @@ class Stores {
   std::map<std::string, RowId> highest_;
   std::string string_;
   int places_ = 0, forced_ = 0;
+  std::uint64_t trips_ = postgres::Connection::roundTrips();
   std::unique_ptr<StoreProcess> other_;
 };
 
@@ -340,7 +343,10 @@ const Verbs<Stores> Stores::kVerbs(
       "anything was forced to it since that was asked; waits STEP: does it when somebody here waits for "
       "another process",
       &Stores::disk},
-     {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Stores::sql},
+     {"server STATE", "the server of the store stops, crashes or starts", &Stores::server},
+     {"trips", "how often somebody here waited for a server since that was asked", &Stores::trips},
+     {"STORE connections", "how many it has to its server", &Stores::connections},
+     {"sql STATEMENT", "a statement on the side, as any tool of the engine runs it", &Stores::sql},
      {"ask SELECT", "the first column of its rows", &Stores::ask},
      {"log SIZE", "whether the log is smaller", &Stores::log},
      {"none [FILE]", "nothing stands in the place of the store, or of another file", &Stores::none},
@@ -357,7 +363,17 @@ const Verbs<Stores> Stores::kVerbs(
      {"part KEY", "a part of it", &Stores::part}});
 
 bool Stores::played(const std::string& files) {
-  return registerTranscripts(files, [](Transcript& script) { Stores(script).play(script); });
+  for (const std::string& file : words(files)) {
+    const std::string name = fs::path(file).stem();
+    if (name != "postgres")
+      registerTranscripts(
+          file, [](Transcript& script) { Stores(script, std::make_unique<PlayedSqlite>()).play(script); });
+    if (name == "contract" || name == "postgres")
+      registerTranscripts(
+          file, [](Transcript& script) { Stores(script, std::make_unique<PlayedPostgres>()).play(script); },
+          "Postgres");
+  }
+  return true;
 }
 
 [[maybe_unused]] const bool known = Stores::played(TAVOLINE_CASES);

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "data/schema/Identity.h"
+#include "data/store/Defaults.h"
 #include "data/value/Text.h"
 
 namespace tavoline::sqlite {
@@ -27,27 +28,6 @@ Declared declared(const std::string& text) {
   return result;
 }
 
-// A declared default is SQL text. Constants are told; what only the engine can work out stays unknown.
-Value constant(const std::string& text, FieldType type) {
-  if (text.size() >= 2 && text.front() == '\'' && text.back() == '\'') {
-    std::string value;
-    for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-      value += text[i];
-      if (text[i] == '\'') ++i;
-    }
-    if (type == FieldType::DateTime)
-      if (const auto date = DateTime::fromStored(value)) return *date;
-    return value;
-  }
-  const char* const end = text.data() + text.size();
-  double number = 0;
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end) return {};
-  std::int64_t whole = 0;
-  if (type == FieldType::Integer && std::from_chars(text.data(), end, whole).ptr == end) return whole;
-  return number;
-}
-
 }  // namespace
 
 Catalog readCatalog(Connection& connection) {
@@ -63,7 +43,7 @@ Catalog readCatalog(Connection& connection) {
     const std::string table = columns.text(0);
     if (tables.empty() || tables.back().name != table) tables.push_back({table, {}});
     const auto [type, width] = declared(columns.text(2));
-    tables.back().columns.push_back({columns.text(1), type, width, constant(columns.text(3), type)});
+    tables.back().columns.push_back({columns.text(1), type, width, constantDefault(columns.text(3), type)});
   }
   return Catalog(std::move(tables));
 }

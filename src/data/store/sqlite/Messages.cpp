@@ -43,9 +43,7 @@ std::string sentence(int code, const std::string& message, const std::string& fi
   switch (code & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return "Le fichier " + quoted +
-             " est occupé par un autre poste ou un autre programme depuis plusieurs "
-             "secondes : rien n'a été fait. Patientez un instant, puis recommencez.";
+      return storeBusy(file);
     case SQLITE_FULL:
       return "Le disque est plein : rien n'a été enregistré. Libérez de la place sur le disque qui porte " +
              quoted + ", puis recommencez.";

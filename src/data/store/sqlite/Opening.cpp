@@ -2,8 +2,11 @@
 
 #include "data/store/sqlite/Opening.h"
 
+#include <linux/magic.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "data/schema/Identity.h"
@@ -28,6 +31,22 @@ std::uint32_t applicationIdOf(std::string_view header) {
   if (header.size() < applicationIdAt + 4) return id;
   for (std::size_t i = 0; i < 4; ++i) id = id << 8 | static_cast<unsigned char>(header[applicationIdAt + i]);
   return id;
+}
+
+// The kinds of disks that stand on another computer. Their locks and shared memory cannot be trusted with a
+// log that several workstations share.
+constexpr std::uint32_t networkDisks[] = {NFS_SUPER_MAGIC,  SMB_SUPER_MAGIC, CIFS_SUPER_MAGIC,
+                                          SMB2_SUPER_MAGIC, AFS_SUPER_MAGIC, CODA_SUPER_MAGIC,
+                                          NCP_SUPER_MAGIC,  CEPH_SUPER_MAGIC};
+
+void requireOwnDisk(const Location& file) {
+  struct statfs disk = {};
+  if (::statfs(file.path.c_str(), &disk) != 0) return;
+  if (std::ranges::count(networkDisks, static_cast<std::uint32_t>(disk.f_type)) != 0)
+    refuse(file.name,
+           "se trouve sur un disque du réseau, qui ne convient pas à des données que plusieurs postes se "
+           "partagent. Placez-le sur un disque de cet ordinateur ; pour plusieurs ordinateurs, copiez les "
+           "données sur un serveur PostgreSQL par « tavoline-store copy ».");
 }
 
 // Readers and a writer work side by side only with the write-ahead log.
@@ -75,6 +94,7 @@ StoreRecord recordOf(Connection& connection) {
 
 std::shared_ptr<Store> openFile(const Location& file, const std::string& password) {
   requireOwn(file);
+  requireOwnDisk(file);
   requireWritable(file);
   requireOwnLog(file);
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tavoline::postgres {
+
+/// Whether a text, such as the first bytes of a file, is the address of a server.
+bool isAddress(std::string_view text);
+
+/// Where a store stands on a server.
+struct Address {
+  std::string name;      ///< What the user calls the store: the file that holds the address, or the address.
+  std::string uri;       ///< `postgresql://...`, as it was given.
+  std::string place;     ///< The server in words, for sentences: "« caisse:5432 »".
+  std::string database;  ///< Its name, for sentences.
+  bool bearsPassword = false;
+};
+
+/// Takes one address out of `text`, which may end with line ends. Throws StoreError with a sentence if more
+/// stands there, or what the engine does not read as an address.
+Address parseAddress(const std::string& name, std::string_view text);
+
+/// The address that the file `path` holds, called `name`. Throws StoreError as well if it bears a password
+/// and others may read the file.
+Address addressIn(const std::string& name, const std::string& path);
+
+/// The same server, another database of it.
+Address beside(const Address& address, const std::string& database);
+
+}  // namespace tavoline::postgres

@@ -1,0 +1,255 @@
+#include "data/store/postgres/Connection.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "data/store/postgres/Bound.h"
+#include "data/value/Text.h"
+
+namespace tavoline::postgres {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto patience = 120s;  // for an answer, while the network says nothing against it
+constexpr int keptStatements = 200;
+
+// What stands before an address's own words, and so gives way to them. A server that vanishes is noticed
+// within ten seconds, a cable that is out while nobody asks within half a minute.
+constexpr std::pair<const char*, const char*> kUsual[] = {{"connect_timeout", "5"},
+                                                          {"tcp_user_timeout", "10000"},
+                                                          {"keepalives_idle", "10"},
+                                                          {"keepalives_interval", "5"},
+                                                          {"keepalives_count", "3"},
+                                                          {"target_session_attrs", "read-write"},
+                                                          {"fallback_application_name", "tavoline"}};
+
+// What every session needs. A commit that is acknowledged is on the disk, whatever the server's settings.
+constexpr const char* kSession =
+    "SET client_encoding = 'UTF8'; SET search_path = public; SET lock_timeout = '4s'; SET statement_timeout "
+    "= "
+    "'110s'; SET extra_float_digits = 1; SET jit = off; SET max_parallel_workers_per_gather = 0; SET "
+    "standard_conforming_strings = on; SELECT set_config('synchronous_commit', 'on', false) WHERE "
+    "current_setting('synchronous_commit') IN ('off', 'local')";
+
+std::uint64_t roundTripsMade = 0;
+
+// "FATAL:  53300: ..." as the engine says it when asked for its code.
+std::string stateIn(const std::string& message) {
+  for (auto at = message.find(":  "); at != message.npos; at = message.find(":  ", at + 1))
+    if (message.size() > at + 8 && message[at + 8] == ':') return message.substr(at + 3, 5);
+  return {};
+}
+
+}  // namespace
+
+Connection::Connection(std::shared_ptr<Server> server) : server_(std::move(server)) {
+  connect();
+  PQsetNoticeReceiver(handle_.get(), notice, this);
+  execute(kSession);
+}
+
+std::uint64_t Connection::roundTrips() {
+  return roundTripsMade;
+}
+
+void Connection::connect() {
+  std::vector<const char*> words, values;
+  for (const auto& [word, value] : kUsual) {
+    words.push_back(word);
+    values.push_back(value);
+  }
+  words.push_back("dbname");  // the address, whose own words stand over those before it
+  values.push_back(address().uri.c_str());
+  words.push_back(nullptr);
+  values.push_back(nullptr);
+  handle_.reset(PQconnectdbParams(words.data(), values.data(), 1));
+  server_->reachable = PQstatus(handle_.get()) == CONNECTION_OK;
+  if (server_->reachable) return;
+
+  const std::string said(trimmed(PQerrorMessage(handle_.get())));
+  std::string state;
+  if (said.find("FATAL") != said.npos) {  // a server that answers: asked once more, for its code
+    handle_.reset(PQconnectStartParams(words.data(), values.data(), 1));
+    PQsetErrorVerbosity(handle_.get(), PQERRORS_VERBOSE);
+    PostgresPollingStatusType wants = PGRES_POLLING_WRITING;
+    while (wants == PGRES_POLLING_READING || wants == PGRES_POLLING_WRITING) {
+      pollfd socket{PQsocket(handle_.get()),
+                    static_cast<short>(wants == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0};
+      if (::poll(&socket, 1, 5000) <= 0) break;
+      wants = PQconnectPoll(handle_.get());
+    }
+    state = stateIn(PQerrorMessage(handle_.get()));
+  }
+  failToConnect(address(), state, said);
+}
+
+std::string Connection::parameter(const char* name) const {
+  const char* const value = PQparameterStatus(handle_.get(), name);
+  return value ? value : "";
+}
+
+void Connection::notice(void* self, const PGresult* result) {
+  const char* const severity = PQresultErrorField(result, PG_DIAG_SEVERITY_NONLOCALIZED);
+  if (severity && (std::string_view(severity) == "FATAL" || std::string_view(severity) == "PANIC"))
+    static_cast<Connection*>(self)->ended_ = true;
+}
+
+bool Connection::failed() const {
+  return ended_ || PQstatus(handle_.get()) != CONNECTION_OK ||
+         PQtransactionStatus(handle_.get()) == PQTRANS_INERROR;
+}
+
+// A server that has gone leaves its last word, or the end of the stream, in the socket.
+bool Connection::alive() noexcept {
+  try {
+    drain();
+  } catch (const StoreError&) {
+    return false;
+  }
+  for (int looks = 0; looks < 2 && !ended_ && PQstatus(handle_.get()) == CONNECTION_OK; ++looks) {
+    pollfd socket{PQsocket(handle_.get()), POLLIN, 0};
+    if (::poll(&socket, 1, 0) <= 0) break;
+    if (!PQconsumeInput(handle_.get())) return false;
+    static_cast<void>(PQisBusy(handle_.get()));  // reads what has come
+  }
+  return !ended_ && PQstatus(handle_.get()) == CONNECTION_OK;
+}
+
+void Connection::lost() {
+  const std::string said(trimmed(PQerrorMessage(handle_.get())));
+  ended_ = true;
+  failLost(address(), said);
+}
+
+PGresult* Connection::result() {
+  const auto until = std::chrono::steady_clock::now() + patience;
+  while (PQisBusy(handle_.get())) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(until - std::chrono::steady_clock::now());
+    pollfd socket{PQsocket(handle_.get()), POLLIN, 0};
+    if (left <= 0ms || ::poll(&socket, 1, static_cast<int>(left.count())) == 0) lost();
+    if (!PQconsumeInput(handle_.get())) break;  // the reason comes as a result
+  }
+  return PQgetResult(handle_.get());
+}
+
+void Connection::drain() {
+  if (!std::exchange(told_, false)) return;
+  for (Answer passed(result()); passed.result(); passed = Answer(result())) {
+  }
+}
+
+void Connection::tell(const std::string& text) noexcept {
+  try {
+    drain();
+    told_ = PQsendQuery(handle_.get(), text.c_str()) == 1;
+  } catch (const StoreError&) {
+    ended_ = true;
+  }
+}
+
+void Connection::execute(const std::string& statements) {
+  drain();
+  ++roundTripsMade;
+  if (!PQsendQuery(handle_.get(), statements.c_str())) lost();
+  finish();
+}
+
+// Up to the end of what was sent, or to where the engine waits for rows.
+void Connection::finish() {
+  Answer failure;
+  for (Answer answer(result()); answer.result(); answer = Answer(result())) {
+    const ExecStatusType status = PQresultStatus(answer.result());
+    if (status == PGRES_FATAL_ERROR && !failure.result()) failure = std::move(answer);
+    if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT) return;
+  }
+  if (PQstatus(handle_.get()) != CONNECTION_OK) lost();
+  if (failure.result()) fail(address(), failure.result());
+}
+
+void Connection::copyInto(const std::string& table, const std::string& rows) {
+  execute("COPY " + table + " FROM STDIN");
+  constexpr std::size_t piece = 1 << 20;
+  for (std::size_t at = 0; at < rows.size(); at += piece)
+    if (PQputCopyData(handle_.get(), rows.data() + at, static_cast<int>(std::min(piece, rows.size() - at))) !=
+        1)
+      lost();
+  if (PQputCopyEnd(handle_.get(), nullptr) != 1) lost();
+  finish();
+}
+
+// A statement is prepared when it comes for the second time; both stand in the same round trip. Gives
+// whether a preparation goes before it.
+bool Connection::send(const Question& question, const Bound& bound) {
+  PGconn* const connection = handle_.get();
+  Known& known = known_[question.text];
+  if (++known.uses == 1) {
+    if (!PQsendQueryParams(connection, question.text.c_str(), bound.count(), nullptr, bound.pointers(),
+                           bound.lengths(), bound.formats(), 1))
+      lost();
+    return false;
+  }
+  const bool first = known.name.empty();
+  if (first) {
+    known.name = "t" + std::to_string(++prepared_);
+    if (!PQsendPrepare(connection, known.name.c_str(), question.text.c_str(), 0, nullptr)) lost();
+  }
+  if (!PQsendQueryPrepared(connection, known.name.c_str(), bound.count(), bound.pointers(), bound.lengths(),
+                           bound.formats(), 1))
+    lost();
+  return first;
+}
+
+// The answer to one statement of a pipeline.
+Answer Connection::take() {
+  Answer taken(result());
+  if (!taken.result()) lost();
+  while (Answer(result()).result()) {
+  }
+  if (PQresultStatus(taken.result()) != PGRES_FATAL_ERROR) return taken;
+  const char* const severity = PQresultErrorField(taken.result(), PG_DIAG_SEVERITY_NONLOCALIZED);
+  if (!severity || std::string_view(severity) != "ERROR") lost();
+  return taken;
+}
+
+std::vector<Answer> Connection::ask(const std::vector<Question>& questions) {
+  drain();
+  if (known_.size() > keptStatements) {
+    execute("DEALLOCATE ALL");
+    known_.clear();
+  }
+  std::vector<Bound> bounds;  // what cannot be sent is refused before anything is
+  for (const Question& question : questions) bounds.emplace_back(address(), question.values);
+  ++roundTripsMade;
+  if (!PQenterPipelineMode(handle_.get())) lost();
+  std::vector<bool> preparing;
+  for (std::size_t i = 0; i < questions.size(); ++i) preparing.push_back(send(questions[i], bounds[i]));
+  if (!PQpipelineSync(handle_.get())) lost();
+
+  std::vector<Answer> answers;
+  Answer failure;
+  const auto keep = [&failure](Answer answer) {
+    if (PQresultStatus(answer.result()) == PGRES_FATAL_ERROR && !failure.result())
+      failure = std::move(answer);
+    return answer;
+  };
+  for (const bool prepares : preparing) {
+    if (prepares) keep(take());
+    answers.push_back(keep(take()));
+  }
+  const Answer end(result());
+  if (!end.result() || PQresultStatus(end.result()) != PGRES_PIPELINE_SYNC) lost();
+  PQexitPipelineMode(handle_.get());
+  if (!failure.result()) return answers;
+  for (std::size_t i = 0; i < questions.size(); ++i)
+    if (preparing[i]) known_.erase(questions[i].text);  // prepared or not: under another name the next time
+  const std::string state = stateOf(failure.result());
+  if (state.starts_with("42") || state == "0A000") server_->definitionsDoubtful = true;
+  fail(address(), failure.result());
+}
+
+}  // namespace tavoline::postgres

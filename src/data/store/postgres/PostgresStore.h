@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "data/sql/Writer.h"
+#include "data/store/Store.h"
+#include "data/store/postgres/PostgresSnapshot.h"
+#include "data/store/postgres/Readers.h"
+
+namespace tavoline::postgres {
+
+/// The store in a database of a server: one writing connection, and a reading one for each version that
+/// somebody holds. A connection that has gone is made anew with the next question. Before a further version
+/// is taken, those who hold versions are asked to let go.
+class PostgresStore : public Store, public std::enable_shared_from_this<PostgresStore> {
+ public:
+  PostgresStore(std::shared_ptr<Server> server, std::unique_ptr<Connection> writer);
+
+  std::shared_ptr<const Catalog> catalog() const override;
+  std::shared_ptr<const Snapshot> snapshot() override;
+
+  RowId insert(const std::string& table, const FieldValues& fields) override;
+  void update(const std::string& table, RowId row, const FieldValues& fields) override;
+  void erase(const std::string& table, RowId row) override;
+  void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
+  void relieveBy(std::weak_ptr<const Reliever> reliever) override { reliever_ = std::move(reliever); }
+  void idle() override;
+  void pause() override;
+
+  std::shared_ptr<Pin> newPin() const { return std::make_shared<Pin>(readers_); }  ///< Throws StoreError.
+  WriteCounts counts() const;  ///< As they are now. Throws StoreError.
+  std::size_t connections() const { return 1 + readers_->connections(); }
+
+ private:
+  Connection& writer() const;
+  Answer write(const TableInfo& table, const sql::Written& written);
+  const TableInfo& tableNamed(const std::string& name) const;
+  void relieve(Relief relief);
+  void renew();
+
+  std::shared_ptr<Server> server_;
+  mutable std::unique_ptr<Connection> writer_;
+  std::shared_ptr<Readers> readers_;
+  mutable std::shared_ptr<const Catalog> catalog_;
+  std::weak_ptr<PostgresSnapshot> current_;
+  std::weak_ptr<const Reliever> reliever_;
+  bool relieving_ = false;
+};
+
+}  // namespace tavoline::postgres

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "data/store/postgres/Address.h"
+#include "data/store/postgres/Connection.h"
+#include "tools/store/Creation.h"
+
+namespace tavoline::tool {
+
+/// The address that `word`, as it stands on a command line, is or names: an address, or a file that holds
+/// one. Nothing for any other file. Throws StoreError for an address with a password, which others could
+/// read.
+std::optional<postgres::Address> serverAddress(const std::string& word);
+
+/// A connection for the tool's own work, which may last. Throws StoreError.
+std::unique_ptr<postgres::Connection> reachServer(const postgres::Address& address);
+
+/// The names of the two roles of a store: its owner, who does not log in, and its workstations', which may
+/// read and write rows and nothing else.
+std::string ownerRole(const postgres::Address& address);
+std::string workstationRole(const postgres::Address& address);
+/// The line to put under the store's name at each workstation.
+std::string workstationLine(const postgres::Address& address);
+
+/// Makes the store in the database of a server, which is made if it is missing: the roles, the seventeen
+/// tables, the record, and the rows that `fill` puts in; all of it or nothing. Throws StoreError, also if the
+/// database holds anything.
+void createOnServer(const postgres::Address& address, std::string_view password, const Filling& fill);
+
+}  // namespace tavoline::tool
