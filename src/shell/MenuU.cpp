@@ -7,6 +7,7 @@
 #include "data/value/Clock.h"
 #include "data/value/Text.h"
 #include "toolkit/controls/Edit.h"
+#include "toolkit/forms/Docking.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
@@ -116,6 +117,18 @@ constexpr const char* kClosedOnChange[] = {"Liste_produitF",
                                            "statF",
                                            "BestF"};
 
+// The entries of the column, and the screens that lie behind them.
+struct Door {
+  const char *screen, *entry;
+};
+constexpr Door kDoors[] = {
+    {"Liste_produitF", "AdvSmoothButton9"},     {"liste_ClientF", "AdvSmoothButton7"},
+    {"Liste_fournisseurF", "AdvSmoothButton8"}, {"liste_facture_achatF", "AdvSmoothButton4"},
+    {"liste_depenceF", "AdvSmoothButton5"},     {"commandeF", "AdvSmoothButton6"},
+    {"Commande_avnF", "AdvSmoothButton6"},      {"statF", "AdvSmoothButton3"},
+    {"liste_commandeF", "AdvSmoothButton1"},    {"Configuration_utlisateurF", "AdvSmoothButton2"},
+};
+
 }  // namespace
 
 TMenuF::TMenuF() : TForm("MenuF"), Timer1(new QTimer(this)) {
@@ -173,6 +186,16 @@ void TMenuF::wireColumn() {
   AdvSmoothButton3->OnClick = [this] { AdvSmoothButton3Click(); };
   AdvSmoothButton1->OnClick = [this] { embed("liste_commandeF"); };
   AdvSmoothButton2->OnClick = [this] { embed("Configuration_utlisateurF"); };
+  Verrouiller->OnClick = [this] { ChangerUtilisateur1Click(); };
+  Docking::of(RzPanel4)->OnTop = [this](const TForm* top) { markDoor(top); };
+}
+
+void TMenuF::markDoor(const TForm* top) {
+  const QWidget* entry = nullptr;
+  for (const Door& door : kDoors)
+    if (top && top->objectName() == QLatin1String(door.screen))
+      entry = RzGroupBar2->findChild<QWidget*>(QLatin1String(door.entry));
+  RzGroupBar2->Mark(entry);
 }
 
 void TMenuF::FormShow() {

@@ -49,6 +49,7 @@ class TMenuF : public TForm, public Ui::MenuF {
 
   void wireMenuBar();
   void wireColumn();
+  void markDoor(const TForm* top);  // the entry behind which the screen on top lies
 };
 
 extern TMenuF* MenuF;

@@ -73,6 +73,24 @@ TEST_F(MenuTest, TheTimerReadsTheTablesAnewWhileTheMapIsUpAndNoOrderIsOpen) {
   }
 }
 
+// Folding is for the eyes: a driver finds every entry as it was.
+TEST_F(MenuTest, TheColumnIsFoldedWhileAScreenKeepsItDisabledAndMarksTheScreenOnTop) {
+  EXPECT_FALSE(MenuF->RzGroupBar2->folded()) << "behind the login";
+  session.play("login boss 1\ntap AdvSmoothButton1");
+  EXPECT_TRUE(MenuF->AdvSmoothButton1->here());
+  const std::string before = session.play("show AdvSmoothButton1 AdvSmoothButton3 AdvSmoothButton6");
+  MenuF->RzGroupBar2->setEnabled(false);
+  session.at.settle();
+  EXPECT_LE(MenuF->RzGroupBar2->width(), 64);
+  EXPECT_GE(MenuF->AdvSmoothButton1->width(), MenuF->AdvSmoothButton1->iconSize().width());
+  MenuF->RzGroupBar2->setEnabled(true);
+  session.at.settle();
+  EXPECT_EQ(MenuF->RzGroupBar2->width(), 252);
+  EXPECT_EQ(session.play("show AdvSmoothButton1 AdvSmoothButton3 AdvSmoothButton6"), before);
+  session.play("tap liste_commandeF.Fermer");
+  EXPECT_FALSE(MenuF->AdvSmoothButton1->here());
+}
+
 TEST_F(MenuTest, APasswordIsSeenFromTheReleaseUntilTheButtonIsLeft) {
   session.play("set LoginF.RzEdit2 boss\ntap LoginF.RzBitBtn4");
   const std::pair<Button*, Edit*> pairs[] = {{LoginF->RzBitBtn6, LoginF->RzEdit1},

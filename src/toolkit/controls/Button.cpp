@@ -50,10 +50,16 @@ void Button::paintEvent(QPaintEvent*) {
   QStyleOptionButton option;
   initStyleOption(&option);
   option.text = option.text.trimmed();
-  if (!option.icon.isNull() && isEnabled() && property("kind") == QLatin1String("primary")) {
-    option.icon = tinted(option.icon, option.iconSize, devicePixelRatioF(), Qt::white);
-  }
+  option.icon = shownIcon(option.icon);
   painter.drawControl(QStyle::CE_PushButton, option);
+}
+
+QIcon Button::shownIcon(const QIcon& icon) const {
+  const QString kind = property("kind").toString();
+  const bool onAccent =
+      kind == QLatin1String("primary") || kind == QLatin1String("menuDoor") || kind == QLatin1String("onBar");
+  if (icon.isNull() || !isEnabled() || !onAccent) return icon;
+  return tinted(icon, iconSize(), devicePixelRatioF(), Qt::white);
 }
 
 QSize Button::withoutBlanks(QSize size) const {

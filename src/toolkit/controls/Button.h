@@ -32,6 +32,8 @@ class Button : public QPushButton {
   void paintEvent(QPaintEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  /// An icon as it is drawn here: in the colour of the text where the button lies on the accent colour.
+  QIcon shownIcon(const QIcon& icon) const;
 
  private:
   QSize withoutBlanks(QSize size) const;

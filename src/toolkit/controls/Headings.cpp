@@ -3,6 +3,8 @@
 #include <QtCore/QTimerEvent>
 #include <QtGui/QPainter>
 
+#include "data/value/Clock.h"
+
 namespace tavoline {
 
 namespace {
@@ -65,6 +67,31 @@ void RunningLabel::paintEvent(QPaintEvent*) {
   painter.setClipRect(room);
   painter.setPen(palette().color(foregroundRole()));
   painter.drawText(QRect(left, room.top(), length + 1, room.height()), Qt::AlignVCenter, caption);
+}
+
+ClockLabel::ClockLabel(QWidget* parent) : Label(parent) {}
+
+void ClockLabel::showEvent(QShowEvent* event) {
+  Label::showEvent(event);
+  tell();
+}
+
+void ClockLabel::hideEvent(QHideEvent* event) {
+  timer_.stop();
+  Label::hideEvent(event);
+}
+
+void ClockLabel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
+  tell();
+}
+
+void ClockLabel::tell() {
+  const DateTime now = Clock::now();
+  setText(QStringLiteral("%1:%2")
+              .arg(now.hour(), 2, 10, QLatin1Char('0'))
+              .arg(now.minute(), 2, 10, QLatin1Char('0')));
+  timer_.start((60 - now.second()) * 1000, Qt::CoarseTimer, this);
 }
 
 }  // namespace tavoline

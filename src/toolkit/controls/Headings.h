@@ -44,4 +44,21 @@ class RunningLabel : public Label {
   int offset_ = 0;  // pixels that it has run from its start
 };
 
+/// The time of day, "21:45", while it is visible.
+class ClockLabel : public Label {
+  Q_OBJECT
+
+ public:
+  explicit ClockLabel(QWidget* parent = nullptr);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  void tell();  // and again with the next minute
+  QBasicTimer timer_;
+};
+
 }  // namespace tavoline

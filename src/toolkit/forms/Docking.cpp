@@ -31,6 +31,7 @@ void Docking::close(TForm* form) {
 }
 
 void Docking::showTop() {
+  if (OnTop) OnTop(open_.empty() ? nullptr : open_.back());
   if (open_.empty()) return;
   TForm* top = open_.back();
   const bool comesToLight = !top->isVisible();

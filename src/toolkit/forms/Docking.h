@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <functional>
 #include <vector>
 
 class QWidget;
@@ -15,6 +16,8 @@ class TForm;
 class Docking : public QObject {
  public:
   static Docking* of(QWidget* panel);  ///< Made with the first question; lives as long as the panel.
+
+  std::function<void(const TForm*)> OnTop;  ///< Another screen is on top; null for none.
 
   void open(TForm* form);   ///< On top of the others.
   void close(TForm* form);  ///< The one beneath it comes to light.

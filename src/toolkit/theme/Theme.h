@@ -33,12 +33,14 @@ inline constexpr QRgb waitingSoft = 0xfffbeac4;  ///< A cell that is settled in 
 ///
 /// What a .ui can ask for by dynamic properties:
 /// - `kind` of a button: "primary" (the one step on), "danger" (deletes), "line" and "lineDanger" (narrow,
-///   several in a row), "menu" (left-aligned, in a column of commands), "tool" (a square with a picture),
-///   "link" (a clickable text), "key" and "keyWord" (of a keypad, with a sign and with a word),
+///   several in a row), "menu" and "menuDoor" (left-aligned, in a column of
+///   commands, and the one most used), "onBar" (on a strip in the accent colour), "tool" (a square with a
+///   picture), "link" (a clickable text), "key" and "keyWord" (of a keypad, with a sign and with a word),
 ///   "keySmall" and "keySmallWord" (of a compact one);
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
 ///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
-///   (on a tile), "figure" (a large red amount above a chart), "wrong";
+///   (on a tile), "clock", "legend", "legendFree" and "legendBusy" (what colours mean), "figure" (a large red
+///   amount above a chart), "wrong";
 /// - `kind` of an input: "amount" (large figures), "total" (the largest on a screen; disabled it has no box);
 /// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
 ///   "bar" (a strip in the accent colour), "plain" (no look);
