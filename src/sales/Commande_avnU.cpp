@@ -1,6 +1,7 @@
 #include "sales/Commande_avnU.h"
 
 #include <QtGui/QFont>
+#include <QtGui/QShortcut>
 
 #include "data/DMU.h"
 #include "data/value/Regional.h"
@@ -29,6 +30,8 @@ TCommande_avnF::TCommande_avnF()
       frxReport1(std::make_unique<Report>("TCommande_avnF", "frxReport1", this)),
       frxReport2(std::make_unique<Report>("TCommande_avnF", "frxReport2", this)) {
   setupUi(this);
+  news_ = new OrderNews(Totaux);
+  search_ = new ArticleSearch(Recherche, this);
   RzBitBtn1->OnClick = [this] { RzBitBtn1Click(); };
   DBLookupListBox1->OnClick = [this] { DBLookupListBox1Click(); };
   RzDBGrid1->OnCellClick = [this] { RzDBGrid1CellClick(); };
@@ -40,12 +43,50 @@ TCommande_avnF::TCommande_avnF()
   Imprimer->OnClick = [this] { ImprimerClick(); };
   Fermer->OnClick = [this] { FermerClick(); };
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  wireSearch();
+  wireKeys();
   Ready();
 }
 
 TCommande_avnF::~TCommande_avnF() = default;
 
+void TCommande_avnF::wireSearch() {
+  search_->OnFound = [this](const ArticleSearch::Article* sought) { comeForward(sought); };
+  search_->OnTaken = [this](const ArticleSearch::Article& sought) { ArticleClick(sought.designation); };
+}
+
+void TCommande_avnF::wireKeys() {
+  const auto presses = [this](Qt::Key key, Button* button) {
+    auto* shortcut = new QShortcut(key, this);
+    shortcut->setAutoRepeat(false);
+    connect(shortcut, &QShortcut::activated, button, &Button::click);
+  };
+  presses(Qt::Key_F2, Qte);
+  presses(Qt::Key_F4, Supp);
+  presses(Qt::Key_F6, Remisse);
+  presses(Qt::Key_F8, Cloturer);
+  connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, Recherche, [this] {
+    Recherche->setFocus(Qt::ShortcutFocusReason);
+    Recherche->selectAll();
+  });
+}
+
+/// The category of the article that is sought, and its tile in it.
+void TCommande_avnF::comeForward(const ArticleSearch::Article* sought) {
+  news_->Choose(sought ? sought->code : std::string());
+  if (!sought) return;
+  if (DBLookupListBox1->KeyValue() != sought->category) DBLookupListBox1->Choose(sought->category);
+  for (ShapeButton* tile : RzFlowPanel1->findChildren<ShapeButton*>())
+    if (tile->Caption() == sought->designation) return RzFlowPanel1->Reveal(tile);
+}
+
+void TCommande_avnF::showEvent(QShowEvent* event) {
+  TForm::showEvent(event);
+  news_->schedule();
+}
+
 void TCommande_avnF::FormShow() {
+  search_->Clear();
   RzBitBtn1->Click();
   DM->Article.Filtered(false);
 }
@@ -58,10 +99,14 @@ void TCommande_avnF::DBLookupListBox1Click() {
 void TCommande_avnF::RzBitBtn1Click() {
   DM->Article.Filtered(false);
   RzFlowPanel1->clear();
+  news_->forgetTiles();
   const Value category = DBLookupListBox1->KeyValue();
   int counter = 0;
   for (DM->Article.First(); !DM->Article.Eof(); DM->Article.Next())
     if (!category.isNull() && DM->Article["id_categorie"] == category) addTile(counter++);
+  RzFlowPanel1->setHint(category.isNull() ? tr("Choisissez une catégorie")
+                                          : tr("Cette catégorie n'a pas d'article"));
+  news_->schedule();
 }
 
 void TCommande_avnF::addTile(int counter) {
@@ -80,6 +125,7 @@ void TCommande_avnF::addTile(int counter) {
   image->OnClick = [this, designation] { ArticleClick(designation); };
   image->setGeometry(panel->rect());
   image->reservedBelow = PriceHeight;
+  news_->addTile(image);
 
   auto* price = new Label(panel);
   price->setObjectName(QStringLiteral("l2%1").arg(counter));

@@ -4,6 +4,8 @@
 #include <string>
 
 #include "data/value/Value.h"
+#include "sales/ArticleSearch.h"
+#include "sales/OrderNews.h"
 #include "sales/Unfinished.h"
 #include "toolkit/forms/TForm.h"
 #include "ui_Commande_avnU.h"
@@ -39,8 +41,12 @@ class TCommande_avnF : public TForm, public Ui::Commande_avnF {
 
  protected:
   void FormShow() override;
+  void showEvent(QShowEvent* event) override;
 
  private:
+  void wireSearch();
+  void wireKeys();
+  void comeForward(const ArticleSearch::Article* sought);
   void addTile(int counter);
   std::string ofTheOrder();
   void freeTable();
@@ -64,6 +70,8 @@ class TCommande_avnF : public TForm, public Ui::Commande_avnF {
   void creditDesk();
 
   Unfinished unfinished_;
+  OrderNews* news_ = nullptr;        // of the screen's own line
+  ArticleSearch* search_ = nullptr;  // of its own input
 };
 
 extern TCommande_avnF* Commande_avnF;

@@ -1,6 +1,7 @@
 #include "sales/commandeU.h"
 
 #include <QtGui/QFont>
+#include <QtGui/QIcon>
 
 #include "data/DMU.h"
 #include "data/value/Clock.h"
@@ -10,12 +11,18 @@
 #include "sales/TablePictures.h"
 #include "shell/MenuU.h"
 #include "shell/OrElse.h"
+#include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 namespace {
 
 constexpr int TileWidth = 100, TileHeight = 108;  // pixels
+constexpr const char* kHeld = "object-locked";
+
+std::string counted(int number, const char* word) {
+  return std::to_string(number) + " " + word + (number > 1 ? "s" : "");
+}
 
 }  // namespace
 
@@ -25,7 +32,9 @@ TcommandeF::TcommandeF() : TForm("commandeF") {
   setupUi(this);
   Image1->setPixmap(tablePicture(TablePicture::Free));
   Image2->setPixmap(tablePicture(TablePicture::Busy));
+  Cadenas->setPixmap(QIcon::fromTheme(kHeld).pixmap(20));
   RzButton1->OnClick = [this] { RzButton1Click(); };
+  DBLookupListBox1->OnNote = [this](const Value& place) { return countsOf(place); };
   DBLookupListBox1->OnClick = [this] { DBLookupListBox1Click(); };
   Fermer->OnClick = [this] { FermerClick(); };
   Ready();
@@ -50,10 +59,18 @@ void TcommandeF::DBLookupListBox1Click() {
 /// Builds the tiles anew, in the order of the rows of Table_.
 void TcommandeF::RzButton1Click() {
   RzFlowPanel1->clear();
+  tables_.clear();
+  counts_.clear();
   const Value place = DBLookupListBox1->KeyValue();
   int counter = 0;
-  for (DM->Table_.First(); !DM->Table_.Eof(); DM->Table_.Next())
+  for (DM->Table_.First(); !DM->Table_.Eof(); DM->Table_.Next()) {
+    count();
     if (!place.isNull() && DM->Table_["id_endroit"] == place) addTile(counter++);
+  }
+  RzFlowPanel1->setHint(place.isNull() ? tr("Choisissez un endroit") : tr("Cet endroit n'a pas de table"));
+  DBLookupListBox1->NotesChanged();
+  told_ = false;
+  if (isVisible()) tellRoom();
 }
 
 void TcommandeF::addTile(int counter) {
@@ -68,6 +85,38 @@ void TcommandeF::addTile(int counter) {
   tile->setFixedSize(TileWidth, TileHeight);
   tile->OnClick = [this, tile] { MaProcedure(*tile); };
   RzFlowPanel1->add(tile);
+  tables_.push_back({tile, DM->Table_["n_commande"].get(), DM->Table_["control"] != "open"});
+}
+
+void TcommandeF::count() {
+  auto& [free, busy] = counts_[DM->Table_["id_endroit"].text()];
+  ++(DM->Table_["etat"] == "OFF" ? free : busy);
+}
+
+std::string TcommandeF::countsOf(const Value& place) const {
+  const auto found = counts_.find(place.text());
+  if (found == counts_.end()) return {};
+  const auto [free, busy] = found->second;
+  if (busy == 0) return counted(free, "libre");
+  return counted(free, "libre") + " · " + counted(busy, "occupée");
+}
+
+/// Beneath an order the map is not seen, and reads nothing for it.
+void TcommandeF::showEvent(QShowEvent* event) {
+  TForm::showEvent(event);
+  if (!told_) guarded([this] { tellRoom(); });
+}
+
+void TcommandeF::tellRoom() {
+  told_ = true;
+  if (!DM) return;
+  room_.read(DM->store());
+  for (const auto& [tile, order, held] : tables_) {
+    TileNotes notes;
+    notes.below = room_.of(order);
+    if (held) notes.mark = QString::fromLatin1(kHeld);
+    tile->Tell(notes);
+  }
 }
 
 /// Takes the table of the tile, if nobody else works on it, and hands over to the order entry. A held table

@@ -1,5 +1,7 @@
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QPainter>
+#include <QtWidgets/QStyle>
 #include <QtWidgets/QStyledItemDelegate>
 
 #include "data/value/Errors.h"
@@ -7,19 +9,45 @@
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/Lookup.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
 namespace {
 
+constexpr int noteRole = Qt::UserRole;
+constexpr int noteLetters = 13, noteEdge = 7;        // pixels
 constexpr int smallestLetters = 12;                  // pixels
 constexpr int airAtSides = 18, denseAirAtSides = 9;  // pixels of an entry without letters, on either side
 
-/// Where entries take two lines: makes the letters smaller where a word is still longer than the list is
-/// wide.
+/// An entry with a note has it beneath its text. Where entries take two lines: makes the letters smaller
+/// where a word is still longer than the list is wide.
 class Entries : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& view, const QModelIndex& index) const override {
+    const QString note = index.data(noteRole).toString();
+    if (note.isEmpty()) return QStyledItemDelegate::paint(painter, view, index);
+    QStyleOptionViewItem option = view;
+    initStyleOption(&option, index);
+    const QString text = std::exchange(option.text, {});
+    option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
+    const bool chosen = option.state & QStyle::State_Selected;
+    const QRect room = option.rect.adjusted(airAtSides, noteEdge, -airAtSides, -noteEdge);
+    QFont letters = option.font;
+    const auto draw = [&](const QString& words, Qt::AlignmentFlag place, QRgb colour) {
+      painter->setFont(letters);
+      painter->setPen(QColor(colour));
+      painter->drawText(room, Qt::AlignLeft | place,
+                        painter->fontMetrics().elidedText(words, Qt::ElideRight, room.width()));
+    };
+    painter->save();
+    draw(text, Qt::AlignTop, chosen ? theme::card : theme::ink);
+    letters.setPixelSize(noteLetters);
+    draw(note, Qt::AlignBottom, chosen ? theme::accentSoft : theme::muted);
+    painter->restore();
+  }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -58,7 +86,10 @@ void DBLookupListBox::pull() {
   const int rows = int(list_.count());
   while (count() > rows) delete takeItem(count() - 1);
   while (count() < rows) addItem(QString());
-  for (int row = 0; row < rows; ++row) item(row)->setText(list_.text(std::size_t(row)));
+  for (int row = 0; row < rows; ++row) {
+    item(row)->setText(list_.text(std::size_t(row)));
+    if (OnNote) item(row)->setData(noteRole, QString::fromStdString(OnNote(list_.key(std::size_t(row)))));
+  }
   setCurrentRow(list_.rowOf(key_));
 }
 

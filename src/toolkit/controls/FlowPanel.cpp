@@ -37,21 +37,29 @@ RunningClick* RunningClick::of(const QWidget* tile) {
   return found == clicks.end() ? nullptr : *found;
 }
 
-namespace {
-
 /// What the tiles lie on. It says that it covers all behind it, so that a tile under a finger is painted
 /// again without every frame around the panel.
-class Canvas : public QWidget {
+class FlowPanel::Canvas : public QWidget {
  public:
   Canvas() { setAttribute(Qt::WA_OpaquePaintEvent); }
+  QString hint;
 
  protected:
   void paintEvent(QPaintEvent* event) override {
-    QPainter(this).fillRect(event->rect(), palette().color(QPalette::Window));
+    QPainter painter(this);
+    painter.fillRect(event->rect(), palette().color(QPalette::Window));
+    if (hint.isEmpty() || !children().isEmpty()) return;
+    QFont letters = font();
+    letters.setPixelSize(hintLetters);
+    painter.setFont(letters);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(hintPlace(), Qt::AlignCenter | Qt::TextWordWrap, hint);
   }
-};
 
-}  // namespace
+ private:
+  static constexpr int hintLetters = 19;  // pixels
+  QRect hintPlace() const { return rect().adjusted(20, 20, -20, -20); }
+};
 
 FlowPanel::FlowPanel(QWidget* parent)
     : QFrame(parent),
@@ -82,11 +90,21 @@ void FlowPanel::setGap(int pixels) {
   scheduleArrange();
 }
 
+void FlowPanel::setHint(const QString& words) {
+  if (std::exchange(canvas_->hint, words) != words && order_.empty()) canvas_->update();
+}
+
 void FlowPanel::add(QWidget* tile) {
+  if (order_.empty()) canvas_->update();  // its hint goes
   tile->setParent(canvas_);
   order_.push_back(tile);
   connect(tile, &QObject::destroyed, this, &FlowPanel::forget);
   scheduleArrange();
+}
+
+void FlowPanel::Reveal(QWidget* tile) {
+  arrange();
+  scroll_->ensureWidgetVisible(tile);
 }
 
 void FlowPanel::forget(QObject* tile) {

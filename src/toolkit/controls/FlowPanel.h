@@ -27,6 +27,9 @@ class FlowPanel : public QFrame {
   int gap() const { return gap_; }
   void setGap(int pixels);  ///< Between tiles, and around them; half of it where a scroll bar is thus spared.
 
+  /// What is to be done where there are no tiles, in a few words in the middle of the empty panel.
+  void setHint(const QString& words);
+
   /// The panel becomes its parent; the tile keeps its own size. Its place is given when the event loop comes
   /// round, or when `tiles` is asked.
   void add(QWidget* tile);
@@ -39,6 +42,8 @@ class FlowPanel : public QFrame {
     }
     return found;
   }
+  /// Scrolls to a tile.
+  void Reveal(QWidget* tile);
   /// Frees every tile at once; their names can be used again. A tile whose click is running is only taken out
   /// of the screen here and freed after it.
   void clear();
@@ -50,6 +55,7 @@ class FlowPanel : public QFrame {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  class Canvas;
   void arrange();
   QSize layOut(const QSize& room, int gap);  // returns the size that the tiles take
   void forget(QObject* tile);
@@ -59,7 +65,7 @@ class FlowPanel : public QFrame {
   int gap_ = 10;
   std::vector<QWidget*> order_;
   QScrollArea* scroll_;
-  QWidget* canvas_;
+  Canvas* canvas_;
   FingerScroll fingers_;
   bool dirty_ = false;
 };

@@ -36,9 +36,15 @@ constexpr Key keys[] = {
     {".", Qt::Key_Period, 4, 2},
 };
 
-void press(int code, const QString& text) {
-  const bool editing = code == Qt::Key_Backspace || code == Qt::Key_Return;
-  const Qt::KeyboardModifiers modifiers = editing ? Qt::NoModifier : Qt::KeypadModifier;
+QString textOf(const Key& key) {
+  if (key.code == Qt::Key_Backspace) return QStringLiteral("\b");
+  if (key.code == Qt::Key_Return) return QStringLiteral("\r");
+  return QString::fromUtf8(key.caption);
+}
+
+}  // namespace
+
+void Keypad::press(int code, const QString& text, Qt::KeyboardModifiers modifiers) {
   for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
     // The press may move the focus; the release belongs to where it is then.
     QWidget* target = QApplication::focusWidget();
@@ -47,14 +53,6 @@ void press(int code, const QString& text) {
     QCoreApplication::sendEvent(target, &event);
   }
 }
-
-QString textOf(const Key& key) {
-  if (key.code == Qt::Key_Backspace) return QStringLiteral("\b");
-  if (key.code == Qt::Key_Return) return QStringLiteral("\r");
-  return QString::fromUtf8(key.caption);
-}
-
-}  // namespace
 
 Keypad::Keypad(QWidget* parent) : QWidget(parent) {
   setFocusPolicy(Qt::NoFocus);
@@ -66,8 +64,10 @@ Keypad::Keypad(QWidget* parent) : QWidget(parent) {
     button->setFocusPolicy(Qt::NoFocus);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     button->setAutoRepeat(key.code == Qt::Key_Backspace);
-    connect(button, &QPushButton::clicked, this,
-            [code = key.code, text = textOf(key)] { press(code, text); });
+    const bool editing = key.code == Qt::Key_Backspace || key.code == Qt::Key_Return;
+    connect(button, &QPushButton::clicked, this, [code = key.code, text = textOf(key), editing] {
+      press(code, text, editing ? Qt::NoModifier : Qt::KeypadModifier);
+    });
     grid->addWidget(button, key.row, key.column, key.rows, key.columns);
   }
   setCompact(false);

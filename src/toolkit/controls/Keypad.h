@@ -15,6 +15,9 @@ class Keypad : public QWidget {
  public:
   explicit Keypad(QWidget* parent = nullptr);
 
+  /// Sends a key, pressed and released, to the control that has the focus.
+  static void press(int code, const QString& text, Qt::KeyboardModifiers modifiers);
+
   bool compact() const { return compact_; }
   void setCompact(bool compact);
 

@@ -76,7 +76,9 @@ class DBLookupListBox : public QListWidget, public Binding {
  public:
   explicit DBLookupListBox(QWidget* parent = nullptr);
 
-  std::function<void()> OnClick;  ///< A row was chosen by click, touch or keyboard.
+  std::function<void()> OnClick;                        ///< A row was chosen by click, touch or keyboard.
+  std::function<std::string(const Value& key)> OnNote;  ///< A few quiet words beneath the text of a row.
+  void NotesChanged() { markStale(); }                  ///< Asks OnNote again for every row.
 
   Value KeyValue();                 ///< Of the selected row; null for none, and when the row has gone.
   void KeyValue(const Value& key);  ///< By code; moves no dataset, fires nothing.

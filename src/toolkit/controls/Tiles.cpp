@@ -60,6 +60,12 @@ void ShapeButton::Picture(const SharedBytes& bytes) {
   Picture(decodedPicture(bytes));
 }
 
+void ShapeButton::Tell(const TileNotes& notes) {
+  if (notes == notes_) return;
+  notes_ = notes;
+  update();
+}
+
 QSize ShapeButton::sizeHint() const {
   return picture_.isNull() ? QSize(100, 108) : picture_.size();
 }
@@ -82,13 +88,16 @@ void ShapeButton::paintEvent(QPaintEvent*) {
     painter.drawText(captionRoom.left(), captionRoom.top() + QFontMetrics(caption.font).ascent(), line);
     captionRoom.setTop(captionRoom.top() + caption.lineHeight);
   }
+  captionRoom.setHeight(notes_.heightBelow());
+  notes_.drawBelow(painter, captionRoom);
+  notes_.drawOver(painter, rect(), reservedBelow);
 
   if (isDown()) painter.fillRect(rect(), QColor(0, 0, 0, 40));
   if (!isEnabled()) painter.fillRect(rect(), QColor(255, 255, 255, 140));
   painter.setClipping(false);
-  painter.setPen(
-      QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Midlight), hasFocus() ? 3 : 1));
-  const qreal inset = hasFocus() ? 1.5 : 0.5;
+  const bool framed = hasFocus() || notes_.chosen;
+  painter.setPen(QPen(palette().color(framed ? QPalette::Highlight : QPalette::Midlight), framed ? 3 : 1));
+  const qreal inset = framed ? 1.5 : 0.5;
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
@@ -115,7 +124,8 @@ void ShapeButton::drawPicture(QPainter& painter, const QRect& tile, const QRect&
 }
 
 FittedText ShapeButton::captionLines(const QRect& room) const {
-  const int height = picture_.isNull() ? room.height() - 8 : room.height() / 2;
+  const int free = picture_.isNull() ? room.height() - 8 : room.height() / 2;
+  const int height = qMax(free - notes_.heightBelow(), QFontMetrics(font()).height());
   return fitText(text(), font(), QSize(room.width() - captionX - captionRight, height), smallestLetters);
 }
 
@@ -123,7 +133,7 @@ QRect ShapeButton::captionPlaceIn(const QRect& room, const FittedText& caption) 
   QRect place(captionX, 6, room.width() - captionX - captionRight,
               caption.lineHeight * int(caption.lines.size()));
   if (picture_.isNull() || captionPlace == Qt::AlignVCenter)
-    place.moveTop((room.height() - place.height()) / 2);
+    place.moveTop((room.height() - place.height() - notes_.heightBelow()) / 2);
   else if (captionPlace == Qt::AlignBottom)
     place.moveBottom(room.bottom() - 6);
   return place;

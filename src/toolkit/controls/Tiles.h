@@ -11,6 +11,7 @@
 #include "toolkit/controls/FittedText.h"
 #include "toolkit/controls/FlowPanel.h"
 #include "toolkit/controls/Pictures.h"
+#include "toolkit/controls/TileNotes.h"
 
 namespace tavoline {
 
@@ -29,6 +30,9 @@ class ShapeButton : public QAbstractButton {
   /// From bytes of a stored picture; decoded once per content. What cannot be decoded leaves the caption
   /// alone.
   void Picture(const SharedBytes& bytes);
+  /// What is told beside the caption; painted anew only where it is another.
+  void Tell(const TileNotes& notes);
+  const TileNotes& Notes() const { return notes_; }
   int captionX = 15;                              ///< Pixels from the left edge.
   int captionRight = 8;                           ///< Pixels kept free at the right of the caption.
   Qt::AlignmentFlag captionPlace = Qt::AlignTop;  ///< Top, centre or bottom, where there is a picture.
@@ -44,6 +48,7 @@ class ShapeButton : public QAbstractButton {
   QRect captionPlaceIn(const QRect& room, const FittedText& caption) const;
   void drawPicture(QPainter& painter, const QRect& tile, const QRect& caption);
 
+  TileNotes notes_;
   QPixmap picture_;
   QPixmap scaled_;  // the picture as it was last drawn
 };
