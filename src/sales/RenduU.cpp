@@ -1,5 +1,7 @@
 #include "sales/RenduU.h"
 
+#include <QtWidgets/QStyle>
+
 #include "data/DMU.h"
 #include "data/value/Regional.h"
 #include "sales/Commande_avnU.h"
@@ -17,11 +19,31 @@ TRenduF::TRenduF() : TForm("RenduF") {
   Edit1->OnChange = [this] { Edit1Change(); };
   Edit1->OnEnter = [this] { Edit1Enter(); };
   Enregistrer->OnClick = [this] { EnregistrerClick(); };
+  Exact->OnClick = [this] { type(DM->commande["tcc"].text()); };
+  Billet500->OnClick = [this] { type("500"); };
+  Billet1000->OnClick = [this] { type("1000"); };
+  Billet2000->OnClick = [this] { type("2000"); };
   Ready();
+}
+
+/// What the guest gives, in the place of what was typed.
+void TRenduF::type(const std::string& amount) {
+  Edit1->Text(amount);
+  Edit1->SetFocus();
+}
+
+/// The amount due is the largest thing until something is typed, then what goes back.
+void TRenduF::emphasize() {
+  const char* kind = Edit1->Text().empty() ? "total" : "amount";
+  if (Du->property("kind") == QLatin1String(kind)) return;
+  Du->setProperty("kind", kind);
+  Du->style()->unpolish(Du);
+  Du->style()->polish(Du);
 }
 
 /// The total less the amount taken: below zero when there is change to give.
 void TRenduF::Edit1Change() {
+  emphasize();
   if (Edit1->Text().empty()) return Label10->Caption("");
   Label10->Caption((DM->commande["tcc"] - readFloat(Edit1->Text())).text());
 }

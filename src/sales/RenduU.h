@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "toolkit/forms/TForm.h"
 #include "ui_RenduU.h"
 
@@ -19,6 +21,10 @@ class TRenduF : public TForm, public Ui::RenduF {
 
  protected:
   void CloseCommand() override {}
+
+ private:
+  void type(const std::string& amount);
+  void emphasize();
 };
 
 extern TRenduF* RenduF;
