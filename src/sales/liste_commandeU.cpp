@@ -5,6 +5,7 @@
 #include "data/DMU.h"
 #include "data/value/Text.h"
 #include "sales/fac_clU.h"
+#include "toolkit/controls/GridMenu.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
 #include "toolkit/report/Report.h"
@@ -53,6 +54,7 @@ void Tliste_commandeF::wireMenu() {
   runs(ImprimerFactureClient, &Tliste_commandeF::ImprimerFactureClientClick);
   runs(Reimprimer, &Tliste_commandeF::ReimprimerClick);
   runs(AnnulerFiltres, &Tliste_commandeF::AnnulerFiltresClick);
+  Actions->OnClick = [this] { GridMenu::openAt(*DBGrid1, *Actions); };
 }
 
 /// Any combination but these four leaves the filter as it was.

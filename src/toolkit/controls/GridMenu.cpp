@@ -16,9 +16,17 @@ void GridMenu::open(QPoint global) {
   const QModelIndex index = grid_.indexAt(viewport_->mapFromGlobal(global));
   if (!index.isValid()) return;
   standOn_(index);
-  auto* menu = new QMenu(&grid_);
+  popUp(grid_, global);
+}
+
+void GridMenu::openAt(QTableView& grid, const QWidget& button) {
+  if (grid.model()->rowCount() > 0) popUp(grid, button.mapToGlobal(QPoint(0, button.height())));
+}
+
+void GridMenu::popUp(QTableView& grid, QPoint global) {
+  auto* menu = new QMenu(&grid);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addActions(grid_.actions());
+  menu->addActions(grid.actions());
   menu->popup(global);
 }
 

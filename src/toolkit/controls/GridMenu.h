@@ -14,11 +14,15 @@ class GridMenu : public QObject {
   /// `standOn` makes a row the current one; it runs before the menu opens and must not throw.
   GridMenu(QTableView& grid, std::function<void(const QModelIndex&)> standOn);
 
+  /// The same menu for the row that is current, above or below a button. Nothing without a row.
+  static void openAt(QTableView& grid, const QWidget& button);
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void open(QPoint global);
+  static void popUp(QTableView& grid, QPoint global);
 
   QTableView& grid_;
   QWidget* viewport_;

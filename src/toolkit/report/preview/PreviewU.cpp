@@ -87,6 +87,18 @@ void PreviewPanel::wire() {
   handle(ui_->Edit, [this] { setTool(static_cast<int>(PageView::Tool::Edit)); });
   handle(ui_->Copy, [this] { copy(); });
 
+  connect(ui_->PrintPages, &QPushButton::clicked, ui_->Print, &QAction::trigger);
+  ui_->PrintPages->setToolTip(ui_->Print->toolTip());
+  // Return prints while the pages have the focus, and not in the search or the number of a page.
+  auto* byReturn = new QShortcut(Qt::Key_Return, ui_->Pages);
+  byReturn->setContext(Qt::WidgetShortcut);
+  connect(byReturn, &QShortcut::activated, ui_->Print, &QAction::trigger);
+  auto* more = new QMenu(this);
+  more->addActions({ui_->Load, ui_->Save, ui_->Outline, ui_->PageSetup});
+  more->addSeparator();
+  more->addActions({ui_->Hand, ui_->ZoomTool, ui_->Select, ui_->Edit, ui_->Copy});
+  ui_->MoreTools->setMenu(more);
+
   auto* formats = new QMenu(this);
   for (const report::ExportFormat& format : report::exportFormats()) {
     const char* suffix = format.suffix;
@@ -165,6 +177,7 @@ void PreviewPanel::offer(unsigned buttons) {
                                                  {ui_->Edit, report::ButtonEdit},
                                                  {ui_->Copy, report::ButtonCopy}};
   for (const auto& [action, button] : tools) action->setVisible(buttons & button);
+  ui_->PrintPages->setVisible(buttons & report::ButtonPrint);
   ui_->Navigator->setVisible(buttons & report::ButtonNavigator);
 }
 
@@ -240,6 +253,7 @@ void PreviewPanel::updateState() {
   const bool ready = hasPages() && !building();
   for (QAction* action : {ui_->Print, ui_->Save, ui_->Export, ui_->QuickExport, ui_->PageSetup, ui_->Edit})
     action->setEnabled(ready);
+  ui_->PrintPages->setEnabled(ready);
   ui_->Load->setEnabled(!building());
   for (QAction* action : {ui_->Find, ui_->Copy, ui_->Select}) action->setEnabled(hasPages());
   const std::size_t count = hasPages() ? build_.document->pageCount() : 0;
