@@ -3,16 +3,20 @@
 #include "data/DMU.h"
 #include "shell/IdleWatch.h"
 #include "shell/MenuU.h"
+#include "toolkit/controls/Board.h"
 #include "toolkit/forms/Application.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Appearance.h"
 #include "toolkit/theme/Theme.h"
 
 int main(int argc, char** argv) {
   using namespace tavoline;
   keepFilesPrivate();
+  scaleToDisplay(argc, argv);
   Application application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
   applyTheme(application);
+  const BoardRaiser board;
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });
   const IdleWatch idle([] { DM->Idle(); }, [] { DM->GestureDone(); });

@@ -1,7 +1,10 @@
 #include "toolkit/forms/Messages.h"
 
+#include <QtGui/QImageReader>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QFileIconProvider>
 #include <QtWidgets/QPushButton>
 
 #include "toolkit/forms/MessageBox.h"
@@ -34,10 +37,30 @@ bool askBox(const std::string& text, const std::string& title) {
   return box.exec() == QMessageBox::Yes;
 }
 
+// A picture stands for itself in the list of files, decoded at the size at which it is shown.
+class Thumbnails : public QFileIconProvider {
+ public:
+  static constexpr QSize size{48, 48};
+
+  QIcon icon(const QFileInfo& file) const override {
+    constexpr qint64 largest = 8 << 20;  // bytes that are decoded for a look
+    if (!file.isFile() || file.size() > largest) return QFileIconProvider::icon(file);
+    QImageReader reader(file.filePath());
+    if (reader.canRead()) reader.setScaledSize(reader.size().scaled(size, Qt::KeepAspectRatio));
+    const QImage picture = reader.read();
+    return picture.isNull() ? QFileIconProvider::icon(file) : QIcon(QPixmap::fromImage(picture));
+  }
+};
+
 std::string askPicture() {
-  return QFileDialog::getOpenFileName(front(), QStringLiteral("Choisir une image"), {},
-                                      QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp)"))
-      .toStdString();
+  Thumbnails thumbnails;
+  QFileDialog box(front(), QStringLiteral("Choisir une image"), {},
+                  QStringLiteral("Images (*.png *.jpg *.jpeg *.bmp)"));
+  box.setFileMode(QFileDialog::ExistingFile);
+  box.setIconProvider(&thumbnails);
+  for (auto* files : box.findChildren<QAbstractItemView*>()) files->setIconSize(Thumbnails::size);
+  if (box.exec() != QDialog::Accepted) return {};
+  return box.selectedFiles().value(0).toStdString();
 }
 
 // The suffix is the dialog's own business: only then it asks before it writes over a file.

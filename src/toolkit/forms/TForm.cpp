@@ -13,6 +13,7 @@
 
 #include "data/DMU.h"
 #include "toolkit/forms/Bindable.h"
+#include "toolkit/forms/Dim.h"
 #include "toolkit/forms/Docking.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
@@ -41,6 +42,7 @@ TForm::TForm(const char* instanceName) {
   setAutoFillBackground(true);  // opaque, so that what it covers is not painted
   Forms::add(this);
   Taps::instance();
+  Dim::instance();
 }
 
 TForm::~TForm() {
