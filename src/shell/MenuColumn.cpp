@@ -5,6 +5,9 @@
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QStyleOptionButton>
 #include <QtWidgets/QStylePainter>
+#include <utility>
+
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -13,7 +16,7 @@ namespace {
 constexpr int unfoldedWidth = 252, foldedWidth = 64;  // pixels
 constexpr int columnEdge = 6, groupEdge = 3;          // pixels at the sides
 constexpr int foldedColumnEdge = 4, foldedGroupEdge = 1;
-constexpr int barWidth = 4, barInset = 9;  // of the mark
+constexpr int barWidth = 4, barInset = 9, groundRadius = 8;  // of the mark
 
 void setSides(QLayout* layout, int edge) {
   QMargins margins = layout->contentsMargins();
@@ -39,27 +42,35 @@ QSize MenuButton::minimumSizeHint() const {
 }
 
 void MenuButton::paintEvent(QPaintEvent* event) {
-  if (folded_) {
-    QStylePainter painter(this);
-    QStyleOptionButton option;
-    initStyleOption(&option);
-    const QIcon picture = option.icon;
-    option.text.clear();
-    option.icon = {};
-    painter.drawControl(QStyle::CE_PushButton, option);
-    QRect place(QPoint(), iconSize());
-    place.moveCenter(rect().center());
-    shownIcon(picture).paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
-  } else {
+  const bool onAccent = isEnabled() && property("kind") == QLatin1String("menuDoor");
+  if (here_ && !onAccent) drawRounded(QRectF(rect()), theme::accentSoft, groundRadius);
+  if (folded_)
+    paintFolded();
+  else
     Button::paintEvent(event);
-  }
-  if (!here_) return;
+  if (here_)
+    drawRounded(QRectF(0, barInset, barWidth, height() - 2 * barInset),
+                onAccent ? theme::card : theme::accent, barWidth / 2);
+}
+
+void MenuButton::drawRounded(const QRectF& place, QRgb colour, int radius) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(palette().color(QPalette::Active, QPalette::Highlight));
-  painter.drawRoundedRect(QRectF(0, barInset, barWidth, height() - 2 * barInset), barWidth / 2.0,
-                          barWidth / 2.0);
+  painter.setBrush(QColor(colour));
+  painter.drawRoundedRect(place, radius, radius);
+}
+
+void MenuButton::paintFolded() {
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  const QIcon picture = std::exchange(option.icon, {});
+  option.text.clear();
+  painter.drawControl(QStyle::CE_PushButton, option);
+  QRect place(QPoint(), iconSize());
+  place.moveCenter(rect().center());
+  shownIcon(picture).paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
 }
 
 void GroupTitle::Fold(bool folded) {

@@ -24,6 +24,9 @@ class MenuButton : public Button {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void paintFolded();
+  void drawRounded(const QRectF& place, QRgb colour, int radius);
+
   bool folded_ = false, here_ = false;
 };
 
