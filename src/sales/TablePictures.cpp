@@ -1,5 +1,6 @@
 #include "sales/TablePictures.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtGui/QPainter>
 #include <QtSvg/QSvgRenderer>
 
@@ -14,10 +15,12 @@ QPixmap tablePicture(TablePicture which) {
   takeTablePictures();
   QSvgRenderer drawing(which == TablePicture::Free ? QStringLiteral(":/tavoline/sales/table-free.svg")
                                                    : QStringLiteral(":/tavoline/sales/table-busy.svg"));
-  QPixmap picture(drawing.defaultSize());
+  const qreal ratio = qGuiApp->devicePixelRatio();
+  QPixmap picture((QSizeF(drawing.defaultSize()) * ratio).toSize());
+  picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
-  drawing.render(&painter);
+  drawing.render(&painter, QRectF(QPointF(), drawing.defaultSize()));
   return picture;
 }
 

@@ -49,7 +49,7 @@ void MenuButton::paintEvent(QPaintEvent* event) {
   else
     Button::paintEvent(event);
   if (here_)
-    drawRounded(QRectF(0, barInset, barWidth, height() - 2 * barInset),
+    drawRounded(QRectF(onAccent ? 3 : 0, barInset, barWidth, height() - 2 * barInset),
                 onAccent ? theme::card : theme::accent, barWidth / 2);
 }
 

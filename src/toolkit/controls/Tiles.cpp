@@ -67,7 +67,7 @@ void ShapeButton::Tell(const TileNotes& notes) {
 }
 
 QSize ShapeButton::sizeHint() const {
-  return picture_.isNull() ? QSize(100, 108) : picture_.size();
+  return picture_.isNull() ? QSize(100, 108) : picture_.deviceIndependentSize().toSize();
 }
 
 void ShapeButton::paintEvent(QPaintEvent*) {
@@ -106,7 +106,8 @@ void ShapeButton::paintEvent(QPaintEvent*) {
 void ShapeButton::drawPicture(QPainter& painter, const QRect& tile, const QRect& caption) {
   const qreal ratio = devicePixelRatioF();
   QRect room = tile;
-  const bool made = std::abs(picture_.width() - width()) <= 4 && std::abs(picture_.height() - height()) <= 4;
+  const QSizeF own = picture_.deviceIndependentSize();
+  const bool made = std::abs(own.width() - width()) <= 4 && std::abs(own.height() - height()) <= 4;
   if (!made) {
     if (!text().trimmed().isEmpty() && captionPlace == Qt::AlignTop) room.setTop(caption.bottom() + 4);
     if (!text().trimmed().isEmpty() && captionPlace == Qt::AlignBottom) room.setBottom(caption.top() - 4);
