@@ -56,12 +56,13 @@ QStringList Room::of(const Value& order) const {
 }
 
 QString duration(const DateTime& since, const DateTime& now) {
-  const auto minutes = (now.millis() - since.millis()) / 60000;
+  constexpr std::int64_t kDay = 24LL * 60;  // minutes
+  const std::int64_t minutes = (now.millis() - since.millis()) / 60000;
   if (minutes < 0) return {};
   if (minutes < 60) return QStringLiteral("%1 min").arg(minutes);
-  if (minutes < 24 * 60)
+  if (minutes < kDay)
     return QStringLiteral("%1 h %2").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0'));
-  return QStringLiteral("%1 j").arg(minutes / (24 * 60));
+  return QStringLiteral("%1 j").arg(minutes / kDay);
 }
 
 }  // namespace tavoline
