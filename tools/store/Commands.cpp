@@ -41,7 +41,7 @@ SYNOPSIS
     tavoline-store backup FICHIER COPIE
     tavoline-store restore COPIE FICHIER
     tavoline-store upgrade FICHIER
-    tavoline-store import ANCIENNE CIBLE [--dry-run] [--strict]
+    tavoline-store import ANCIENNE CIBLE [--dry-run] [--strict] [--group GROUPE]
     tavoline-store export BASE DOSSIER
     tavoline-store copy DÉPART ARRIVÉE
     tavoline-store --help | --version
@@ -119,6 +119,10 @@ void tellServer(const std::string& word, std::ostream& out) {
         << " » dans psql, puis le fichier « .pgpass » de chaque poste.\n";
 }
 
+Access accessOf(const Arguments& arguments) {
+  return arguments.has("--group") ? Access::ofGroup(arguments.text("--group", "")) : Access();
+}
+
 int create(const std::vector<std::string>& words, std::ostream& out, const AskSecret& ask) {
   const Arguments arguments(
       words, 1, {"--login", "--password", "--password-file", "--nom", "--prenom", "--role", "--group"}, {});
@@ -131,7 +135,7 @@ int create(const std::vector<std::string>& words, std::ostream& out, const AskSe
   constexpr std::array<std::string_view, 3> kRoles = {"Admin", "KeyUser", "User"};
   if (std::find(kRoles.begin(), kRoles.end(), role) == kRoles.end())
     throw UsageError("le rôle est Admin, KeyUser ou User");
-  const Access access = arguments.has("--group") ? Access::ofGroup(arguments.text("--group", "")) : Access();
+  const Access access = accessOf(arguments);
   if (!serverAddress(arguments.file(0))) requireFree(arguments.file(0));  // before anybody is asked
   const FirstPassword password = firstPassword(arguments, ask);
 
@@ -230,9 +234,10 @@ int restore(const std::vector<std::string>& words, std::ostream& out) {
 
 int import(const std::vector<std::string>& words, std::ostream& out) {
   constexpr std::size_t kShown = 10;
-  const Arguments arguments(words, 2, {}, {"--strict", "--dry-run"});
-  const ImportReport report = importStore(arguments.file(0), arguments.file(1),
-                                          {arguments.has("--strict"), arguments.has("--dry-run")});
+  const Arguments arguments(words, 2, {"--group"}, {"--strict", "--dry-run"});
+  const ImportReport report =
+      importStore(arguments.file(0), arguments.file(1),
+                  {arguments.has("--strict"), arguments.has("--dry-run"), accessOf(arguments)});
   out << told(report, kShown);
   if (!report.file.empty()) out << "Rapport complet : « " << report.file << " ».\n";
   return report.withoutRemarks() ? kDone : kWithRemarks;

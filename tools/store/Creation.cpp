@@ -78,7 +78,7 @@ void createStore(const std::string& path, std::string_view password, const Filli
         sqlite::Connection connection(temporary, path, sqlite::Connection::Role::Maker);
         // Nobody sees the file before it has its name, so it needs neither a journal nor a write in order.
         for (const char* pragma : {"journal_mode = OFF", "synchronous = OFF", "locking_mode = EXCLUSIVE",
-                                   "cache_size = -262144", "temp_store = MEMORY", "encoding = 'UTF-8'"})
+                                   "cache_size = -65536", "encoding = 'UTF-8'"})
           connection.execute("PRAGMA " + std::string(pragma));
         connection.execute("PRAGMA application_id = " + std::to_string(schema::kApplicationId));
         connection.execute("BEGIN");

@@ -21,14 +21,17 @@ std::unique_ptr<RowSource> sourceAt(const std::string& path) {
   return std::make_unique<jet::JetSource>(path);
 }
 
-void writeReport(ImportReport& report) {
+void writeReport(ImportReport& report, const Access& access) {
   const std::string path = besideAt(report.begun, report.target, "import", ".txt");
   try {
-    publishFile(path, [&](const std::string& passing) {
-      std::ofstream file(passing, std::ios::binary);
-      file << told(report, 0);
-      if (!file.flush()) throw StoreError("le disque est plein ou protégé");
-    });
+    publishFile(
+        path,
+        [&](const std::string& passing) {
+          std::ofstream file(passing, std::ios::binary);
+          file << told(report, 0);
+          if (!file.flush()) throw StoreError("le disque est plein ou protégé");
+        },
+        access);
     report.file = path;
   } catch (const StoreError& error) {
     report.remarks.push_back(std::string("Le rapport n'a pas pu être écrit : ") + error.what());
@@ -53,7 +56,8 @@ ImportReport importRows(RowSource& source, const std::string& path, const std::s
     requireFree(target);
     take(nullptr);
   } else {
-    createStore(target, schema::kStorePassword, [&](Filler& filler) { take(&filler); });
+    createStore(
+        target, schema::kStorePassword, [&](Filler& filler) { take(&filler); }, manner.access);
   }
   return report;
 }
@@ -61,7 +65,7 @@ ImportReport importRows(RowSource& source, const std::string& path, const std::s
 ImportReport importStore(const std::string& path, const std::string& target, const ImportManner& manner) {
   const std::unique_ptr<RowSource> source = sourceAt(path);
   ImportReport report = importRows(*source, path, target, manner);
-  if (!manner.trial) writeReport(report);
+  if (!manner.trial) writeReport(report, manner.access);
   return report;
 }
 

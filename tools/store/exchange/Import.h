@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "tools/store/Publishing.h"
 #include "tools/store/exchange/Report.h"
 #include "tools/store/exchange/Rows.h"
 
@@ -10,6 +11,7 @@ namespace tavoline::tool {
 struct ImportManner {
   bool strict = false;  ///< The first refused row ends it.
   bool trial = false;   ///< Reads and tells, writes nothing.
+  Access access = {};   ///< To the store and the report.
 };
 
 /// Makes the store `target` of what stands under `path`: a Jet 4 file, or a folder that `export` wrote. The
