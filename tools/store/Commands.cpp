@@ -240,6 +240,7 @@ int import(const std::vector<std::string>& words, std::ostream& out) {
                   {arguments.has("--strict"), arguments.has("--dry-run"), accessOf(arguments)});
   out << told(report, kShown);
   if (!report.file.empty()) out << "Rapport complet : « " << report.file << " ».\n";
+  if (!report.trial) tellServer(report.target, out);
   return report.withoutRemarks() ? kDone : kWithRemarks;
 }
 

@@ -1,60 +1,19 @@
 #include "tools/store/Copy.h"
 
-#include <map>
-#include <memory>
 #include <span>
 
 #include "data/schema/Identity.h"
 #include "data/schema/Schema.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
-#include "data/store/Location.h"
-#include "data/store/postgres/Engine.h"
-#include "data/store/postgres/Opening.h"
-#include "data/store/sqlite/Opening.h"
 #include "data/value/Errors.h"
 #include "tools/store/Creation.h"
 #include "tools/store/exchange/Cells.h"
+#include "tools/store/exchange/Origin.h"
 #include "tools/store/exchange/Progress.h"
-#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
-
-/// A store to copy from, whatever its engine: one moment of it.
-struct Origin {
-  std::shared_ptr<Store> store;
-  std::string password;
-  std::map<std::string, std::int64_t, std::less<>> given;  // the highest row number of each table
-};
-
-Origin openServerOrigin(const postgres::Address& address) {
-  const auto connection = reachServer(address);
-  Origin origin;
-  origin.password = postgres::recordOf(*connection)(schema::kPasswordKey).value_or("");
-  origin.store = postgres::openServer(address, origin.password);
-  for (const schema::Table& table : schema::tables()) {
-    const std::string name = postgres::engine().quotedName(table.name);
-    const postgres::Answer last = connection->ask(postgres::Question{
-        "SELECT pg_sequence_last_value(pg_get_serial_sequence($1, 'rid')::regclass)", {name}});
-    if (!last.isNull(0, 0)) origin.given[std::string(table.name)] = last.integer(0, 0);
-  }
-  return origin;
-}
-
-Origin openFileOrigin(const std::string& path) {
-  const Location file = locate(path);
-  sqlite::requireOwn(file);
-  Origin origin;
-  {
-    sqlite::Connection connection(file.path, file.name, sqlite::Connection::Role::Observer);
-    origin.password = sqlite::recordOf(connection)(schema::kPasswordKey).value_or("");
-    for (sqlite::Statement rows = connection.prepare("SELECT name, seq FROM sqlite_sequence"); rows.step();)
-      origin.given[rows.text(0)] = rows.integer(1);
-  }
-  origin.store = sqlite::openFile(file, origin.password);
-  return origin;
-}
 
 std::vector<std::string_view> columnsOf(const schema::Table& table) {
   std::vector<std::string_view> columns = {schema::kRowNumber};
@@ -101,8 +60,7 @@ std::int64_t copyTable(const schema::Table& table, Rows& rows, Filler& filler, P
 }  // namespace
 
 CopyReport copyAcross(const std::string& from, const std::string& to) {
-  const auto address = serverAddress(from);
-  const Origin origin = address ? openServerOrigin(*address) : openFileOrigin(from);
+  const Origin origin = openOrigin(from);
   const auto moment = origin.store->snapshot();
   const auto catalog = origin.store->catalog();
   CopyReport report;

@@ -3,17 +3,16 @@
 #include <filesystem>
 #include <fstream>
 
-#include "data/schema/Identity.h"
 #include "data/schema/Schema.h"
 #include "data/sql/Parser.h"
 #include "data/sql/Resolver.h"
-#include "data/store/Store.h"
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "tools/store/Creation.h"
 #include "tools/store/exchange/Cells.h"
 #include "tools/store/exchange/Csv.h"
 #include "tools/store/exchange/Fitting.h"
+#include "tools/store/exchange/Origin.h"
 #include "tools/store/exchange/Pictures.h"
 #include "tools/store/exchange/Progress.h"
 
@@ -21,17 +20,6 @@ namespace tavoline::tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string inQuotesOf(std::string_view value) {
-  std::string quoted = "\"";
-  for (const char c : value) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return quoted + '"';
-}
-
-std::shared_ptr<Store> openStore(const std::string& path) {
-  return Store::open("Data Source=" + inQuotesOf(path) +
-                     ";Jet OLEDB:Database Password=" + std::string(schema::kStorePassword));
-}
 
 std::string typeName(FieldType type) {
   switch (type) {
@@ -165,9 +153,9 @@ class Folder {
 Description exportStore(const std::string& path, const std::string& folder) {
   Description written;
   requireFree(folder);
-  const std::shared_ptr<Store> store = openStore(path);
+  const Origin origin = openOrigin(path);
   publishFolder(folder, [&](const std::string& passing) {
-    written = Folder(passing).write(*store->snapshot(), *store->catalog());
+    written = Folder(passing).write(*origin.store->snapshot(), *origin.store->catalog());
   });
   return written;
 }

@@ -10,6 +10,7 @@
 #include "tools/store/exchange/FolderSource.h"
 #include "tools/store/exchange/Intake.h"
 #include "tools/store/jet/JetSource.h"
+#include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
 namespace {
@@ -22,7 +23,10 @@ std::unique_ptr<RowSource> sourceAt(const std::string& path) {
 }
 
 void writeReport(ImportReport& report, const Access& access) {
-  const std::string path = besideAt(report.begun, report.target, "import", ".txt");
+  const auto address = serverAddress(report.target);
+  const bool nowhere = address && !fs::exists(report.target);  // an address has no folder
+  const std::string path =
+      besideAt(report.begun, nowhere ? address->database : report.target, "import", ".txt");
   try {
     publishFile(
         path,
@@ -53,7 +57,7 @@ ImportReport importRows(RowSource& source, const std::string& path, const std::s
     intake.finish();
   };
   if (manner.trial) {
-    requireFree(target);
+    if (!serverAddress(target)) requireFree(target);
     take(nullptr);
   } else {
     createStore(
