@@ -16,6 +16,7 @@
 #include "data/schema/Schema.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
+#include "support/Cluster.h"
 #include "tests/tools/ToolFixture.h"
 #include "tools/store/exchange/Cells.h"
 #include "tools/store/exchange/Import.h"
@@ -283,6 +284,16 @@ TEST_F(Legacy, AFolderOfTablesComesBackAsTheSameStore) {
     for (const std::string sign : {"=", "+", "@"})
       EXPECT_EQ(types.find(begins + sign), types.npos) << begins << sign;
   EXPECT_EQ(types.find(",\"-"), types.npos) << "a minus may only begin a number";
+}
+
+TEST_F(Legacy, AServerHoldsWhatAFileHolds) {
+  const test::Cluster cluster;
+  std::ofstream(file("server.mdb")) << cluster.address("ancienne") << '\n';
+  EXPECT_EQ(tool({"import", legacy("legacy-small.mdb"), file("server.mdb")}), kWithRemarks) << said;
+  EXPECT_EQ(tool({"import", legacy("legacy-small.mdb"), file("1.mdb")}), kWithRemarks) << said;
+  EXPECT_EQ(tool({"export", file("server.mdb"), file("there")}), kWhole) << said;
+  EXPECT_EQ(tool({"export", file("1.mdb"), file("here")}), kWhole) << said;
+  EXPECT_EQ(filesOf(file("there"))["tavoline.json"], filesOf(file("here"))["tavoline.json"]);
 }
 
 TEST_F(Legacy, AFolderThatIsNotWholeIsRefused) {
