@@ -105,9 +105,9 @@ void sendTable(const schema::Table& table, TableRows& rows, const ReadingProcess
          " » dit n'avoir aucune ligne et en a " + std::to_string(count) +
          " : l'ancien programme a été arrêté brutalement. Toutes ont été lues.");
   if (rows.mended() > 0)
-    send(kRemark + std::string("La table « ") + std::string(table.name) + " » a " +
-         std::to_string(rows.mended()) +
-         " textes dont un caractère n'est pas entier : « \xEF\xBF\xBD » en tient la place.");
+    send(kRemark + std::string("Table « ") + std::string(table.name) +
+         " » : textes dont un caractère n'est pas entier (« \xEF\xBF\xBD » en tient la place) : " +
+         std::to_string(rows.mended()) + ".");
 }
 
 void sendAll(const std::string& path, const ReadingProcess::Sending& send) {
