@@ -19,7 +19,7 @@ deps:  ## Install every Debian package that is missing
 build:  ## Compile the programs into build/release/bin
 	@scripts/install-packages build
 	@$(MAKE) -s $(BUILD)/build.ninja
-	@cmake --build --preset $(PRESET) --target tavoline tavoline-store
+	@cmake --build --preset $(PRESET) --target tavoline tavoline-store book
 
 run:  ## Open the program on a demo store; SERVER=1: two workstations on a private PostgreSQL server
 	@scripts/install-packages build run $(if $(SERVER),server)

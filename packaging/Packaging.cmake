@@ -30,6 +30,7 @@ install_program(tavoline-store)
 if(TARGET tavoline)
   install_program(tavoline)
   install(DIRECTORY ${CMAKE_SOURCE_DIR}/share/tavoline DESTINATION ${CMAKE_INSTALL_DATADIR})
+  install(DIRECTORY ${CMAKE_BINARY_DIR}/share/tavoline/livre DESTINATION ${CMAKE_INSTALL_DATADIR}/tavoline)
   install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.svg

@@ -1,6 +1,7 @@
 
 #include "Screens.h"
 #include "data/DMU.h"
+#include "help/BookKey.h"
 #include "shell/IdleWatch.h"
 #include "shell/MenuU.h"
 #include "toolkit/controls/Board.h"
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
   const BoardRaiser board;
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });
+  const BookKey book;
   const IdleWatch idle([] { DM->Idle(); }, [] { DM->GestureDone(); });
   const int status = application.exec();
   shutDown();
