@@ -95,6 +95,7 @@ void BookKey::offerIn(QMenuBar* bar) {
   button->setFocusPolicy(Qt::NoFocus);
   button->OnClick = [this] { Shown(); };
   bar->setCornerWidget(button);
+  button->show();
 }
 
 Book& BookKey::Shown() {

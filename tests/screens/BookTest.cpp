@@ -1,5 +1,8 @@
 #include "help/Book.h"
 
+#include <QtTest/QTest>
+#include <QtWidgets/QtWidgets>
+
 #include "help/BookKey.h"
 #include "screens/AllScreens.h"
 
@@ -42,10 +45,13 @@ TEST_F(BookTest, ADialogDoesNotShutTheBookOut) {
   TForm* dialog = Forms::find("champsF");
   at.during([&] { dialog->ShowModal(); },
             [&] {
+              at.waitUntil([&] { return QApplication::activeWindow() == dialog; });
               at.press(Qt::Key_F1);
               ASSERT_TRUE(shown());
               EXPECT_EQ(shown()->Page().toStdString(), "encaisser");
-              at.tap(shown()->findChild<QWidget*>(QStringLiteral("Sommaire")));
+              const auto* contents = shown()->findChild<QWidget*>(QStringLiteral("Sommaire"));
+              QTest::mouseClick(shown()->windowHandle(), Qt::LeftButton, {},
+                                contents->mapTo(shown(), contents->rect().center()));
               EXPECT_EQ(shown()->Page().toStdString(), "index");
               shown()->close();
               dialog->Close();
