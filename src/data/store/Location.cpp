@@ -68,7 +68,7 @@ std::string word(const std::string& name) {
   refuse(name,
          "est une base Jet d'une installation antérieure, que ce programme ne lit pas directement. "
          "Renommez-la « " +
-             aside + " », puis lancez « tavoline-store import " + word(aside) + ' ' + word(name) + " ».");
+             aside + " », puis lancez :\ntavoline-store import " + word(aside) + ' ' + word(name));
 }
 
 void requireKnownKind(const std::string& name, std::string_view header) {
