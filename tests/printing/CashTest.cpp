@@ -52,6 +52,45 @@ Rows closings(int count) {
   return Rows(records);
 }
 
+Rows expenses(int count) {
+  Rows::Records records;
+  for (int i = 1; i <= count; ++i)
+    records.push_back({{"ID_depence", i},
+                       {"date_depense", DateTime::of(2024, 7, 14, 9, i % 60, 5)},
+                       {"type_depnce", "Payer une Facture D'achat"},
+                       {"montant_dep", 123456.75},
+                       {"id_utilisateur", i == 1 ? Value() : Value("32")},
+                       {"nom_uilisateur", i == 1 ? Value() : Value("Cherif")},
+                       {"id_caisse", "C001"}});
+  return Rows(records);
+}
+
+Rows purchase(int lines) {
+  Rows::Records records;
+  for (int i = 1; i <= lines; ++i)
+    records.push_back({{"N_facture", 1234},
+                       {"date_facture", DateTime::of(2024, 7, 14)},
+                       {"code_fournisseur", "F001"},
+                       {"nom_fournisseur", "Boissons du Sahel"},
+                       {"n_telephone", Value()},
+                       {"TVA", 19.5},
+                       {"TCC", 123456.75},
+                       {"MONTANT_VERSE", 900},
+                       {"MONTANT_RESTE", 122556.75},
+                       {"article", "SODA ORANGE"},
+                       {"qte_achat", 24},
+                       {"prix_achat", 45},
+                       {"TOTAL", 1080 + i}});
+  return Rows(records);
+}
+
+/// Its last page alone.
+Document lastOf(const Document& document) {
+  Document last(document.sharedReport(), document.logo());
+  last.add(document.page(document.pageCount() - 1));
+  return last;
+}
+
 TEST(CashDocuments, areAsTheyWereFoundGood) {
   Rows some = sold(5), many = sold(22), none(Rows::Records{});
   Rows served = orders(7), undated = orders(3, false), noOrder(Rows::Records{});
@@ -75,6 +114,26 @@ TEST(CashDocuments, areAsTheyWereFoundGood) {
     ASSERT_TRUE(report);
     expectDump(rendered(report, document.sources, testBlock()), document.dump);
   }
+}
+
+// Rows go on at the head of a page, and sums stand once, at the end.
+TEST(CashDocuments, endOnAnotherPage) {
+  Rows journal = closings(33), spent = expenses(34), bought = purchase(16);
+  const struct {
+    const char* dump;
+    const char* report;
+    Rows* rows;
+  } documents[] = {
+      {"closings-last-page", "Tliste_caiseF.frxReport1", &journal},
+      {"expenses-last-page", "Tliste_depenceF.frxReport1", &spent},
+      {"purchase-last-page", "Tliste_facture_achatF.frxReport2", &bought},
+  };
+  for (const auto& document : documents) {
+    SCOPED_TRACE(document.dump);
+    expectDump(lastOf(documentOf(document.report, *document.rows)), document.dump);
+  }
+  Rows few = purchase(2);
+  expectDump(documentOf("Tliste_facture_achatF.frxReport2", few), "purchase");
 }
 
 }  // namespace

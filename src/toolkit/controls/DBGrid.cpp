@@ -19,10 +19,11 @@ namespace tavoline {
 
 namespace {
 
-constexpr int rowPixels = 48;      // pixels: a finger's width
-constexpr int countingPause = 5;   // ms between two steps of counting, for whatever else is to be done
-constexpr int restingPause = 120;  // ms without a movement before columns are widened
-constexpr int markTime = 500;      // ms
+constexpr int rowPixels = 48;        // pixels: a finger's width
+constexpr int narrowestColumn = 16;  // pixels: its own measure grows with the letters of the titles
+constexpr int countingPause = 5;     // ms between two steps of counting, for whatever else is to be done
+constexpr int restingPause = 120;    // ms without a movement before columns are widened
+constexpr int markTime = 500;        // ms
 constexpr std::size_t countedRows = 32768;  // in one step: a few ms
 
 }  // namespace
@@ -51,6 +52,7 @@ DBGrid::DBGrid(QWidget* parent)
   verticalHeader()->setMinimumSectionSize(rowPixels);
   verticalHeader()->setDefaultSectionSize(rowPixels);
   horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setMinimumSectionSize(narrowestColumn);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(false);
   connect(this, &QTableView::clicked, this, [this](const QModelIndex& index) {

@@ -1,6 +1,7 @@
 #include "toolkit/controls/Edit.h"
 
 #include <QtGui/QFocusEvent>
+#include <QtGui/QFontInfo>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QValidator>
 #include <utility>
@@ -25,6 +26,7 @@ class UpperCase : public QValidator {
 
 Edit::Edit(QWidget* parent) : QLineEdit(parent) {
   connect(this, &QLineEdit::textEdited, this, [this] { guarded([this] { typed(); }); });
+  connect(this, &QLineEdit::textChanged, this, [this] { fitLetters(); });
 }
 
 std::string Edit::Text() {
@@ -62,6 +64,32 @@ void Edit::typed() {
 
 void Edit::focusLeft() {
   if (OnExit) OnExit();
+}
+
+// The letters of a style sheet give way to nothing but another one.
+void Edit::fitLetters() {
+  if (fitting_ || !(alignment() & Qt::AlignRight) || !isVisible()) return;
+  constexpr int kSmallest = 9, kBesideText = 26;  // pixels; borders, padding and the caret
+  if (letters_ == 0) {
+    if (fontMetrics().horizontalAdvance(text()) <= width() - kBesideText) return;
+    letters_ = QFontInfo(font()).pixelSize();
+  }
+  QFont fitted = font();
+  int pixels = letters_;
+  for (; pixels > kSmallest; --pixels) {
+    fitted.setPixelSize(pixels);
+    if (QFontMetrics(fitted).horizontalAdvance(text()) <= width() - kBesideText) break;
+  }
+  const QString style = pixels < letters_ ? QStringLiteral("font-size: %1px").arg(pixels) : QString();
+  if (style == styleSheet()) return;
+  fitting_ = true;
+  setStyleSheet(style);
+  fitting_ = false;
+}
+
+void Edit::resizeEvent(QResizeEvent* event) {
+  QLineEdit::resizeEvent(event);
+  fitLetters();
 }
 
 void Edit::keyPressEvent(QKeyEvent* event) {

@@ -7,8 +7,9 @@
 
 namespace tavoline {
 
-/// A one-line input. A change by code fires OnChange directly, just like typing, and what it throws ends the
-/// caller.
+/// A one-line input. An amount, aligned to the right, that is too long for it is shown in smaller letters, so
+/// that no leading digit is hidden. A change by code fires OnChange directly, just like typing, and what it
+/// throws ends the caller.
 class Edit : public QLineEdit {
   Q_OBJECT
   Q_PROPERTY(QString text READ heldText WRITE enterText)
@@ -38,6 +39,7 @@ class Edit : public QLineEdit {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   virtual void typed();      ///< After every change by the user.
   virtual void focusLeft();  ///< The focus went to another control of the system.
   virtual QString heldText() { return text(); }
@@ -47,8 +49,11 @@ class Edit : public QLineEdit {
 
  private:
   void enterText(const QString& text);
+  void fitLetters();
 
   bool upperCase_ = false;
+  bool fitting_ = false;
+  int letters_ = 0;       // pixels that an amount which fits has; 0 while none was too long
   bool touched_ = false;  // a key or a tap came since the focus did
 };
 

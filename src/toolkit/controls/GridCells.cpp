@@ -25,6 +25,7 @@ FittedText cellText(const QModelIndex& index, const QStyleOptionViewItem& option
 }  // namespace
 
 int gridPadding(const QWidget& grid) {
+  if (grid.property("tight").toBool()) return 4;
   return grid.property("dense").toBool() ? 7 : 12;
 }
 
@@ -51,7 +52,12 @@ void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, con
   const auto* grid = static_cast<const QTableView*>(option.widget);
   const int padding = gridPadding(*grid);
   const QRect room = option.rect.adjusted(padding, 0, -padding, 0);
-  const FittedText fitted = cellText(index, option, room.size(), grid->wordWrap());
+  QStyleOptionViewItem written = option;
+  if (const int letters = grid->property("letters").toInt()) {
+    written.font.setPixelSize(letters);
+    written.fontMetrics = QFontMetrics(written.font);
+  }
+  const FittedText fitted = cellText(index, written, room.size(), grid->wordWrap());
   painter->setFont(fitted.font);
   QRect line(room.left(), room.center().y() - int(fitted.lines.size()) * fitted.lineHeight / 2 + 1,
              room.width(), fitted.lineHeight);

@@ -4,7 +4,8 @@
 
 namespace tavoline {
 
-/// Pixels on either side of a cell's text, in a grid that may be `dense`.
+/// Pixels on either side of a cell's text, in a grid that may be `dense`, or `tight` where its letters are
+/// smaller.
 int gridPadding(const QWidget& grid);
 
 /// By which a cell tells whether it holds a figure.

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "toolkit/controls/ColumnFit.h"
 #include "toolkit/controls/GridModel.h"
 
 namespace tavoline {
@@ -25,11 +26,19 @@ class DBGrid::Fit {
   bool measure();
   void measureRows(int from, int end);
   void setWidths();
+  /// What the columns ask for in letters of so many pixels; where `cutsTitle`, the title of a last text is no
+  /// reason to keep it wide.
+  std::vector<ColumnWish> wishesIn(int letters, bool cutsTitle, std::size_t& rest) const;
+  void write(int letters);  ///< In so many pixels from now on; the air at the sides of texts goes with it.
+  void writeTitles();       ///< In the same letters.
+  int usualLetters() const;
 
   DBGrid& grid_;
   std::vector<Texts> texts_;
   int from_ = 0, end_ = 0;  // the rows measured last
-  int room_ = -1;           // of the viewport when the widths were set
+  bool working_ = false;
+  int titleLetters_ = 0;  // pixels; 0 for the usual ones
+  int room_ = -1;         // of the viewport when the widths were set
 };
 
 }  // namespace tavoline

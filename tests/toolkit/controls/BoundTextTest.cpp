@@ -1,6 +1,7 @@
 #include "data/value/Errors.h"
 #include "toolkit/ToolkitFixture.h"
 #include "toolkit/controls/Button.h"
+#include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DBText.h"
 #include "toolkit/controls/Headings.h"
 
@@ -23,6 +24,22 @@ TEST_F(BoundTextTest, ACaptionIsPulledAtThatMomentHiddenOrNot) {
   EXPECT_EQ(hidden->Caption(), "Salle");
   station.settle();
   EXPECT_EQ(shown->text(), "Salle");  // painted by itself
+}
+
+TEST_F(BoundTextTest, AnAmountTooLongForItsInputIsWrittenSmaller) {
+  auto* input = screen->add<DBEdit>("DBEdit1", "DataSourceCaisse", "solde");
+  input->setAlignment(Qt::AlignRight);
+  input->setFixedWidth(100);
+  open();
+  const auto letters = [&](const char* amount) {
+    input->Text(amount);
+    station.settle();
+    EXPECT_LT(input->fontMetrics().horizontalAdvance(input->text()), input->width() - 20) << amount;
+    return input->fontInfo().pixelSize();
+  };
+  const int usual = letters("12");
+  EXPECT_LT(letters("123456789,75"), usual);
+  EXPECT_EQ(letters("12"), usual);
 }
 
 TEST_F(BoundTextTest, AFigureIsNeverCut) {

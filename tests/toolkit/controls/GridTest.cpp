@@ -212,6 +212,32 @@ TEST_F(GridTest, AmountsAreWholeWhereverTheGridStands) {
   EXPECT_EQ(grid->findChild<QLineEdit*>()->text(), "3") << "an edit shows the exact value";
 }
 
+// Too many columns are written in smaller letters, all of them, and nothing is moved out of sight; with more
+// room the letters are the usual ones again. A figure too long even so leaves the letters alone.
+TEST_F(GridTest, ManyColumnsFitInSmallerLettersTogether) {
+  grid->setWordWrap(true);
+  QStringList columns;
+  for (int i = 0; i < 6; ++i) columns << "prix_vente=Prix de vente|money";
+  grid->setColumns(columns << "designation_article=Article|wide");
+  station.sql("update article set prix_vente = 12345.75");
+  DM->Article.Reopen();
+  open();
+  const auto fits = [&] { return grid->horizontalHeader()->length() <= grid->viewport()->width(); };
+  const auto letters = [&](int width) {
+    screen->resize(width, 480);
+    station.settle();
+    return grid->property("letters").toInt();
+  };
+  EXPECT_EQ(letters(1200), 0);
+  const int small = letters(520);
+  EXPECT_GT(small, 0);
+  EXPECT_TRUE(fits());
+  EXPECT_EQ(letters(1200), 0);
+  EXPECT_TRUE(fits());
+  EXPECT_EQ(letters(200), 0);
+  EXPECT_FALSE(fits());
+}
+
 TEST_F(GridTest, TheMenuIsForTheRowUnderTheFinger) {
   QAction reprint(QStringLiteral("Réimprimer"), grid);
   std::string chosen;

@@ -6,6 +6,7 @@
 #include "data/value/Figures.h"
 #include "toolkit/report/model/Code128.h"
 #include "toolkit/report/model/Lines.h"
+#include "toolkit/report/output/FittedWords.h"
 
 namespace tavoline::report {
 
@@ -47,13 +48,26 @@ QByteArray escaped(std::string_view text) {
   return (beginsFormula(text) ? "&#8203;" : "") + readable(text).toHtmlEscaped().toUtf8();
 }
 
+// The style of words too long for their line: they go on below and get smaller, as they do in print. A little
+// smaller still, for the letters of another system.
+QByteArray fitted(const Item& item) {
+  constexpr double kOtherLetters = 0.95;
+  const Object& object = *item.object;
+  const FittedWords words = fitWords(QString::fromUtf8(item.text), object, item.rect.width, item.rect.height);
+  if (words.size >= 1 && (words.lines.size() < 2 || object.wordWrap)) return {};
+  return " style=\"font-size:" + number(object.fontSize * words.size * kOtherLetters) +
+         "pt;white-space:pre-wrap\"";
+}
+
 // The style of a figure too long for its place, which is told smaller and not cut.
 QByteArray smaller(const Item& item) {
   constexpr double kWidestDigit = 0.62;  // of the font's height
   constexpr double kPadding = 6;         // units at both sides
   const double most =
       (item.rect.width - kPadding) / (static_cast<double>(item.text.size()) * kWidestDigit * kUnitsPerPoint);
-  if (!item.object->hasText() || !isFigure(item.text) || most >= item.object->fontSize) return {};
+  if (!item.object->hasText()) return {};
+  if (!isFigure(item.text)) return fitted(item);
+  if (most >= item.object->fontSize) return {};
   return " style=\"font-size:" + number(most) + "pt\"";
 }
 
