@@ -120,7 +120,7 @@ void Cluster::run(const std::vector<std::string>& words) const {
 void Cluster::start() {
   server_ = launch({"postgres", "-D", (folder() / "data").string(), "-k", (folder() / "socket").string(),
                     "-p", std::to_string(port_), "-c", "listen_addresses=127.0.0.1", "-c", "fsync=off", "-c",
-                    "shared_buffers=8MB", "-c", "max_connections=40", "-c", "autovacuum=off"});
+                    "shared_buffers=8MB", "-c", "max_connections=100", "-c", "autovacuum=off"});
   const std::string question = address("postgres") + "&connect_timeout=2";
   const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   while (PQping(question.c_str()) != PQPING_OK) {

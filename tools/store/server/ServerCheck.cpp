@@ -23,6 +23,7 @@ Ask askOf(Connection& connection) {
   return [&connection](const std::string& query) {
     std::vector<std::string> column;
     const Answer rows = connection.ask(Question{query});
+    column.reserve(static_cast<std::size_t>(rows.rows()));
     for (int row = 0; row < rows.rows(); ++row)
       column.push_back(rows.isNull(row, 0) ? "(vide)" : rows.value(row, 0, FieldType::Text).text());
     return column;

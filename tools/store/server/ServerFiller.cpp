@@ -118,9 +118,10 @@ void ServerFiller::finish() {
     const std::string name = postgres::engine().quotedName(table.name);
     const auto last = behind_.find(table.name);
     const std::string behind = std::to_string(last == behind_.end() ? 0 : last->second);
-    connection_.execute("SELECT setval(pg_get_serial_sequence('" + name +
-                        "', 'rid'), n) FROM (SELECT greatest(max(rid), " + behind + ") AS n FROM " + name +
-                        ") AS highest WHERE n > 0");
+    std::string text = "SELECT setval(pg_get_serial_sequence('";
+    text.append(name).append("', 'rid'), n) FROM (SELECT greatest(max(rid), ").append(behind);
+    text.append(") AS n FROM ").append(name).append(") AS highest WHERE n > 0");
+    connection_.execute(text);
   }
 }
 

@@ -68,7 +68,7 @@ Address parseAddress(const std::string& name, std::string_view text) {
 
 Address addressIn(const std::string& name, const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  const Address address = parseAddress(name, std::string(std::istreambuf_iterator<char>(in), {}));
+  Address address = parseAddress(name, std::string(std::istreambuf_iterator<char>(in), {}));
   struct stat found = {};
   if (address.bearsPassword && ::stat(path.c_str(), &found) == 0 &&
       (found.st_mode & (S_IRGRP | S_IROTH)) != 0)

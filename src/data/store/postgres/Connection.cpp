@@ -82,6 +82,8 @@ void Connection::connect() {
       if (::poll(&socket, 1, 5000) <= 0) break;
       wants = PQconnectPoll(handle_.get());
     }
+    server_->reachable = wants == PGRES_POLLING_OK;  // what it refused a moment ago it may grant
+    if (server_->reachable) return;
     state = stateIn(PQerrorMessage(handle_.get()));
   }
   failToConnect(address(), state, said);
@@ -223,6 +225,7 @@ std::vector<Answer> Connection::ask(const std::vector<Question>& questions) {
     known_.clear();
   }
   std::vector<Bound> bounds;  // what cannot be sent is refused before anything is
+  bounds.reserve(questions.size());
   for (const Question& question : questions) bounds.emplace_back(address(), question.values);
   ++roundTripsMade;
   if (!PQenterPipelineMode(handle_.get())) lost();
@@ -231,15 +234,18 @@ std::vector<Answer> Connection::ask(const std::vector<Question>& questions) {
   if (!PQpipelineSync(handle_.get())) lost();
 
   std::vector<Answer> answers;
-  Answer failure;
-  const auto keep = [&failure](Answer answer) {
-    if (PQresultStatus(answer.result()) == PGRES_FATAL_ERROR && !failure.result())
+  Answer failure;  // the first; behind it the engine does nothing
+  const auto takeInto = [&](std::vector<Answer>* kept) {
+    Answer answer = take();
+    const ExecStatusType status = PQresultStatus(answer.result());
+    if (status == PGRES_FATAL_ERROR)
       failure = std::move(answer);
-    return answer;
+    else if (kept)
+      kept->push_back(std::move(answer));
   };
   for (const bool prepares : preparing) {
-    if (prepares) keep(take());
-    answers.push_back(keep(take()));
+    if (prepares) takeInto(nullptr);
+    takeInto(&answers);
   }
   const Answer end(result());
   if (!end.result() || PQresultStatus(end.result()) != PGRES_PIPELINE_SYNC) lost();

@@ -97,10 +97,13 @@ std::vector<Definition> PostgresEngine::counting() const {
     const std::string name(table.name);
     all.push_back(trigger("numero_" + name, "BEFORE INSERT", table,
                           "FOR EACH STATEMENT EXECUTE FUNCTION tavoline_numerote()"));
-    for (const std::string write : {"insert", "update", "delete"})
-      all.push_back(trigger("ecriture_" + name + '_' + write, "AFTER " + write, table,
-                            std::string("REFERENCING ") + (write == "delete" ? "OLD" : "NEW") +
-                                " TABLE AS lignes FOR EACH STATEMENT EXECUTE FUNCTION tavoline_compte()"));
+    for (const std::string write : {"insert", "update", "delete"}) {
+      std::string what = write == "delete" ? "REFERENCING OLD" : "REFERENCING NEW";
+      what += " TABLE AS lignes FOR EACH STATEMENT EXECUTE FUNCTION tavoline_compte()";
+      std::string called = "ecriture_";
+      called.append(name).append("_").append(write);
+      all.push_back(trigger(called, "AFTER " + write, table, what));
+    }
   }
   return all;
 }

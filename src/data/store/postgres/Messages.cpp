@@ -110,9 +110,13 @@ void fail(const Address& address, const PGresult* result) {
 }
 
 void failToConnect(const Address& address, const std::string& state, const std::string& detail) {
+  const auto told = [&detail](std::string_view words) { return detail.find(words) != detail.npos; };
+  // The session was fine; the address asks for one that may write, and the library says this without a code.
+  if (told("session is read-only") || told("hot standby mode"))
+    throw StoreError(*sentence(address, "25006"), detail);
   if (!state.empty())
     if (const auto known = sentence(address, state)) throw StoreError(*known, detail);
-  if (detail.find("SSL") != detail.npos || detail.find("certificat") != detail.npos)
+  if (told("SSL") || told("certificat"))
     throw StoreError(
         server(address) +
             " et ce poste ne s'accordent pas sur la protection de la connexion (TLS). Vérifiez le "
