@@ -71,10 +71,10 @@ void TCommande_avnF::wireKeys() {
   });
 }
 
-/// The category of the article that is sought, and its tile in it.
+/// The category of the article that is sought, and its tile in it. One without a category has no tile.
 void TCommande_avnF::comeForward(const ArticleSearch::Article* sought) {
   news_->Choose(sought ? sought->code : std::string());
-  if (!sought) return;
+  if (!sought || DM->type_produit.RecordOf("code", sought->category) < 0) return;
   if (DBLookupListBox1->KeyValue() != sought->category) DBLookupListBox1->Choose(sought->category);
   for (ShapeButton* tile : RzFlowPanel1->findChildren<ShapeButton*>())
     if (tile->Caption() == sought->designation) return RzFlowPanel1->Reveal(tile);

@@ -1,6 +1,8 @@
+#include <QtTest/QTest>
 #include <QtWidgets/QtWidgets>
 
 #include "screens/AllScreens.h"
+#include "toolkit/controls/Board.h"
 #include "toolkit/controls/Keypad.h"
 
 namespace tavoline {
@@ -48,6 +50,29 @@ TEST_F(AllScreens, KeypadAndKeyboardTypeIntoTheFocusedInput) {
   }
   EXPECT_GE(inputs, 30);
   EXPECT_GE(ownKeypads, 5);
+}
+
+// A mouse that raised the board would cover what it is about to press.
+TEST_F(AllScreens, AFingerRaisesTheLettersAndAMouseDoesNot) {
+  start();
+  const BoardRaiser raiser;
+  TForm* form = Forms::find("c_endroitF");
+  bringUp(form);
+  auto* input = form->findChild<QLineEdit*>(QStringLiteral("RzDBEdit2"));
+  at.tap(input);
+  EXPECT_FALSE(raiser.board());
+  QPointingDevice* finger = QTest::createTouchDevice();
+  QTest::touchEvent(input, finger).press(0, input->rect().center(), input);
+  QTest::touchEvent(input, finger).release(0, input->rect().center(), input);
+  ASSERT_TRUE(raiser.board());
+  form->activateWindow();  // offscreen, whatever window comes is the active one
+  at.settle();
+  for (const char* key : {"keyb", "key⇧", "keyé", "key-"})
+    at.tap(raiser.board()->findChild<QWidget*>(QString::fromUtf8(key)));
+  EXPECT_EQ(input->text(), QString::fromUtf8("bÉ-"));
+  form->Close();
+  at.settle();
+  EXPECT_FALSE(raiser.board());
 }
 
 }  // namespace

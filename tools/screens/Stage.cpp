@@ -63,7 +63,9 @@ void Stage::whenModal(std::function<void(QWidget&)> act) {
 }
 
 QImage Stage::seen() const {
-  QImage picture(display_, QImage::Format_RGB32);
+  const qreal ratio = qApp->devicePixelRatio();
+  QImage picture((QSizeF(display_) * ratio).toSize(), QImage::Format_RGB32);
+  picture.setDevicePixelRatio(ratio);
   QPainter painter(&picture);
   for (TForm* form : Forms::all()) {
     if (!form->isVisible() || !form->isWindow()) continue;
@@ -72,7 +74,7 @@ QImage Stage::seen() const {
       form->setGeometry(QRect(QPoint(), display_));
     }
     QRect place(QPoint(), form->size());
-    place.moveCenter(picture.rect().center());
+    place.moveCenter(QRect(QPoint(), display_).center());
     if (form != Forms::all().front()) {  // the edge that a window manager draws
       for (int edge = 12; edge > 0; --edge) {
         painter.fillRect(place.adjusted(-edge, -edge, edge, edge), QColor(31, 43, 43, 6));

@@ -8,6 +8,7 @@
 #include "shell/MenuU.h"
 #include "toolkit/forms/Application.h"
 #include "toolkit/forms/Messages.h"
+#include "toolkit/theme/Appearance.h"
 #include "toolkit/theme/Theme.h"
 #include "tools/screens/Scenes.h"
 #include "tools/screens/Stage.h"
@@ -15,20 +16,22 @@
 int main(int argc, char** argv) {
   using namespace tavoline;
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  Application application(argc, argv);
   if (argc != 2 && argc != 4) {
     std::fputs("tavoline-screens FOLDER [WIDTH HEIGHT]\n", stderr);
     return 2;
   }
   const QString folder = QString::fromLocal8Bit(argv[1]);
   const QSize display = argc == 4 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1024, 768);
+  const double scale = scaleFor(display);
+  qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+  Application application(argc, argv);
   applyTheme(application);
   std::string box;  // no scene is to show one
   Messages::current().show = [&](const std::string& text, const std::string&) { box = text; };
   try {
     if (!startUp(screensInOrder())) throw std::runtime_error(box);
     MenuF->Show();
-    Stage stage(display, folder);
+    Stage stage((QSizeF(display) / scale).toSize(), folder);
     for (const Scene& scene : scenes()) {
       scene.play(stage);
       if (!box.empty()) throw std::runtime_error(scene.file + ": " + box);

@@ -115,7 +115,7 @@ void Board::shift(bool on) {
 BoardRaiser::BoardRaiser() {
   QCoreApplication::instance()->installEventFilter(this);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, const QWidget* now) {
-    if (board_ && (!isInput(now) || now->window() != board_->parentWidget())) lower();
+    if (board_ && now && (!isInput(now) || now->window() != board_->parentWidget())) lower();
   });
 }
 
@@ -145,7 +145,9 @@ void BoardRaiser::raise(QWidget* input) {
   lower();
   board_ = new Board(window, signs);
   const int under = input->mapToGlobal(QPoint(0, input->height())).y() + edge - board_->y();
-  if (under > 0 && !(window->windowState() & Qt::WindowMaximized)) {
+  if (under > 0 && window->windowState() & Qt::WindowMaximized) {
+    board_->move(board_->x(), window->screen()->availableGeometry().top());
+  } else if (under > 0) {
     moved_ = window;
     place_ = window->pos();
     window->move(place_ - QPoint(0, under));

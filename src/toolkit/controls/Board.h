@@ -32,7 +32,8 @@ class Board : public QWidget {
 
 /// Raises the board when a finger touches an input: letters for words, a keypad for figures where the window
 /// has none of its own. A mouse and a keyboard never raise it. A window whose input would lie beneath it is
-/// moved up meanwhile. An input of a list that drops down opens the list instead.
+/// moved up meanwhile; over one that fills the display the board comes down from above. An input of a list
+/// that drops down opens the list instead.
 class BoardRaiser : public QObject {
   Q_OBJECT
 

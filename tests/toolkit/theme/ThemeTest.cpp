@@ -5,6 +5,7 @@
 #include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DateEdit.h"
 #include "toolkit/controls/Lookup.h"
+#include "toolkit/theme/Appearance.h"
 #include "toolkit/theme/Theme.h"
 
 #include <QtCore/QCoreApplication>
@@ -34,6 +35,17 @@ TEST_F(ThemeTest, AnInputLeftEmptyIsPaintedRedAndBack) {
   EXPECT_EQ(ground(), QColor(theme::wrongSoft));
   edit->Red(false);
   EXPECT_EQ(ground(), own);
+}
+
+// Too large, and a screen that needs 1024 by 720 no longer fits.
+TEST_F(ThemeTest, TheScaleFollowsTheDisplayAndLeavesRoomForEveryScreen) {
+  const struct {
+    QSize display;
+    double scale;
+  } cases[] = {{{800, 600}, 1.0},   {{1024, 768}, 1.0},  {{1366, 768}, 1.0},
+               {{1920, 1080}, 1.4}, {{2560, 1080}, 1.4}, {{3840, 2160}, 2.8}};
+  for (const auto& [display, scale] : cases)
+    EXPECT_DOUBLE_EQ(scaleFor(display), scale) << display.width() << " by " << display.height();
 }
 
 }  // namespace
