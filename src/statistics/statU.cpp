@@ -98,14 +98,15 @@ void TstatF::FermerClick() {
   Close();
 }
 
+// Neither pane goes on to show another period where the rows of one cannot be read.
 void TstatF::draw() {
   RevenuChart->Clear();
+  DepenseChart->Clear();
   RevenuChart->AddSeries({.title = QStringLiteral("Revenu"),
                           .legend = QStringLiteral("Revenu"),
                           .axisX = QStringLiteral("Jours"),
                           .axisY = QStringLiteral("Solde en DA")},
                          DM->S_01, "sumoftcc", "j");
-  DepenseChart->Clear();
   DepenseChart->AddSeries({.title = QStringLiteral("Dépenses"),
                            .legend = QStringLiteral("Depence"),
                            .axisX = QStringLiteral("Jours"),
