@@ -54,5 +54,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What no library name tells: SVG icons, the icons themselves, the fonts of screens and documents, French words.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, breeze-icon-theme, fonts-liberation, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "cups, fonts-noto-color-emoji")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "postgresql-client")  # `backup` of a store on a server
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)  # what is installed has been built by name
 include(CPack)
