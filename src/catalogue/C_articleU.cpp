@@ -1,6 +1,9 @@
 #include "catalogue/C_articleU.h"
 
 #include "data/DMU.h"
+#include "data/schema/Schema.h"
+#include "data/value/Errors.h"
+#include "data/value/Text.h"
 #include "shell/Entry.h"
 
 namespace tavoline {
@@ -12,8 +15,24 @@ TC_articleF::TC_articleF() : TForm("C_articleF") {
   InsertImage->OnClick = [this] { insertImage(*DBImage1); };
   wireKeyboardPath();
   saves(DM->Article, *this, Enregistrer, {DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1});
+  const auto save = Enregistrer->OnClick;
+  Enregistrer->OnClick = [this, save] {
+    demandSellable();
+    save();
+  };
   givesUp(DM->Article, *this, Fermer, {DBEdit1, DBEdit2, RzDBComboBox1, RzDBLookupComboBox1});
   Ready();
+}
+
+// The lines of orders copy the name into a narrower column: the sale of a longer one would be refused at the
+// counter.
+void TC_articleF::demandSellable() {
+  const int most = schema::table("relation_commande").find("article")->width;
+  const std::size_t letters = characterCount(DBEdit2->Text());
+  if (letters <= std::size_t(most)) return;
+  throw DatasetError("La désignation a " + std::to_string(letters) +
+                     " lettres, et une commande n'en prend que " + std::to_string(most) +
+                     ". Raccourcissez-la, puis enregistrez.");
 }
 
 // DBEdit11 ends the path. The hops into DBEdit1, which is disabled, end in the focus error.

@@ -12,6 +12,7 @@ class TC_articleF : public TForm, public Ui::C_articleF {
 
  private:
   void wireKeyboardPath();
+  void demandSellable();
 };
 
 extern TC_articleF* C_articleF;

@@ -70,6 +70,10 @@ Dataset* TDM::Find(std::string_view name) const {
   return nullptr;
 }
 
+std::string TDM::Advice() const {
+  return store_->advice();
+}
+
 void TDM::Idle() {
   store_->idle();
 }

@@ -27,6 +27,7 @@ class TDM {
       std::string_view name) const;            ///< A partner by name without regard to case; null if absent.
   Dataset* Find(std::string_view name) const;  ///< A dataset by its exact name; null if absent.
   const std::vector<Dataset*>& Datasets() const { return datasets_; }  ///< In the order of opening.
+  std::string Advice() const;  ///< What whoever keeps the store should be told at the start; mostly empty.
   void Idle();         ///< When the user does nothing: lets go of versions and lets the store fold its log.
   void GestureDone();  ///< When a gesture has ended: the same where no quiet moment comes.
   Store& store() const { return *store_; }

@@ -5,6 +5,7 @@
 #include "data/DMU.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 
@@ -18,6 +19,7 @@ Creator makesDataModule() {
   return [] {
     DM = new TDM;
     Forms::BindControls();
+    if (const std::string advice = DM->Advice(); !advice.empty()) ShowMessage(advice);
   };
 }
 

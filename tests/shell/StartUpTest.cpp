@@ -24,6 +24,13 @@ TEST(StartUp, TheMenuIsBoundThoughItIsMadeFirst) {
   EXPECT_EQ(MenuF->DBText1->Caption(), "Premier");
 }
 
+TEST(StartUp, AStoreOfAnOlderVersionIsToldOf) {
+  Workstation at;
+  at.sql("drop table tavoline_ecritures");
+  at.answers({{testing::HasSubstr("tavoline-store upgrade BDD.mdb")}});
+  EXPECT_TRUE(startUp({makesDataModule()}));
+}
+
 TEST(StartUp, StepsAreTakenInOrderUntilOneFails) {
   Workstation at;
   std::string taken;

@@ -71,6 +71,9 @@ class Store {
   virtual void erase(const std::string& table, RowId row) = 0;
   virtual void execute(const sql::Update& resolved, const sql::Parameters& parameters) = 0;
 
+  /// What whoever keeps the store should be told at the start, as a sentence; empty where all is well.
+  virtual std::string advice() const { return {}; }
+
   /// What the store wants of those who hold its versions.
   enum class Relief {
     Newest,  ///< Hold none but the newest one, and that only to show the same rows in it.

@@ -15,6 +15,15 @@ namespace {
 
 constexpr int cacheKilobytes = 64 * 1024;
 constexpr int largestDecodedMegabytes = 512;  // a photograph of 130 megapixels
+// Points that are decoded in well under a second. A photograph is scaled while it is read.
+constexpr qint64 mostPoints = 40'000'000, mostPointsOfPhotograph = 130'000'000;
+
+/// By the head of the file, before anything is decoded.
+bool decodesSoon(QImageReader& reader) {
+  const QSize size = reader.size();
+  const qint64 points = qint64{size.width()} * size.height();
+  return points <= (reader.format() == "jpeg" ? mostPointsOfPhotograph : mostPoints);
+}
 
 struct Decoded {
   SharedBytes bytes;
@@ -30,6 +39,7 @@ QPixmap decode(const Bytes& bytes) {
   QBuffer buffer(&data);
   QImageReader reader(&buffer);
   reader.setAutoTransform(true);
+  if (!decodesSoon(reader)) return {};
   return QPixmap::fromImage(reader.read());
 }
 
@@ -57,6 +67,13 @@ namespace {
               "choisissez un autre fichier.");
 }
 
+[[noreturn]] void refuseLarge(const std::string& path, QSize size) {
+  const std::string name = QFileInfo(QString::fromStdString(path)).fileName().toStdString();
+  throw Error("L'image « " + name + " » est trop grande : " + std::to_string(size.width()) + " × " +
+              std::to_string(size.height()) +
+              " points. L'image n'a pas été changée ; réduisez celle-ci, ou choisissez-en une autre.");
+}
+
 // The decoder fills the missing end of a cut JPEG with grey and says nothing.
 bool whole(const QByteArray& file, const QByteArray& format) {
   return format != "jpeg" || file.lastIndexOf(QByteArrayLiteral("\xff\xd9")) > 0;
@@ -82,6 +99,7 @@ SharedBytes pictureFromFile(const std::string& path) {
   if (!whole(data, format)) refuse(path);
 
   const QSize size = reader.size();
+  if (!decodesSoon(reader)) refuseLarge(path, size);
   const bool large = std::max(size.width(), size.height()) > storedPictureEdge;
   if (large) reader.setScaledSize(size.scaled(storedPictureEdge, storedPictureEdge, Qt::KeepAspectRatio));
   const QImage picture = reader.read();

@@ -2,6 +2,7 @@
 #include "support/StoreCounting.h"
 #include "toolkit/ToolkitFixture.h"
 #include "toolkit/controls/DBGrid.h"
+#include "toolkit/controls/DateEdit.h"
 
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QPointingDevice>
@@ -95,6 +96,30 @@ TEST_F(GridTest, AClickMovesTheDatasetThenTellsTheScreen) {
   station.doubleTapAt(grid->viewport(), place(2, 0));
   EXPECT_THAT(seen, testing::HasSubstr("00003 "));
   EXPECT_THAT(seen, testing::HasSubstr("twice"));
+}
+
+// A box in the midst of that key would leave the cell that is being opened to its own event loop, which frees
+// it.
+TEST_F(GridTest, TheBoxOfALossOfFocusComesAfterTheKeyThatOpensACell) {
+  auto* const date = screen->add<DateEdit>("RzDateTimeEdit1");
+  open();
+  bool inKey = false;
+  std::vector<std::string> told;
+  Messages::current().show = [&](const std::string& text, const std::string&) {
+    EXPECT_FALSE(inKey);
+    told.push_back(text);
+  };
+  date->setFocus();
+  station.type("L'eau");
+  grid->setCurrentIndex(grid->model()->index(0, 1));
+  inKey = true;
+  QTest::keyClick(grid, Qt::Key_X);
+  inKey = false;
+  station.settle();
+  EXPECT_THAT(told, testing::ElementsAre(testing::HasSubstr("L'eau")));
+  const auto* const cell = grid->findChild<QLineEdit*>();
+  ASSERT_TRUE(cell);
+  EXPECT_EQ(cell->text(), "x");
 }
 
 TEST_F(GridTest, CursorKeysMoveTheDatasetAndStayWithinTheRows) {

@@ -43,6 +43,20 @@ class PictureTest : public ToolkitTest {
   DBImage* image;
 };
 
+// A few kilobytes that would take the screen seconds to decode.
+TEST_F(PictureTest, APictureOfFarTooManyPointsIsRefusedByItsHead) {
+  QImage huge(7000, 7000, QImage::Format_Mono);
+  huge.fill(0);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  ASSERT_TRUE(huge.save(&buffer, "PNG"));
+  const QByteArray before = field();
+  EXPECT_THROW(image->LoadFromFile(file("huge.png", bytes)), Error);
+  EXPECT_EQ(field(), before);
+  EXPECT_TRUE(decodedPicture(std::make_shared<const Bytes>(bytes.begin(), bytes.end())).isNull());
+}
+
 TEST_F(PictureTest, PicturesGoIntoTheFieldNoLargerThanNeeded) {
   const struct {
     const char* name;

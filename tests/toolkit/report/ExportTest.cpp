@@ -151,6 +151,22 @@ TEST_F(ExportTest, savedPagesComeBackAsTheyWere) {
   EXPECT_EQ(contents(path("b.pages")), contents(path("a.pages")));
 }
 
+// A name typed long ago is text for whatever program opens the export.
+TEST_F(ExportTest, whatASpreadsheetWouldRunIsGuarded) {
+  Document document = sampleDocument(1);
+  for (const auto& [word, csv, html] : {std::tuple("=cmd|'/C calc'!A0", "'=cmd|'/C calc'!A0", "&#8203;=cmd|"),
+                                        {"@SUM(A1)", "'@SUM(A1)", "&#8203;@SUM"},
+                                        {"-12,5", "-12,5", ">-12,5<"},
+                                        {"a\x1B\u202Eb", "a\uFFFD\uFFFDb", ">a\uFFFD\uFFFDb<"}}) {
+    document.setText(0, 0, word);
+    ASSERT_TRUE(exportDocument(document, path("g.csv")) && exportDocument(document, path("g.html")));
+    const std::string records = contents(path("g.csv")).toStdString();
+    EXPECT_THAT(records, testing::HasSubstr(csv));
+    EXPECT_EQ(records.find("'-12"), records.npos);
+    EXPECT_THAT(contents(path("g.html")).toStdString(), testing::HasSubstr(html));
+  }
+}
+
 TEST_F(ExportTest, foreignAndDamagedPageFilesAreRefused) {
   ASSERT_TRUE(savePages(sampleDocument(3), path("a.pages")));
   const QByteArray good = contents(path("a.pages"));
@@ -169,6 +185,7 @@ TEST_F(ExportTest, foreignAndDamagedPageFilesAreRefused) {
       {"a text too few", QByteArray(good).replace("<Text>ligne 1</Text>", ""), "abîmé"},
       {"no pages", good.left(good.indexOf("<Page>")) + "</TavolinePages>", "abîmé"},
       {"no template", QByteArray(good).replace("TfrxReport ", "TfrxRapport "), "abîmé"},
+      {"a paper of nine metres", QByteArray(good).replace("PaperHeight=\"", "PaperHeight=\"9"), "abîmé"},
       {"a paper of no size", QByteArray(good).replace("<Setup ", "<Setup TopMargin=\"x\" "), "abîmé"},
   };
   for (const auto& file : files) {

@@ -5,6 +5,7 @@
 #include "data/store/Writes.h"
 #include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
+#include "data/store/sqlite/Lineage.h"
 #include "data/value/Errors.h"
 #include "data/value/Text.h"
 
@@ -113,6 +114,15 @@ std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& writ
     written_[foldName(table.name)] += rows;
   }
   return rows;
+}
+
+std::string SqliteStore::advice() const {
+  if (keepsCounts_ && hasIdentity(*writer_)) return {};
+  return "« " + writer_->name() +
+         " » vient d'une version plus ancienne du programme : on peut travailler, mais plus lentement. "
+         "Mettez-la à "
+         "jour une fois par « tavoline-store upgrade " +
+         writer_->name() + " », qui en fait d'abord une copie.";
 }
 
 RowId SqliteStore::insert(const std::string& tableName, const FieldValues& fields) {

@@ -30,6 +30,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
   void relieveBy(std::weak_ptr<const Reliever> reliever) override { reliever_ = std::move(reliever); }
+  std::string advice() const override;
   void idle() override;
   void pause() override;
 
