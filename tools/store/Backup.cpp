@@ -44,7 +44,7 @@ void copyStore(const Location& from, const std::string& temporary, const std::st
 }
 
 Location storeAt(const std::string& path) {
-  const Location file = locate(path);
+  Location file = locate(path);
   sqlite::requireOwn(file);
   sqlite::requireOwnLog(file);
   return file;

@@ -41,6 +41,15 @@ constexpr std::string_view kLogs[] = {"-wal", "-journal"};
   throw StoreError("« " + path + " » existe déjà et n'a pas été touché. Choisissez un autre nom.");
 }
 
+[[noreturn]] void refuseBeside(const std::string& log, const std::string& path) {
+  throw StoreError(
+      "« " + log + " » est resté d'une base qui portait le nom « " + path +
+      " » : ses dernières écritures s'y trouvent, et elles abîmeraient celle qui viendrait à sa "
+      "place. Rien n'a été fait. Remettez cette base sous son nom, ou remettez une sauvegarde par "
+      "« tavoline-store restore SAUVEGARDE " +
+      path + " », qui met tout de côté ; ou choisissez un autre nom.");
+}
+
 std::string absolute(const std::string& path) {
   return fs::absolute(path).string();
 }
@@ -83,7 +92,7 @@ class Passing {
   static std::string make(const std::string& path, Kind kind) {
     const std::string start = absolute(path) + std::string(kPassing) + std::to_string(::getpid());
     for (int attempt = 0;; ++attempt) {
-      const std::string name = attempt ? start + '.' + std::to_string(attempt) : start;
+      std::string name = attempt ? start + '.' + std::to_string(attempt) : start;
       if (makeNew(name, kind)) return name;
       if (errno != EEXIST || attempt == 99) raiseSystem(path);
     }
@@ -204,13 +213,7 @@ void requireFree(const std::string& path) {
   if (stands(path)) refuseTaken(path);
   for (const std::string_view suffix : kLogs) {
     const std::string log = path + std::string(suffix);
-    if (!stands(log)) continue;
-    throw StoreError(
-        "« " + log + " » est resté d'une base qui portait le nom « " + path +
-        " » : ses dernières écritures s'y trouvent, et elles abîmeraient celle qui viendrait à sa "
-        "place. Rien n'a été fait. Remettez cette base sous son nom, ou remettez une sauvegarde par "
-        "« tavoline-store restore SAUVEGARDE " +
-        path + " », qui met tout de côté ; ou choisissez un autre nom.");
+    if (stands(log)) refuseBeside(log, path);
   }
 }
 
