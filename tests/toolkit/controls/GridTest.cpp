@@ -102,6 +102,7 @@ TEST_F(GridTest, AClickMovesTheDatasetThenTellsTheScreen) {
 // it.
 TEST_F(GridTest, TheBoxOfALossOfFocusComesAfterTheKeyThatOpensACell) {
   auto* const date = screen->add<DateEdit>("RzDateTimeEdit1");
+  grid->setReadOnly(false);
   open();
   bool inKey = false;
   std::vector<std::string> told;
