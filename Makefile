@@ -72,9 +72,9 @@ install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
 
 uninstall:  ## Remove what `make install` put there
 	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest.txt | xargs -r -d "\n" rm -fv
-	@rmdir -p --ignore-fail-on-non-empty $(DESTDIR)$(PREFIX)/share/tavoline/* $(DESTDIR)$(PREFIX)/share/doc/tavoline
+	@find $(DESTDIR)$(PREFIX)/share/tavoline $(DESTDIR)$(PREFIX)/share/doc/tavoline* -depth -type d -empty -delete
 
-package:  ## Make the Debian package
+package:  ## Make the Debian packages, of the program and of the tool alone
 	@scripts/install-packages build run package
 	@$(MAKE) -s build
 	@cd $(BUILD) && cpack -G DEB >cpack.log || { cat cpack.log; exit 1; }; ls $(PWD)/$(BUILD)/*.deb
