@@ -1,3 +1,4 @@
+#include <QtGui/QAccessible>
 #include <QtTest/QTest>
 #include <QtWidgets/QtWidgets>
 
@@ -55,6 +56,35 @@ TEST_F(WalkTest, AFingerCanHitWhatIsToBeTouchedAndPicturesSayWhatTheyDo) {
       }
     }
   });
+}
+
+// By the interface that screen readers use: what is worked with has a role that says how, and a name in
+// words.
+TEST_F(WalkTest, AScreenReaderCanSayEveryControl) {
+  static const QRegularExpression word(QStringLiteral("[\\p{L}\\p{N}]"));
+  int told = 0;
+  onEach([&](const TForm& form, const std::string& name) {
+    for (QWidget* control : visible(&form)) {
+      const QWidget* around = control->parentWidget();
+      const bool part =
+          qobject_cast<const QComboBox*>(around) || qobject_cast<const QAbstractSpinBox*>(around);
+      const bool worked =
+          qobject_cast<const QAbstractButton*>(control) || (control->focusPolicy() & Qt::TabFocus);
+      if (!worked || part || control->focusProxy() || control->inherits("QTableCornerButton")) continue;
+      if (qobject_cast<const QAbstractScrollArea*>(around)) continue;  // its viewport
+      SCOPED_TRACE(name + "." + control->objectName().toStdString() + " " +
+                   control->metaObject()->className());
+      QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(control);
+      ASSERT_TRUE(reader);
+      const QString says = reader->text(QAccessible::Name);
+      EXPECT_TRUE(says.contains(word)) << "it says nothing: " << says.toStdString();
+      const bool pane = qobject_cast<const QAbstractScrollArea*>(control);  // what is in it is walked
+      EXPECT_TRUE(pane || (reader->role() != QAccessible::NoRole && reader->role() != QAccessible::Client))
+          << "nobody can tell what it is";
+      ++told;
+    }
+  });
+  EXPECT_GE(told, 400);
 }
 
 // Tab leads through every control that takes it. A docked screen shares the round with the menu.

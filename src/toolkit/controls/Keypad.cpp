@@ -14,26 +14,27 @@ struct Key {
   const char* caption;
   int code;
   int row, column, rows = 1, columns = 1;
+  const char* said = "";  // what a screen reader says for it; otherwise the caption
 };
 
 constexpr Key keys[] = {
-    {"Back", Qt::Key_Backspace, 0, 0},
-    {"/", Qt::Key_Slash, 0, 1},
-    {"*", Qt::Key_Asterisk, 0, 2},
-    {"-", Qt::Key_Minus, 0, 3},
+    {"Back", Qt::Key_Backspace, 0, 0, 1, 1, "Effacer"},
+    {"/", Qt::Key_Slash, 0, 1, 1, 1, "Divisé par"},
+    {"*", Qt::Key_Asterisk, 0, 2, 1, 1, "Fois"},
+    {"-", Qt::Key_Minus, 0, 3, 1, 1, "Moins"},
     {"7", Qt::Key_7, 1, 0},
     {"8", Qt::Key_8, 1, 1},
     {"9", Qt::Key_9, 1, 2},
-    {"+", Qt::Key_Plus, 1, 3, 2},
+    {"+", Qt::Key_Plus, 1, 3, 2, 1, "Plus"},
     {"4", Qt::Key_4, 2, 0},
     {"5", Qt::Key_5, 2, 1},
     {"6", Qt::Key_6, 2, 2},
     {"1", Qt::Key_1, 3, 0},
     {"2", Qt::Key_2, 3, 1},
     {"3", Qt::Key_3, 3, 2},
-    {"Enter", Qt::Key_Return, 3, 3, 2},
+    {"Enter", Qt::Key_Return, 3, 3, 2, 1, "Entrée"},
     {"0", Qt::Key_0, 4, 0, 1, 2},
-    {".", Qt::Key_Period, 4, 2},
+    {".", Qt::Key_Period, 4, 2, 1, 1, "Virgule"},
 };
 
 QString textOf(const Key& key) {
@@ -61,6 +62,7 @@ Keypad::Keypad(QWidget* parent) : QWidget(parent) {
   for (const Key& key : keys) {
     auto* button = new QPushButton(QString::fromUtf8(key.caption), this);
     button->setObjectName(QStringLiteral("key") + QString::fromUtf8(key.caption));
+    button->setAccessibleName(QString::fromUtf8(key.said));
     button->setFocusPolicy(Qt::NoFocus);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     button->setAutoRepeat(key.code == Qt::Key_Backspace);

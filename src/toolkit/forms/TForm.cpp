@@ -17,6 +17,7 @@
 #include "toolkit/forms/Docking.h"
 #include "toolkit/forms/Forms.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Names.h"
 #include "toolkit/forms/Taps.h"
 
 namespace tavoline {
@@ -51,6 +52,7 @@ TForm::~TForm() {
 }
 
 void TForm::Ready() {
+  nameControls(*this);
   if (DM) BindControls();
 }
 

@@ -8,6 +8,7 @@
 #include <QtWidgets/QToolButton>
 
 #include "toolkit/forms/Guard.h"
+#include "toolkit/forms/Names.h"
 #include "toolkit/report/preview/Outline.h"
 #include "toolkit/report/preview/PageView.h"
 #include "ui_PreviewU.h"
@@ -156,6 +157,10 @@ void PreviewPanel::wireNavigator() {
   connect(ui_->OutlineList, &QListView::activated, this,
           [go](const QModelIndex& index) { go(static_cast<std::size_t>(index.row())); });
   pages().OnScrolled = [this] { updateState(); };
+  if (auto* rest = ui_->Tools->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button")))
+    rest->setToolTip(ui_->MoreTools->toolTip());
+  ui_->Pages->setAccessibleName(QStringLiteral("Pages du document"));
+  nameControls(*this);
 }
 
 void PreviewPanel::offer(unsigned buttons) {
