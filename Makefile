@@ -68,15 +68,16 @@ torture:  ## Kill a workstation a thousand times (RUNS=...), on a sound disk and
 	@TAVOLINE_TORTURE_RUNS=$(or $(RUNS),1000) $(BUILD)/bin/torture_test
 
 install: build  ## Install under PREFIX (/usr/local), below DESTDIR if set
-	@DESTDIR=$(DESTDIR) cmake --install $(BUILD) --prefix $(PREFIX)
+	@DESTDIR=$(DESTDIR) cmake --install $(BUILD) --prefix $(PREFIX) --component till
 
 uninstall:  ## Remove what `make install` put there
-	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest.txt | xargs -r -d "\n" rm -fv
+	@sed "s|^|$(DESTDIR)|" $(BUILD)/install_manifest_till.txt | xargs -r -d "\n" rm -fv
 	@find $(DESTDIR)$(PREFIX)/share/tavoline $(DESTDIR)$(PREFIX)/share/doc/tavoline* -depth -type d -empty -delete
 
 package:  ## Make the Debian packages, of the program and of the tool alone
 	@scripts/install-packages build run package
 	@$(MAKE) -s build
+	@cmake --build --preset $(PRESET) --target tavoline-store-alone
 	@cd $(BUILD) && cpack -G DEB >cpack.log || { cat cpack.log; exit 1; }; ls $(PWD)/$(BUILD)/*.deb
 
 clean:  ## Remove everything built; the demo store stays

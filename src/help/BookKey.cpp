@@ -3,7 +3,6 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenuBar>
-#include <string_view>
 #include <utility>
 
 #include "help/Book.h"

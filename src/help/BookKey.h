@@ -2,6 +2,7 @@
 
 #include <QtCore/QObject>
 #include <memory>
+#include <string_view>
 
 class QMenuBar;
 
