@@ -168,10 +168,10 @@ QByteArray element(const Document& document, const Item& item, const QByteArray&
 }
 
 QByteArray csvField(const std::string& text) {
-  const QByteArray words = (beginsFormula(text) ? "'" : "") + readable(text).toUtf8();
+  QByteArray words = (beginsFormula(text) ? "'" : "") + readable(text).toUtf8();
   if (words.indexOf(';') < 0 && words.indexOf('"') < 0 && words.indexOf('\n') < 0 && words.indexOf('\r') < 0)
     return words;
-  return "\"" + QByteArray(words).replace("\"", "\"\"") + "\"";
+  return "\"" + words.replace("\"", "\"\"") + "\"";
 }
 
 // Where a word begins on a line of characters, so that what is aligned on paper is aligned in the text.
