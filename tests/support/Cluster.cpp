@@ -96,6 +96,7 @@ pid_t Cluster::launch(const std::vector<std::string>& words) const {
   const User user = serverUser();
   const std::string program = (kPrograms / words.front()).string(), log = (folder() / "log").string();
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   const pid_t parent = ::getpid();
