@@ -54,9 +54,10 @@ int freePort() {
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  ::bind(socket, reinterpret_cast<const sockaddr*>(&address), size);
+  const bool bound = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), size) == 0;
   ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
   ::close(socket);
+  if (!bound) throw std::runtime_error("no port for the server");
   return ntohs(address.sin_port);
 }
 
