@@ -205,7 +205,7 @@ QString proposedName(const Document& document, const QString& suffix) {
 QString quickExport(const Document& document, const Progress& progress) {
   if (!QDir::current().mkpath(kFolder)) fail(QDir::current().filePath(kFolder), {});
   const QDir folder(QDir::current().filePath(kFolder));
-  const QString path = takeName(folder, proposedName(document, "pdf"));
+  QString path = takeName(folder, proposedName(document, "pdf"));
   try {
     if (exportDocument(document, path, progress)) return path;
   } catch (...) {
