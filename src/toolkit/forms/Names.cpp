@@ -44,14 +44,14 @@ QString besideInGrid(const QGridLayout& grid, int index) {
   int row = 0, column = 0, rows = 0, columns = 0;
   grid.getItemPosition(index, &row, &column, &rows, &columns);
   for (int left = column - 1; left >= 0; --left) {
-    if (const QString words = wordsOf(grid.itemAtPosition(row, left)); !words.isEmpty()) return words;
+    if (QString words = wordsOf(grid.itemAtPosition(row, left)); !words.isEmpty()) return words;
   }
   return row > 0 ? wordsOf(grid.itemAtPosition(row - 1, column)) : QString();
 }
 
 QString beforeInLine(const QLayout& line, int index) {
   for (int at = index - 1; at >= 0; --at) {
-    if (const QString words = wordsOf(line.itemAt(at)); !words.isEmpty()) return words;
+    if (QString words = wordsOf(line.itemAt(at)); !words.isEmpty()) return words;
   }
   return {};
 }
