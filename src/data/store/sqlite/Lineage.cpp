@@ -1,5 +1,6 @@
 #include "data/store/sqlite/Lineage.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -21,7 +22,7 @@ namespace {
 
 using CountsPage = std::map<std::string, std::int64_t, std::less<>>;
 
-constexpr char indexLeaf = 0x0A;
+constexpr char indexLeaf = 0x0A, tableLeaf = 0x0D;
 constexpr std::size_t cookieAt = 40;  // in the first page: counts the changes of the definitions
 
 /// Steps through the bytes of a page; what stands behind its end reads as zero.
@@ -90,6 +91,7 @@ std::optional<CountsPage> countsIn(std::string_view page) {
 struct LogContent {
   std::uint32_t countsPage = 0;  // 0 where no frame shows it
   CountsPage first, last;
+  std::set<std::uint32_t> leaves;  // with rows of tables, up to the first transaction that shows the counts
   std::optional<std::uint32_t> cookie;  // as the first of its transactions left it that tells
   std::set<std::uint32_t> pages;
   std::uint32_t pagesAfter = 0, pageSize = 0;
@@ -105,6 +107,7 @@ std::optional<LogContent> contentOf(const std::string& path) {
   std::uint32_t countsPage = 0;
   while (log.next()) {
     pages.push_back(log.page());
+    if (!content.countsPage && log.bytes()[0] == tableLeaf) content.leaves.insert(log.page());
     if (log.page() == 1) cookie = static_cast<std::uint32_t>(Bytes(log.bytes(), cookieAt).number(4));
     if (auto found = countsIn(log.bytes()); found && found->contains(schema::kIdentityRow)) {
       counts = std::move(found);
@@ -129,27 +132,34 @@ std::int64_t countIn(const CountsPage& counts, std::string_view name) {
 }
 
 /// A file stands where the log begins, or, as far as it was folded, between there and its end. A transaction
-/// of the program writes to one table.
+/// of the program writes to one table; one of another program may write to several, and then shows a page of
+/// each.
 bool follows(const CountsPage& file, const LogContent& log) {
-  int behind = 0;
+  std::size_t behind = 0;
   for (const auto& [name, last] : log.last) {
     if (name == schema::kIdentityRow) continue;
     if (countIn(file, name) > last) return false;
     if (countIn(file, name) < countIn(log.first, name)) ++behind;
   }
-  return behind <= 1;
+  return behind <= std::max<std::size_t>(1, log.leaves.size());
 }
 
 std::string pageOf(const Location& file, std::uint32_t page, std::uint32_t size) {
   return bytesAt(file.path, std::uint64_t{page - 1} * size, size).value_or("");
 }
 
-bool belongs(const Location& file, const LogContent& log) {
+/// Whether each page behind the end of the file stands in the log. One that a transaction took and gave back
+/// is in neither, so this is asked only of logs that tell no more.
+bool holdsNewPages(const Location& file, const LogContent& log) {
   std::error_code error;
   const std::uint64_t pages = std::filesystem::file_size(file.path, error) / log.pageSize;
   for (std::uint64_t page = pages + 1; page <= log.pagesAfter; ++page)
     if (!log.pages.contains(static_cast<std::uint32_t>(page))) return false;
-  if (!log.countsPage) return true;
+  return true;
+}
+
+bool belongs(const Location& file, const LogContent& log) {
+  if (!log.countsPage) return holdsNewPages(file, log);
   const auto counts = countsIn(pageOf(file, log.countsPage, log.pageSize));
   // The counts may be younger than the file only where the log itself brings their definition.
   if (!counts) return log.cookie && *log.cookie != Bytes(pageOf(file, 1, log.pageSize), cookieAt).number(4);
