@@ -237,7 +237,7 @@ std::string replaceFile(const std::string& path, const Build& build, const Acces
   const bool any = stands(path) || std::ranges::any_of(kBeside, [&](std::string_view suffix) {
                      return stands(path + std::string(suffix));
                    });
-  const std::string aside =
+  std::string aside =
       any ? besideAt(Clock::now(), path, "remplacee", fs::path(path).extension().string()) : std::string();
   // The file first: without it its log does no harm, and it without its log would lack the latest writes.
   if (stands(path)) giveName(path, aside);

@@ -48,8 +48,8 @@ ChartRows readChartRows(Dataset& rows, std::string_view valueField, std::string_
   constexpr std::size_t batch = 64;  // rows, between two looks at the clock
   const std::size_t value = columnOf(rows, valueField), label = columnOf(rows, labelField);
   ChartRows result;
-  for (std::size_t done = 0; !rows.CountOn(batch);)
-    if (progress && !progress(done += batch, 0)) return result;
+  for (std::size_t done = batch; !rows.CountOn(batch); done += batch)
+    if (progress && !progress(done, 0)) return result;
   const std::size_t count = rows.RecordCount();
   result.labels.reserve(count);
   result.values.reserve(count);

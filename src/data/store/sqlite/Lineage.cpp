@@ -61,10 +61,9 @@ class Bytes {
 };
 
 std::optional<std::int64_t> wholeNumber(Bytes& bytes, std::uint64_t kind) {
-  constexpr std::size_t sizes[] = {0, 1, 2, 3, 4, 6, 8};
   if (kind == 8 || kind == 9) return kind - 8;
   if (kind == 0 || kind > 6) return std::nullopt;
-  const std::size_t size = sizes[kind];
+  const std::uint64_t size = kind <= 4 ? kind : kind == 5 ? 6 : 8;
   const unsigned spare = static_cast<unsigned>(64 - 8 * size);
   return static_cast<std::int64_t>(bytes.number(size) << spare) >> spare;
 }
