@@ -37,7 +37,7 @@ TEST_F(Creation, APasswordIsAskedTwiceOrReadOrMadeAndNeverSeen) {
   };
   std::vector<std::string> answers = {"4711", "4711", "4711", "4712"};
   const AskSecret answered = [&](const std::string&) {
-    const std::string answer = answers.front();
+    std::string answer = answers.front();
     answers.erase(answers.begin());
     return answer;
   };
