@@ -61,7 +61,7 @@ TEST_F(AllScreens, AFingerRaisesTheLettersAndAMouseDoesNot) {
   auto* input = form->findChild<QLineEdit*>(QStringLiteral("RzDBEdit2"));
   at.tap(input);
   EXPECT_FALSE(raiser.board());
-  QPointingDevice* finger = QTest::createTouchDevice();
+  static QPointingDevice* const finger = QTest::createTouchDevice();
   QTest::touchEvent(input, finger).press(0, input->rect().center(), input);
   QTest::touchEvent(input, finger).release(0, input->rect().center(), input);
   ASSERT_TRUE(raiser.board());
