@@ -22,7 +22,6 @@ class LogFile {
   std::uint32_t pageSize() const { return pageSize_; }
 
  private:
-  std::uint32_t word(const char* at) const;
   void sum(const char* bytes, std::size_t count);
 
   std::ifstream file_;
