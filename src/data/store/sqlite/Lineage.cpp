@@ -96,6 +96,12 @@ struct LogContent {
   std::uint32_t pagesAfter = 0, pageSize = 0;
 };
 
+std::optional<CountsPage> storeCountsIn(const std::string& page) {
+  auto counts = countsIn(page);
+  if (counts && !counts->contains(schema::kIdentityRow)) counts.reset();
+  return counts;
+}
+
 /// What the whole transactions of a log hold; nothing if there is none that would be played.
 std::optional<LogContent> contentOf(const std::string& path) {
   LogFile log(path);
@@ -104,25 +110,54 @@ std::optional<LogContent> contentOf(const std::string& path) {
   std::optional<std::uint32_t> cookie;
   std::optional<CountsPage> counts;
   std::uint32_t countsPage = 0;
-  while (log.next()) {
-    pages.push_back(log.page());
-    if (!content.countsPage && log.bytes()[0] == tableLeaf) content.leaves.insert(log.page());
-    if (log.page() == 1) cookie = static_cast<std::uint32_t>(Bytes(log.bytes(), cookieAt).number(4));
-    if (auto found = countsIn(log.bytes()); found && found->contains(schema::kIdentityRow)) {
-      counts = std::move(found);
-      countsPage = log.page();
-    }
-    if (log.pagesAfter() == 0) continue;
+  std::size_t number = 0;
+  for (; const auto frame = log.next(); ++number) {
+    pages.push_back(frame->page);
+    if (!content.countsPage && frame->kind == tableLeaf) content.leaves.insert(frame->page);
+    if (frame->page == 1) cookie = static_cast<std::uint32_t>(Bytes(log.bytes(number), cookieAt).number(4));
+    if (frame->kind == indexLeaf)
+      if (auto found = storeCountsIn(log.bytes(number))) counts = std::move(found), countsPage = frame->page;
+    if (frame->pagesAfter == 0) continue;
     content.pages.insert(pages.begin(), pages.end());
     pages.clear();
     if (!content.cookie) content.cookie = cookie;
     if (counts && !content.countsPage) content.first = *counts;
     if (counts) content.last = *std::exchange(counts, std::nullopt), content.countsPage = countsPage;
-    content.pagesAfter = log.pagesAfter();
+    content.pagesAfter = frame->pagesAfter;
     content.pageSize = log.pageSize();
   }
   if (content.pagesAfter == 0) return std::nullopt;
   return content;
+}
+
+/// The counts that the first and the last transactions of a log left, without a look at what lies between,
+/// nor whether the last came whole to the disk; nothing if they do not tell.
+std::optional<LogContent> endsOf(const std::string& path) {
+  LogFile log(path);
+  LogContent ends;
+  ends.pageSize = log.pageSize();
+  std::uint32_t countsPage = 0;
+  for (std::size_t number = 0; !ends.countsPage; ++number) {
+    const auto frame = log.frame(number);
+    if (!frame) return std::nullopt;
+    if (frame->kind == tableLeaf) ends.leaves.insert(frame->page);
+    if (frame->kind == indexLeaf)
+      if (auto found = storeCountsIn(log.bytes(number)))
+        ends.first = std::move(*found), countsPage = frame->page;
+    if (frame->pagesAfter != 0) ends.countsPage = countsPage;
+  }
+  bool whole = false;
+  for (std::size_t number = log.frames(); number-- > 0;) {
+    const auto frame = log.frame(number);
+    if (!frame) return std::nullopt;
+    whole = whole || frame->pagesAfter != 0;
+    if (!whole || frame->page != ends.countsPage) continue;
+    auto last = storeCountsIn(log.bytes(number));
+    if (!last) return std::nullopt;
+    ends.last = std::move(*last);
+    return ends;
+  }
+  return std::nullopt;
 }
 
 std::int64_t countIn(const CountsPage& counts, std::string_view name) {
@@ -193,6 +228,9 @@ void requireOwnLog(const Location& file) {
   const std::string log = file.path + "-wal";
   // Whoever works on the store by now has its log.
   if (!std::filesystem::exists(log) || !holdersOf(file.path).empty()) return;
+  // To read the whole log takes as long as half a start. Only what has to be refused is worth it: a torn end
+  // must not be what refuses a good store.
+  if (const auto ends = endsOf(log); ends && belongs(file, *ends)) return;
   const auto content = contentOf(log);
   if (!content || belongs(file, *content)) return;
   throw StoreError("« " + file.name + " » n'est pas le fichier auquel appartient le journal « " + file.name +

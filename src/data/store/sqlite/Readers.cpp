@@ -5,7 +5,7 @@ namespace tavoline::sqlite {
 namespace {
 
 // A tap reads two or three versions, one after another.
-constexpr std::size_t keptReaders = 3;
+constexpr std::size_t keptReaders = 4;
 
 }  // namespace
 
