@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "data/value/Value.h"
 
@@ -10,7 +11,7 @@ namespace tavoline::sql {
 class Dialect {
  public:
   virtual ~Dialect() = default;
-  virtual std::string quotedName(std::string_view name) const = 0;
+  static std::string quotedName(std::string_view name);           ///< The same in every engine.
   virtual std::string placeholder(std::size_t number) const = 0;  ///< Numbers start at 1.
   /// `x` between `a` and `b` in either order, no row if one of them is missing. A placeholder may come twice.
   virtual std::string between(const std::string& x, const std::string& a, const std::string& b) const = 0;

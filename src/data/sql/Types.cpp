@@ -155,6 +155,13 @@ std::optional<FieldType> typeOf(const Expr& expr) {
   return std::nullopt;
 }
 
+std::vector<FieldType> typesOf(const Select& select) {
+  std::vector<FieldType> types;
+  types.reserve(select.items.size());
+  for (const Item& item : select.items) types.push_back(item.type);
+  return types;
+}
+
 bool isCondition(const Expr& expr) {
   if (const auto* operation = std::get_if<Binary>(&expr.node)) return !isArithmetic(operation->op);
   return std::holds_alternative<Not>(expr.node) || std::holds_alternative<IsNull>(expr.node) ||

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "data/sql/Ast.h"
 
@@ -11,6 +12,9 @@ namespace tavoline::sql {
 /// What a value expression gives; nothing for a condition and for a parameter that is compared with no
 /// column.
 std::optional<FieldType> typeOf(const Expr& expr);
+
+/// Of the columns that a resolved statement gives.
+std::vector<FieldType> typesOf(const Select& select);
 
 /// True for what is true or false, as against what gives a value.
 bool isCondition(const Expr& expr);

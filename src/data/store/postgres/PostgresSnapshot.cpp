@@ -6,7 +6,6 @@
 #include "data/store/postgres/PostgresRows.h"
 #include "data/store/postgres/PostgresStore.h"
 #include "data/value/Errors.h"
-#include "data/value/Text.h"
 
 namespace tavoline::postgres {
 
@@ -14,13 +13,6 @@ namespace {
 
 constexpr std::int64_t firstRows = 200;
 constexpr std::int64_t wholeRows = 2000;  // are taken in one answer where the statement stops there
-
-std::vector<FieldType> typesOf(const sql::Select& select) {
-  std::vector<FieldType> types;
-  types.reserve(select.items.size());
-  for (const sql::Item& item : select.items) types.push_back(item.type);
-  return types;
-}
 
 bool givesOneRow(const sql::Select& select) {
   if (!select.groupBy.empty()) return false;
@@ -53,9 +45,10 @@ std::unique_ptr<Rows> PostgresSnapshot::query(const sql::Select& select,
   if (whole || !select.limit) {
     Answer first = std::move(ask({{std::move(text), written.values}}).front());
     const bool all = whole || first.rows() < firstRows;
-    return std::make_unique<PostgresRows>(pin_, std::move(first), std::move(written), typesOf(select), all);
+    return std::make_unique<PostgresRows>(pin_, std::move(first), std::move(written), sql::typesOf(select),
+                                          all);
   }
-  return std::make_unique<PostgresRows>(pin_, Answer(), std::move(written), typesOf(select), false);
+  return std::make_unique<PostgresRows>(pin_, Answer(), std::move(written), sql::typesOf(select), false);
 }
 
 // A statement that turns out to be more than a little work is stopped, and the transaction goes on as before
@@ -83,7 +76,7 @@ std::optional<ValueRows> PostgresSnapshot::queryLittle(const sql::Select& select
   }
   const Answer& answer = answers[2];
   if (answer.rows() > static_cast<int>(rows)) return std::nullopt;
-  const std::vector<FieldType> types = typesOf(select);
+  const std::vector<FieldType> types = sql::typesOf(select);
   ValueRows found(static_cast<std::size_t>(answer.rows()));
   for (int row = 0; row < answer.rows(); ++row)
     for (std::size_t i = 0; i < types.size(); ++i)
@@ -100,8 +93,7 @@ bool PostgresSnapshot::latest() const {
 }
 
 std::int64_t PostgresSnapshot::changes(const std::string& table) const {
-  const auto count = counts_.find(foldName(table));
-  return count == counts_.end() ? 0 : count->second;  // counted from its first write
+  return countOf(counts_, table);
 }
 
 }  // namespace tavoline::postgres

@@ -13,8 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Of which the newest, and those that a gesture under way has still to read.
-constexpr std::size_t heldVersions = 3;
 // A transaction that stays keeps the server from clearing away what was overwritten since.
 constexpr auto oldestVersion = 60s;
 
@@ -53,9 +51,9 @@ std::shared_ptr<const Snapshot> PostgresStore::snapshot() {
     return live;
   };
   if (auto live = shared()) return live;
-  if (readers_->pins().size() > heldVersions && !relieving_) {
+  if (readers_->pins().size() > kHeldVersions && !relieving_.underWay()) {
     pin.reset();
-    relieve(Relief::Newest);
+    relieving_.ask(Relief::Newest);
     pin = newPin();
     if (auto live = shared()) return live;
   }
@@ -98,21 +96,13 @@ void PostgresStore::execute(const sql::Update& resolved, const sql::Parameters& 
   write(tableNamed(resolved.table), sql::write(resolved, parameters, engine()));
 }
 
-void PostgresStore::relieve(Relief relief) {
-  const auto reliever = reliever_.lock();
-  if (!reliever || relieving_) return;
-  relieving_ = true;
-  (*reliever)(relief);
-  relieving_ = false;
-}
-
 // Whoever holds the newest version goes on in a young transaction; older versions are let go of. A server
 // that could not be reached is left to the next gesture: to wait for it here would hold up the screen.
 void PostgresStore::renew() {
   if (readers_->pins().empty() || !server_->reachable) return;
   try {
     const auto newest = snapshot();
-    if (readers_->pins().size() > 1 || newest.use_count() == 1) relieve(Relief::Newest);
+    if (readers_->pins().size() > 1 || newest.use_count() == 1) relieving_.ask(Relief::Newest);
   } catch (const StoreError&) {
   }
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "data/sql/Writer.h"
+#include "data/store/Relieving.h"
 #include "data/store/Store.h"
 #include "data/store/postgres/PostgresSnapshot.h"
 #include "data/store/postgres/Readers.h"
@@ -25,7 +26,7 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   void update(const std::string& table, RowId row, const FieldValues& fields) override;
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
-  void relieveBy(std::weak_ptr<const Reliever> reliever) override { reliever_ = std::move(reliever); }
+  void relieveBy(std::weak_ptr<const Reliever> reliever) override { relieving_.by(std::move(reliever)); }
   void idle() override;
   void pause() override;
 
@@ -37,7 +38,6 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   Connection& writer() const;
   Answer write(const TableInfo& table, const sql::Written& written);
   const TableInfo& tableNamed(const std::string& name) const;
-  void relieve(Relief relief);
   void renew();
 
   std::shared_ptr<Server> server_;
@@ -45,8 +45,7 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   std::shared_ptr<Readers> readers_;
   mutable std::shared_ptr<const Catalog> catalog_;
   std::weak_ptr<PostgresSnapshot> current_;
-  std::weak_ptr<const Reliever> reliever_;
-  bool relieving_ = false;
+  Relieving relieving_;
 };
 
 }  // namespace tavoline::postgres

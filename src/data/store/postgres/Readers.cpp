@@ -2,26 +2,15 @@
 
 namespace tavoline::postgres {
 
-namespace {
-
-// A tap reads two or three versions, one after another.
-constexpr std::size_t keptConnections = 3;
-
-}  // namespace
-
 // Gives nothing where none rests that is alive.
 std::unique_ptr<Connection> Readers::take() {
-  while (!resting_.empty()) {
-    // The one that came last has its statements warm.
-    std::unique_ptr<Connection> connection = std::move(resting_.back());
-    resting_.pop_back();
-    if (connection->alive()) return connection;
-  }
-  return nullptr;
+  auto connection = takeResting();
+  while (connection && !connection->alive()) connection = takeResting();
+  return connection;
 }
 
 void Readers::giveBack(std::unique_ptr<Connection> connection) noexcept {
-  if (connections() < keptConnections && !connection->failed()) resting_.push_back(std::move(connection));
+  if (!connection->failed()) ReaderPool::giveBack(std::move(connection));
 }
 
 Pin::Pin(std::shared_ptr<Readers> readers) : readers_(std::move(readers)), connection_(readers_->take()) {

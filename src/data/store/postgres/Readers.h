@@ -2,10 +2,10 @@
 
 #include <chrono>
 #include <memory>
-#include <set>
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "data/store/ReaderPool.h"
 #include "data/store/postgres/CatalogReader.h"
 #include "data/store/postgres/Connection.h"
 
@@ -13,13 +13,9 @@ namespace tavoline::postgres {
 
 class Pin;
 
-/// Reading connections that rest between two versions, with their prepared statements.
-class Readers {
+class Readers : public ReaderPool<Connection, Pin> {
  public:
   explicit Readers(std::shared_ptr<Server> server) : server_(std::move(server)) {}
-
-  const std::set<const Pin*>& pins() const { return pins_; }  ///< The read transactions under way.
-  std::size_t connections() const { return pins_.size() + resting_.size(); }
 
  private:
   friend class Pin;
@@ -27,8 +23,6 @@ class Readers {
   void giveBack(std::unique_ptr<Connection> connection) noexcept;
 
   std::shared_ptr<Server> server_;
-  std::vector<std::unique_ptr<Connection>> resting_;
-  std::set<const Pin*> pins_;
 };
 
 /// A read-only transaction: the version that is newest when it is made, for as long as it lives and its

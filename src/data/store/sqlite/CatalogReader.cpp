@@ -59,8 +59,8 @@ bool keepsCounts(Connection& connection, const Catalog& catalog) {
   return triggers.integer(0) == static_cast<std::int64_t>(3 * catalog.tables().size());
 }
 
-std::map<std::string, std::int64_t, std::less<>> readCounts(Connection& connection) {
-  std::map<std::string, std::int64_t, std::less<>> counts;
+WriteCounts readCounts(Connection& connection) {
+  WriteCounts counts;
   Statement rows = connection.prepare("SELECT nom, nombre FROM tavoline_ecritures");
   while (rows.step()) counts[foldName(rows.text(0))] = rows.integer(1);
   return counts;

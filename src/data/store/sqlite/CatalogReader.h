@@ -1,17 +1,15 @@
 #pragma once
 
-#include <map>
-#include <string>
-
 #include "data/schema/Catalog.h"
+#include "data/store/WriteCounts.h"
 #include "data/store/sqlite/Connection.h"
 
 namespace tavoline::sqlite {
 
 /// Whether the file itself counts what is written to each of its tables.
 bool keepsCounts(Connection& connection, const Catalog& catalog);
-/// These counts in the connection's version, by the folded names of the tables.
-std::map<std::string, std::int64_t, std::less<>> readCounts(Connection& connection);
+/// These counts in the connection's version.
+WriteCounts readCounts(Connection& connection);
 
 /// The tables as the file declares them, without the store's own record and the row numbers.
 Catalog readCatalog(Connection& connection);

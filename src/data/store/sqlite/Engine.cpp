@@ -7,14 +7,6 @@ namespace {
 
 class SqliteEngine : public Engine {
  public:
-  std::string quotedName(std::string_view name) const override {
-    std::string result = "\"";
-    for (const char c : name) {
-      if (c == '"') result += c;
-      result += c;
-    }
-    return result + '"';
-  }
   std::string placeholder(std::size_t number) const override { return "?" + std::to_string(number); }
   std::string between(const std::string& x, const std::string& a, const std::string& b) const override {
     return x + " between min(" + a + ", " + b + ") and max(" + a + ", " + b + ")";

@@ -2,23 +2,9 @@
 
 namespace tavoline::sqlite {
 
-namespace {
-
-// A tap reads two or three versions, one after another.
-constexpr std::size_t keptReaders = 4;
-
-}  // namespace
-
 std::unique_ptr<Connection> Readers::take() {
-  if (resting_.empty()) return std::make_unique<Connection>(path_, name_, Connection::Role::Reader);
-  // The one that came last has its pages and statements warm.
-  std::unique_ptr<Connection> connection = std::move(resting_.back());
-  resting_.pop_back();
-  return connection;
-}
-
-void Readers::giveBack(std::unique_ptr<Connection> connection) noexcept {
-  if (connections() < keptReaders) resting_.push_back(std::move(connection));
+  if (auto rested = takeResting()) return rested;
+  return std::make_unique<Connection>(path_, name_, Connection::Role::Reader);
 }
 
 Pin::Pin(std::shared_ptr<Readers> readers, Moment since)

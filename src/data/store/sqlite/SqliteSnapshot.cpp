@@ -1,11 +1,11 @@
 #include "data/store/sqlite/SqliteSnapshot.h"
 
+#include "data/sql/Types.h"
 #include "data/sql/Writer.h"
 #include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
 #include "data/store/sqlite/SqliteStore.h"
 #include "data/value/Errors.h"
-#include "data/value/Text.h"
 
 namespace tavoline::sqlite {
 
@@ -51,13 +51,6 @@ class LittleWork {
   int left_ = 20;
 };
 
-std::vector<FieldType> typesOf(const sql::Select& select) {
-  std::vector<FieldType> types;
-  types.reserve(select.items.size());
-  for (const sql::Item& item : select.items) types.push_back(item.type);
-  return types;
-}
-
 }  // namespace
 
 SqliteSnapshot::SqliteSnapshot(std::shared_ptr<const SqliteStore> store, Version version,
@@ -71,7 +64,7 @@ std::unique_ptr<Rows> SqliteSnapshot::query(const sql::Select& select,
   const sql::Written written = sql::write(select, parameters, engine());
   Statement statement = pin_->connection().prepare(written.text);
   statement.bind(written.values);
-  return std::make_unique<SqliteRows>(pin_, std::move(statement), typesOf(select));
+  return std::make_unique<SqliteRows>(pin_, std::move(statement), sql::typesOf(select));
 }
 
 std::optional<ValueRows> SqliteSnapshot::queryLittle(const sql::Select& select,
@@ -102,8 +95,7 @@ bool SqliteSnapshot::latest() const {
 
 std::int64_t SqliteSnapshot::changes(const std::string& table) const {
   if (!counts_) counts_ = readCounts(pin_->connection());
-  const auto count = counts_->find(foldName(table));
-  return count == counts_->end() ? 0 : count->second;  // counted from its first write
+  return countOf(*counts_, table);
 }
 
 }  // namespace tavoline::sqlite

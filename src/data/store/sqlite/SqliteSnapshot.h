@@ -1,9 +1,9 @@
 #pragma once
 
-#include <map>
 #include <memory>
 
 #include "data/store/Store.h"
+#include "data/store/WriteCounts.h"
 #include "data/store/sqlite/Readers.h"
 
 namespace tavoline::sqlite {
@@ -17,9 +17,6 @@ struct Version {
 
   friend bool operator==(const Version&, const Version&) = default;
 };
-
-/// How many rows of each table were written, by its folded name.
-using WriteCounts = std::map<std::string, std::int64_t, std::less<>>;
 
 /// Keeps the store open for as long as it lives.
 class SqliteSnapshot : public Snapshot {

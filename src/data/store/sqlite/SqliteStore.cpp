@@ -13,9 +13,6 @@ namespace tavoline::sqlite {
 
 namespace {
 
-// Of which the newest, and those that a gesture under way has still to read.
-constexpr std::size_t heldVersions = 3;
-
 std::string logOf(const std::string& path) {
   return path + "-wal";
 }
@@ -84,8 +81,8 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
   // Asked before the transaction begins: a commit that comes in between is seen, and at worst seen twice.
   Version now = version();
   if (auto live = current_.lock(); live && live->version() == now) return live;
-  if (readers_->pins().size() >= heldVersions && !relieving_) {
-    relieve(Relief::Newest);
+  if (readers_->pins().size() >= kHeldVersions && !relieving_.underWay()) {
+    relieving_.ask(Relief::Newest);
     now = version();
     if (auto live = current_.lock(); live && live->version() == now) return live;
   }
@@ -97,7 +94,7 @@ std::shared_ptr<const Snapshot> SqliteStore::snapshot() {
 
 std::int64_t SqliteStore::write(const TableInfo& table, const sql::Written& written) {
   // Somebody may be waiting for all readers, and keep this write waiting until then.
-  if (log_.isPressing()) relieve(Relief::None);
+  if (log_.isPressing()) relieving_.ask(Relief::None);
   requireInPlace();
   try {
     Statement statement = writer_->prepare(written.text);
@@ -145,14 +142,6 @@ void SqliteStore::execute(const sql::Update& resolved, const sql::Parameters& pa
   write(tableNamed(*catalog_, resolved.table), sql::write(resolved, parameters, engine()));
 }
 
-void SqliteStore::relieve(Relief relief) {
-  const auto reliever = reliever_.lock();
-  if (!reliever || relieving_) return;
-  relieving_ = true;
-  (*reliever)(relief);
-  relieving_ = false;
-}
-
 // A folded log begins again from its start with the next write, once nobody reads in it. The current version
 // then stands in the file as well: whoever holds it is moved there.
 void SqliteStore::leaveLog() {
@@ -182,7 +171,7 @@ void SqliteStore::idle() {
     // Where others write as well, a workstation at rest must not stand in the way of their folding.
     const bool alone = !relieved_ || relieved_->foreign == now.foreign;
     relieved_ = now;
-    relieve(alone ? Relief::Newest : Relief::None);
+    relieving_.ask(alone ? Relief::Newest : Relief::None);
     if (folded_ != now) {
       foldLog();
     } else if (truncated_ != now && log_.truncate()) {
@@ -199,10 +188,10 @@ void SqliteStore::pause() {
   try {
     requireInPlace();
     if (log_.isPressing()) {
-      relieve(Relief::None);
+      relieving_.ask(Relief::None);
       if (!log_.foldForAll()) log_.triedInVain();
     } else {
-      relieve(Relief::Newest);
+      relieving_.ask(Relief::Newest);
       foldLog();
       log_.triedInVain();  // until the next write starts it over
     }

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "data/sql/Writer.h"
+#include "data/store/Relieving.h"
 #include "data/store/Store.h"
 #include "data/store/sqlite/Connection.h"
 #include "data/store/sqlite/HolderRecord.h"
@@ -29,7 +30,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   void update(const std::string& table, RowId row, const FieldValues& fields) override;
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
-  void relieveBy(std::weak_ptr<const Reliever> reliever) override { reliever_ = std::move(reliever); }
+  void relieveBy(std::weak_ptr<const Reliever> reliever) override { relieving_.by(std::move(reliever)); }
   std::string advice() const override;
   void idle() override;
   void pause() override;
@@ -43,7 +44,6 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   bool inPlace();
   void requireInPlace();
   std::int64_t write(const TableInfo& table, const sql::Written& written);
-  void relieve(Relief relief);
   void foldLog();
   void leaveLog();
 
@@ -58,8 +58,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   std::uint64_t commits_ = 0;
   WriteCounts written_;  // by this process
   std::weak_ptr<SqliteSnapshot> current_;
-  std::weak_ptr<const Reliever> reliever_;
-  bool relieving_ = false;
+  Relieving relieving_;
   bool toldOfLoss_ = false;           // in a quiet moment
   std::optional<Version> relieved_;   // the version at the latest quiet moment
   std::optional<Version> folded_;     // the version whose log was last folded entirely
