@@ -3,19 +3,16 @@
 // the folder of the generated stores (see bench/run), the number of orders. Prints a line per tenth of them:
 // what an order costs, how many widgets live, how much memory is in use.
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <stdexcept>
 #include <vector>
 
 #include "bench/Glass.h"
 #include "bench/History.h"
+#include "bench/Process.h"
 #include "bench/Scene.h"
 #include "data/DMU.h"
 #include "sales/Commande_avnU.h"
@@ -24,22 +21,6 @@
 
 namespace tavoline::bench {
 namespace {
-
-double processorMilliseconds() {
-  struct rusage used = {};
-  ::getrusage(RUSAGE_SELF, &used);
-  const auto of = [](const timeval& time) {
-    return 1000.0 * double(time.tv_sec) + double(time.tv_usec) / 1000;
-  };
-  return of(used.ru_utime) + of(used.ru_stime);
-}
-
-double megabytesInUse() {
-  std::ifstream status("/proc/self/statm");
-  long size = 0, resident = 0;
-  status >> size >> resident;
-  return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
-}
 
 void whenModal(const std::function<void(QWidget&)>& act) {
   QTimer::singleShot(5, qApp, [act] {
@@ -87,18 +68,14 @@ void day(int orders) {
     if (done % 25 == 0)
       for (const Gesture& gesture : historyGestures()) play(glass, gesture);
     if (done % tenth != 0) continue;
-    blocks.emplace_back((processorMilliseconds() - used) / tenth, megabytesInUse());
+    blocks.emplace_back((processorMilliseconds() - used) / tenth, residentMegabytes());
     std::printf("%8d %14.1f %10d %10.1f\n", done, blocks.back().first, int(QApplication::allWidgets().size()),
                 blocks.back().second);
     std::fflush(stdout);
     used = processorMilliseconds();
   }
-  const double slower = blocks.back().first / blocks.front().first,
-               larger = blocks.back().second / blocks.front().second;
-  std::printf("an order, the last tenth / the first  %8.2f %8.2f  %s\n", slower, 1.15,
-              slower <= 1.15 ? "kept" : "OVER");
-  std::printf("memory, the same                      %8.2f %8.2f  %s\n", larger, 1.2,
-              larger <= 1.2 ? "kept" : "OVER");
+  judge("an order, the last tenth / the first", blocks.back().first / blocks.front().first, 1.15);
+  judge("memory, the same", blocks.back().second / blocks.front().second, 1.2);
 }
 
 }  // namespace

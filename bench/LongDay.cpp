@@ -8,7 +8,6 @@
 // work, and the store is opened anew.
 
 #include <poll.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,11 +19,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "bench/Process.h"
 #include "bench/Scene.h"
 #include "data/value/Errors.h"
 #include "gestures/Waiter.h"
@@ -33,6 +32,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using tavoline::TDM;
+using tavoline::bench::judge;
+using tavoline::bench::percentile;
+using tavoline::bench::processorMilliseconds;
+using tavoline::bench::residentMegabytes;
 using tavoline::test::Menu;
 using tavoline::test::Waiter;
 using Clock = std::chrono::steady_clock;
@@ -50,26 +53,9 @@ double milliseconds(Clock::time_point since) {
   return std::chrono::duration<double, std::milli>(Clock::now() - since).count();
 }
 
-/// Milliseconds that this process has used a processor: what an order costs, whatever else the machine does.
-double processorTime() {
-  struct rusage used = {};
-  ::getrusage(RUSAGE_SELF, &used);
-  const auto of = [](const timeval& time) {
-    return 1000.0 * double(time.tv_sec) + double(time.tv_usec) / 1000;
-  };
-  return of(used.ru_utime) + of(used.ru_stime);
-}
-
 double logMegabytes() {
   struct stat found = {};
   return ::stat("BDD.mdb-wal", &found) == 0 ? double(found.st_size) / (1 << 20) : 0;
-}
-
-double residentMegabytes() {
-  std::ifstream status("/proc/self/statm");
-  long size = 0, resident = 0;
-  status >> size >> resident;
-  return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
 /// Every connection has the log open once.
@@ -80,12 +66,6 @@ int connections() {
     if (fs::read_symlink(entry.path(), gone).string().ends_with("BDD.mdb-wal")) ++count;
   }
   return count;
-}
-
-double percentile(std::vector<double> values, double part) {
-  if (values.empty()) return 0;
-  std::sort(values.begin(), values.end());
-  return values[std::min(values.size() - 1, static_cast<std::size_t>(part * double(values.size())))];
 }
 
 /// What one workstation saw over a thousand orders.
@@ -108,10 +88,10 @@ class Station {
   void work() {
     for (int done = 0; done < options_.orders; ++done) {
       const auto began = Clock::now();
-      const double used = processorTime();
+      const double used = processorMilliseconds();
       serve(static_cast<std::size_t>(done));
       orders_.push_back(milliseconds(began));
-      processor_.push_back(processorTime() - used);
+      processor_.push_back(processorMilliseconds() - used);
       block_.log = std::max(block_.log, logMegabytes());
       block_.connections = std::max(block_.connections, connections());
       if (!options_.restless) rest();
@@ -202,12 +182,8 @@ Options read(int count, char** arguments) {
   return options;
 }
 
-void verdict(const char* what, double value, double budget) {
-  std::printf("%-44s %8.2f %8.2f  %s\n", what, value, budget, value <= budget ? "kept" : "OVER");
-}
-
 /// The last thousand orders against the first, each as the mean of the workstations' medians.
-void judge(const std::vector<Block>& blocks, const Options& options) {
+void judgeDay(const std::vector<Block>& blocks, const Options& options) {
   const auto mean = [&](int orders, double Block::*figure) {
     double sum = 0;
     int found = 0;
@@ -218,12 +194,12 @@ void judge(const std::vector<Block>& blocks, const Options& options) {
   const int first = std::min(kBlock, options.orders);
   double log = 0, quiet = 0;
   for (const Block& block : blocks) log = std::max(log, block.log), quiet = std::max(quiet, block.afterQuiet);
-  verdict("an order, the last thousand / the first",
-          mean(options.orders, &Block::median) / mean(first, &Block::median), 1.15);
-  verdict("its processor time, the same", mean(options.orders, &Block::cpu) / mean(first, &Block::cpu), 1.15);
-  verdict("memory, the same", mean(options.orders, &Block::resident) / mean(first, &Block::resident), 1.2);
-  verdict("log, MB", log, 64);
-  if (!options.restless && options.stations == 1) verdict("log after a quiet moment, MB", quiet, 0);
+  judge("an order, the last thousand / the first",
+        mean(options.orders, &Block::median) / mean(first, &Block::median), 1.15);
+  judge("its processor time, the same", mean(options.orders, &Block::cpu) / mean(first, &Block::cpu), 1.15);
+  judge("memory, the same", mean(options.orders, &Block::resident) / mean(first, &Block::resident), 1.2);
+  judge("log, MB", log, 64);
+  if (!options.restless && options.stations == 1) judge("log after a quiet moment, MB", quiet, 0);
 }
 
 /// Milliseconds from nothing to the first account found, in a process of its own.
@@ -271,7 +247,7 @@ void startAfterKill() {
   const double after = percentile(killed, 0.5), otherwise = percentile(clean, 0.5);
   std::printf("start %.2f ms after a kill with %.2f MB of log, %.2f ms after a clean end\n", after, log,
               otherwise);
-  verdict("start after a kill / a clean one", after / otherwise, 1.2);
+  judge("start after a kill / a clean one", after / otherwise, 1.2);
 }
 
 void work(const Options& options) {
@@ -307,7 +283,7 @@ void work(const Options& options) {
     std::fflush(stdout);
     if (block.orders == options.orders) break;
   }
-  judge(blocks, options);
+  judgeDay(blocks, options);
   for (const pid_t child : stations) ::kill(child, SIGKILL);
   for (const pid_t child : stations) ::waitpid(child, nullptr, 0);
   startAfterKill();

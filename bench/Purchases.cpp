@@ -3,7 +3,6 @@
 
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -11,6 +10,7 @@
 #include <stdexcept>
 
 #include "bench/Glass.h"
+#include "bench/Process.h"
 #include "catalogue/Liste_produitU.h"
 #include "data/DMU.h"
 #include "purchasing/Liste_fournisseurU.h"
@@ -133,11 +133,6 @@ Times measured(const fs::path& data, int invoices) {
   return times;
 }
 
-double part(std::vector<double> times, double share) {
-  std::sort(times.begin(), times.end());
-  return times[std::size_t(double(times.size() - 1) * share)];
-}
-
 }  // namespace
 }  // namespace tavoline::bench
 
@@ -151,8 +146,8 @@ int main(int count, char** arguments) try {
   const Times small = measured(data, kSmall);
   for (const auto& [name, times] : measured(data, kLarge))
     std::printf("%-32s %7.2f ms  p99 %7.2f ms   of %d invoices %7.2f ms   ratio %.2f\n", name.c_str(),
-                part(times, 0.5), part(times, 0.99), kSmall, part(small.at(name), 0.5),
-                part(times, 0.5) / part(small.at(name), 0.5));
+                percentile(times, 0.5), percentile(times, 0.99), kSmall, percentile(small.at(name), 0.5),
+                percentile(times, 0.5) / percentile(small.at(name), 0.5));
   return 0;
 } catch (const std::exception& failure) {
   std::fprintf(stderr, "%s\n", failure.what());

@@ -72,28 +72,23 @@ Findings checkTables(const Catalog& catalog, bool& whole) {
   return findings;
 }
 
-bool standsThere(Connection& connection, const Definition& one) {
-  const std::string name = one.name;
-  switch (one.kind) {
+// Asks for the definition by its name.
+std::string questionFor(Definition::Kind kind) {
+  switch (kind) {
     case Definition::Kind::Trigger:
-      return connection
-                 .ask(Question{"SELECT 1 FROM pg_trigger WHERE tgname = $1 AND tgenabled <> 'D'", {name}})
-                 .rows() > 0;
+      return "SELECT 1 FROM pg_trigger WHERE tgname = $1 AND tgenabled <> 'D'";
     case Definition::Kind::Function:
-      return connection
-                 .ask(Question{"SELECT 1 FROM pg_proc WHERE proname = $1 AND pronamespace = "
-                               "'public'::regnamespace",
-                               {name}})
-                 .rows() > 0;
+      return "SELECT 1 FROM pg_proc WHERE proname = $1 AND pronamespace = 'public'::regnamespace";
     case Definition::Kind::Key:
-      return connection
-                 .ask(Question{"SELECT 1 FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid WHERE "
-                               "c.relname = $1 AND i.indisvalid AND i.indisunique",
-                               {name}})
-                 .rows() > 0;
+      return "SELECT 1 FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid WHERE c.relname = $1 AND "
+             "i.indisvalid AND i.indisunique";
     default:
-      return connection.ask(Question{"SELECT 1 FROM pg_class WHERE relname = $1", {name}}).rows() > 0;
+      return "SELECT 1 FROM pg_class WHERE relname = $1";
   }
+}
+
+bool standsThere(Connection& connection, const Definition& one) {
+  return connection.ask(Question{questionFor(one.kind), {std::string(one.name)}}).rows() > 0;
 }
 
 Findings checkBeside(Connection& connection) {
