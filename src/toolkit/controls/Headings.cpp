@@ -13,44 +13,45 @@ constexpr int runPeriod = 40;     // ms between two steps
 constexpr int runStep = 1;        // pixels
 }  // namespace
 
-void BlinkingLabel::showEvent(QShowEvent* event) {
+void MovingLabel::showEvent(QShowEvent* event) {
   Label::showEvent(event);
-  dark_ = false;
-  timer_.start(blinkPeriod, Qt::CoarseTimer, this);
+  begin();
 }
 
-void BlinkingLabel::hideEvent(QHideEvent* event) {
+void MovingLabel::hideEvent(QHideEvent* event) {
   timer_.stop();
   Label::hideEvent(event);
 }
 
-void BlinkingLabel::timerEvent(QTimerEvent* event) {
+void MovingLabel::timerEvent(QTimerEvent* event) {
   if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
+  advance();
+}
+
+void BlinkingLabel::begin() {
+  dark_ = false;
+  timer_.start(blinkPeriod, Qt::CoarseTimer, this);
+}
+
+void BlinkingLabel::advance() {
   dark_ = !dark_;
   update();
 }
 
 void BlinkingLabel::paintEvent(QPaintEvent* event) {
-  if (!dark_) Label::paintEvent(event);
+  if (!dark_) MovingLabel::paintEvent(event);
 }
 
 QSize RunningLabel::minimumSizeHint() const {
-  return {0, Label::minimumSizeHint().height()};
+  return {0, MovingLabel::minimumSizeHint().height()};
 }
 
-void RunningLabel::showEvent(QShowEvent* event) {
-  Label::showEvent(event);
+void RunningLabel::begin() {
   offset_ = 0;
   timer_.start(runPeriod, this);
 }
 
-void RunningLabel::hideEvent(QHideEvent* event) {
-  timer_.stop();
-  Label::hideEvent(event);
-}
-
-void RunningLabel::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
+void RunningLabel::advance() {
   offset_ += runStep;
   update();
 }
@@ -69,24 +70,7 @@ void RunningLabel::paintEvent(QPaintEvent*) {
   painter.drawText(QRect(left, room.top(), length + 1, room.height()), Qt::AlignVCenter, caption);
 }
 
-ClockLabel::ClockLabel(QWidget* parent) : Label(parent) {}
-
-void ClockLabel::showEvent(QShowEvent* event) {
-  Label::showEvent(event);
-  tell();
-}
-
-void ClockLabel::hideEvent(QHideEvent* event) {
-  timer_.stop();
-  Label::hideEvent(event);
-}
-
-void ClockLabel::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != timer_.timerId()) return Label::timerEvent(event);
-  tell();
-}
-
-void ClockLabel::tell() {
+void ClockLabel::advance() {
   const DateTime now = Clock::now();
   setText(QStringLiteral("%1:%2")
               .arg(now.hour(), 2, 10, QLatin1Char('0'))

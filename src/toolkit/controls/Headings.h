@@ -6,59 +6,67 @@
 
 namespace tavoline {
 
-/// A text that blinks while it is visible. It holds its caption all the time.
-class BlinkingLabel : public Label {
+/// A text that moves by a timer, and only while it is visible.
+class MovingLabel : public Label {
   Q_OBJECT
 
  public:
   using Label::Label;
 
  protected:
+  virtual void begin() = 0;    ///< It comes to sight: starts the timer.
+  virtual void advance() = 0;  ///< The timer has run.
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+
+  QBasicTimer timer_;
+};
+
+/// A text that blinks. It holds its caption all the time.
+class BlinkingLabel : public MovingLabel {
+  Q_OBJECT
+
+ public:
+  using MovingLabel::MovingLabel;
+
+ protected:
+  void begin() override;
+  void advance() override;
   void paintEvent(QPaintEvent* event) override;
   bool ofAnyLength() const override { return true; }
 
  private:
-  QBasicTimer timer_;
   bool dark_ = false;
 };
 
-/// A heading that runs through its room from right to left while it is visible.
-class RunningLabel : public Label {
+/// A heading that runs through its room from right to left.
+class RunningLabel : public MovingLabel {
   Q_OBJECT
 
  public:
-  using Label::Label;
+  using MovingLabel::MovingLabel;
   QSize minimumSizeHint() const override;  ///< It needs its height only.
 
  protected:
-  void showEvent(QShowEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void timerEvent(QTimerEvent* event) override;
+  void begin() override;
+  void advance() override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QBasicTimer timer_;
   int offset_ = 0;  // pixels that it has run from its start
 };
 
-/// The time of day, "21:45", while it is visible.
-class ClockLabel : public Label {
+/// The time of day, "21:45".
+class ClockLabel : public MovingLabel {
   Q_OBJECT
 
  public:
-  explicit ClockLabel(QWidget* parent = nullptr);
+  using MovingLabel::MovingLabel;
 
  protected:
-  void showEvent(QShowEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void timerEvent(QTimerEvent* event) override;
-
- private:
-  void tell();  // and again with the next minute
-  QBasicTimer timer_;
+  void begin() override { advance(); }
+  void advance() override;  // and again with the next minute
 };
 
 }  // namespace tavoline
