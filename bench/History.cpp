@@ -3,6 +3,7 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QScrollBar>
 #include <stdexcept>
+#include <string>
 
 #include "bench/Scene.h"
 #include "data/DMU.h"
@@ -40,7 +41,7 @@ void filter(Glass& glass) {
 
 void expectBusyDay() {
   if (DM->commande.RecordCount() != std::size_t(kBusyDay.orders))
-    throw std::runtime_error("the busy day is not found");
+    throw std::runtime_error("the busy day has " + std::to_string(DM->commande.RecordCount()) + " orders");
 }
 
 void busyDayFound(Glass& glass) {
