@@ -73,7 +73,6 @@ void TcaiseF::ShowFor(bool allDesks) {
 }
 
 // --- Amounts
-// ----------------------------------------------------------------------------------------------------
 
 bool TcaiseF::anAmountIsMissing() {
   return DBEdit3->Text().empty() || DBEdit2->Text().empty() || DBEdit1->Text().empty();
@@ -105,7 +104,6 @@ void TcaiseF::DBEdit4Change() {
 }
 
 // --- The sales of the period
-// ------------------------------------------------------------------------------------
 
 void TcaiseF::hideReason() {
   Label13->setVisible(false);
@@ -239,7 +237,6 @@ bool TcaiseF::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // --- The way out
-// ------------------------------------------------------------------------------------------------
 
 void TcaiseF::AdvSmoothButton5Click() {
   hideReason();

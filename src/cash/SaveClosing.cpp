@@ -140,7 +140,6 @@ void TcaiseF::printSheet() {
 }
 
 // --- All desks at once
-// ------------------------------------------------------------------------------------------
 
 // Nothing ever gives Label8 a text, so that a closing of all desks ends here.
 void TcaiseF::RzBitBtn4Click() {

@@ -75,7 +75,6 @@ void Tliste_caiseF::RzComboBox2Change() {
 }
 
 // --- A closing begins
-// -------------------------------------------------------------------------------------------
 
 void Tliste_caiseF::AdvSmoothButton1Click() {
   if (backToOpenClosing()) return;
@@ -184,7 +183,6 @@ void Tliste_caiseF::writeStartingAmounts() {
 }
 
 // --- A closing is viewed
-// ----------------------------------------------------------------------------------------
 
 void Tliste_caiseF::RzShapeButton4Click() {
   if (backToOpenClosing()) return;
@@ -219,7 +217,6 @@ void Tliste_caiseF::takeViewStatements(bool allDesks) {
 }
 
 // --- The list
-// ---------------------------------------------------------------------------------------------------
 
 void Tliste_caiseF::AdvSmoothButton4Click() {
   if (dates_.BothGiven()) DM->Caise.FilterBy(dates_.Pieces());

@@ -9,8 +9,7 @@ TDM* DM = nullptr;
 
 const char TDM::ConnectionString[] =
     "Provider=Microsoft.Jet.OLEDB.4.0;"
-    "User ID=Admin;"
-    "Data Source=BDD.mdb;"
+    "User ID=Admin;Data Source=BDD.mdb;"
     "Mode=Share Deny None;"
     "Persist Security Info=False;"
     "Jet OLEDB:System database=\"\";"

@@ -130,8 +130,7 @@ void Tc_facture_achatF::x4Click() {
   takenBack_ = line;
   orElse([] { DM->Achat.Delete(); }, [] {},
          "Le stock est repris, mais la ligne est encore dans la facture.\nSupprimez-la encore : le stock ne "
-         "sera "
-         "pas repris deux fois.");
+         "sera pas repris deux fois.");
   takenBack_.reset();
   DM->Article.Filtered(false);
 }
@@ -159,8 +158,7 @@ void Tc_facture_achatF::validateLine() {
   if (lineOpen_ && DM->Achat.State() == DatasetState::Browse)
     throw DatasetError(
         "la ligne n'est plus en cours de saisie : « Actualiser » l'a abandonnée, ou une autre a été choisie. "
-        "Rien "
-        "de plus n'est enregistré.");
+        "Rien de plus n'est enregistré.");
   writeOwedStock();
   showLineOpen(false);
   DM->Achat.Edit();
@@ -239,8 +237,7 @@ void Tc_facture_achatF::writeStock(const Value& more) {
            DM->Article.Cancel();
          },
          "La ligne est enregistrée, mais pas encore son stock.\nIl le sera avec votre prochaine action sur "
-         "cette "
-         "facture : ne saisissez pas la ligne une seconde fois.");
+         "cette facture : ne saisissez pas la ligne une seconde fois.");
 }
 
 // Of an article that is deleted meanwhile, nothing is owed.

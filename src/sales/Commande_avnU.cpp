@@ -200,8 +200,7 @@ void TCommande_avnF::takeFromStock(const Value& taken) {
   DM->Article["qte_stock"] = DM->Article["qte_stock"] - taken;
   orElse([] { DM->Article.Post(); }, [] { DM->Article.Cancel(); },
          "La ligne est dans la commande, mais son stock n'est pas encore diminué.\nTouchez encore l'article "
-         ": il "
-         "ne sera pas compté deux fois.");
+         ": il ne sera pas compté deux fois.");
   unfinished_.stock = false;
 }
 

@@ -9,10 +9,8 @@ namespace {
 
 constexpr const char* kOpenOrders =
     "SELECT commande.n_commande, commande.date_commande, commande.login, Sum(relation_commande.total) AS "
-    "total "
-    "FROM (Table_ INNER JOIN commande ON Table_.n_commande = commande.n_commande) INNER JOIN "
-    "relation_commande "
-    "ON commande.n_commande = relation_commande.n_commande WHERE Table_.etat='ON' "
+    "total FROM (Table_ INNER JOIN commande ON Table_.n_commande = commande.n_commande) INNER JOIN "
+    "relation_commande ON commande.n_commande = relation_commande.n_commande WHERE Table_.etat='ON' "
     "GROUP BY commande.n_commande, commande.date_commande, commande.login";
 constexpr const char* kWaiters = "SELECT utilisateur.login, utilisateur.prenom FROM utilisateur";
 

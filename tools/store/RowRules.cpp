@@ -34,32 +34,26 @@ constexpr Rule kRules[] = {
     // desk, the loss. An expense: its row, the row's day, the desk.
     {"Clôtures restées à mi-chemin (supprimez leur ligne du journal, puis refaites-les), n° : ",
      "SELECT [n_caise] FROM [caise] WHERE ([date_lancement] IS NOT NULL AND [J] IS NULL) OR EXISTS (SELECT 1 "
-     "FROM "
-     "[commande] WHERE [commande].[en_caisser] = 'no' AND [commande].[etat_commande] = 'Terminer' AND "
+     "FROM [commande] WHERE [commande].[en_caisser] = 'no' AND [commande].[etat_commande] = 'Terminer' AND "
      "[commande].[id_caisse] = [caise].[id_caisse] AND [commande].[date_commande] BETWEEN "
      "[caise].[date_debut] AND "
      "[caise].[date_fin])"},
     {"Caisses dont le solde n'est pas le fond de leur dernière clôture, sans commande ni dépense depuis (si "
-     "aucun "
-     "fournisseur n'en a été payé, écrivez-y ce fond, et vérifiez que la caisse de maison a reçu le "
+     "aucun fournisseur n'en a été payé, écrivez-y ce fond, et vérifiez que la caisse de maison a reçu le "
      "prélèvement) : ",
      "SELECT [caisse].[ID_caise] FROM [caisse], [caise] WHERE [caise].[rid] = (SELECT max([rid]) FROM "
-     "[caise] WHERE "
-     "[caise].[id_caisse] = [caisse].[ID_caise]) AND [caise].[J] IS NOT NULL AND abs([caisse].[solde] - "
+     "[caise] WHERE [caise].[id_caisse] = [caisse].[ID_caise]) AND [caise].[J] IS NOT NULL AND "
+     "abs([caisse].[solde] - "
      "[caise].[fond_caisse]) >= 0.005 AND NOT EXISTS (SELECT 1 FROM [commande] WHERE [commande].[id_caisse] "
-     "= "
-     "[caisse].[ID_caise] AND [commande].[en_caisser] = 'no' AND [commande].[etat_commande] = 'Terminer') "
-     "AND NOT "
-     "EXISTS (SELECT 1 FROM [depence] WHERE [depence].[id_caisse] = [caisse].[ID_caise] AND "
+     "= [caisse].[ID_caise] AND [commande].[en_caisser] = 'no' AND [commande].[etat_commande] = 'Terminer') "
+     "AND NOT EXISTS (SELECT 1 FROM [depence] WHERE [depence].[id_caisse] = [caisse].[ID_caise] AND "
      "[depence].[type_depnce] <> 'Perte' AND [depence].[date_depense] >= [caise].[date_fin])"},
     {"Clôtures dont le manque n'est pas une dépense « Perte » (vérifiez aussi que la caisse de maison a reçu "
-     "le "
-     "prélèvement), n° : ",
+     "le prélèvement), n° : ",
      "SELECT [n_caise] FROM [caise] WHERE [ecat_caise] < 0 AND [J] IS NOT NULL AND [rid] IN (SELECT "
-     "max([rid]) FROM "
-     "[caise] GROUP BY [id_caisse]) AND NOT EXISTS (SELECT 1 FROM [depence] WHERE [depence].[type_depnce] = "
-     "'Perte' "
-     "AND [depence].[id_caisse] = [caise].[id_caisse] AND abs([depence].[montant_dep] + "
+     "max([rid]) FROM [caise] GROUP BY [id_caisse]) AND NOT EXISTS (SELECT 1 FROM [depence] WHERE "
+     "[depence].[type_depnce] = "
+     "'Perte' AND [depence].[id_caisse] = [caise].[id_caisse] AND abs([depence].[montant_dep] + "
      "[caise].[ecat_caise]) < "
      "0.005 AND [depence].[date_depense] >= [caise].[date_fin])"},
     {"Dépenses restées à mi-chemin, dont la caisse n'a pas été débitée (supprimez-les, puis saisissez-les de "
@@ -67,17 +61,16 @@ constexpr Rule kRules[] = {
      // Or the desk holds as much too much as its last expense took, by its last closing and what came since.
      "SELECT [ID_depence] FROM [depence] WHERE ([J] IS NULL AND [date_depense] IS NOT NULL) OR [rid] IN ("
      "SELECT [last].[rid] FROM [depence] AS [last], [caisse], [caise] WHERE [last].[rid] IN (SELECT "
-     "max([rid]) "
-     "FROM [depence] WHERE [type_depnce] <> 'Perte' GROUP BY [id_caisse]) AND [caisse].[ID_caise] = "
+     "max([rid]) FROM [depence] WHERE [type_depnce] <> 'Perte' GROUP BY [id_caisse]) AND [caisse].[ID_caise] "
+     "= "
      "[last].[id_caisse] AND [caise].[rid] IN (SELECT max([rid]) FROM [caise] GROUP BY [id_caisse]) AND "
      "[caise].[id_caisse] = [last].[id_caisse] AND [last].[date_depense] >= [caise].[date_fin] AND "
      "[last].[montant_dep] > 0 AND abs([caisse].[solde] - [last].[montant_dep] - [caise].[fond_caisse] - "
      "coalesce((SELECT sum([tcc]) FROM [commande] WHERE [commande].[id_caisse] = [last].[id_caisse] AND "
      "[en_caisser] = 'no' AND [etat_commande] = 'Terminer'), 0) + (SELECT sum([montant_dep]) FROM [depence] "
-     "WHERE "
-     "[depence].[id_caisse] = [last].[id_caisse] AND [type_depnce] <> 'Perte' AND [depence].[date_depense] "
-     ">= "
-     "[caise].[date_fin])) < 0.005)"},
+     "WHERE [depence].[id_caisse] = [last].[id_caisse] AND [type_depnce] <> 'Perte' AND "
+     "[depence].[date_depense] "
+     ">= [caise].[date_fin])) < 0.005)"},
     {"Commandes sans numéro, lignes : ", "SELECT [rid] FROM [commande] WHERE [n_commande] IS NULL"},
 };
 

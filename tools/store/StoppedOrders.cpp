@@ -10,8 +10,7 @@ namespace {
 // tells nothing.
 constexpr std::string_view kStopped =
     "SELECT CAST([n_commande] AS TEXT) || ' (' || replace(CAST([tcc] AS TEXT), '.', ',') || ' DA, caisse ' "
-    "|| "
-    "coalesce([id_caisse], '') || ')' FROM (SELECT [commande].[n_commande], [commande].[tcc], "
+    "|| coalesce([id_caisse], '') || ')' FROM (SELECT [commande].[n_commande], [commande].[tcc], "
     "[commande].[id_caisse], [caisse].[solde] - [caise].[fond_caisse] - (SELECT coalesce(sum([o].[tcc]), 0) "
     "FROM [commande] AS [o] WHERE [o].[id_caisse] = [caisse].[ID_caise] AND [o].[en_caisser] = 'no' AND "
     "[o].[etat_commande] = 'Terminer') + (SELECT coalesce(sum([montant_dep]), 0) FROM [depence] WHERE "
@@ -29,17 +28,15 @@ struct Side {
 
 constexpr Side kSides[] = {
     {"Commandes terminées dont la caisse n'a pas été créditée (ouvrez leur table et touchez « Cloturer la "
-     "Table "
-     "» : elle le sera), n° : ",
+     "Table » : elle le sera), n° : ",
      "abs([trop] + [tcc]) < 0.005 AND abs([trop]) >= 0.005"},
     {"Commandes terminées et créditées dont la table n'est pas libérée (ouvrez leur table et touchez « "
-     "Cloturer "
-     "la Table », puis retranchez le montant du solde de la caisse, qui l'aura reçu deux fois), n° : ",
+     "Cloturer la Table », puis retranchez le montant du solde de la caisse, qui l'aura reçu deux fois), n° "
+     ": ",
      "abs([trop]) < 0.005"},
     {"Commandes terminées dont la table n'est pas libérée, et dont rien ne dit si la caisse a été créditée "
      "(comptez-la ; ouvrez leur table et touchez « Cloturer la Table », puis, si elle l'était déjà, "
-     "retranchez le "
-     "montant de son solde), n° : ",
+     "retranchez le montant de son solde), n° : ",
      "[trop] IS NULL OR (abs([trop]) >= 0.005 AND abs([trop] + [tcc]) >= 0.005)"},
 };
 

@@ -20,8 +20,8 @@ namespace tavoline {
 [[noreturn]] inline void refuseMisuse(const std::string& detail) {
   throw DatasetError(
       "Le programme a demandé aux données ce qu'elles ne permettent pas à ce moment : rien n'a été fait. "
-      "Fermez "
-      "cette fenêtre et recommencez ; si cela revient, notez ce que vous faisiez et prévenez l'installateur.",
+      "Fermez cette fenêtre et recommencez ; si cela revient, notez ce que vous faisiez et prévenez "
+      "l'installateur.",
       detail);
 }
 

@@ -41,10 +41,8 @@ Catalog readCatalog(Connection& connection) {
       "r.conname ~ ('^largeur_' || c.relname || '_' || a.attname || '_[0-9]+$')) FROM pg_class c JOIN "
       "pg_attribute a ON a.attrelid = c.oid JOIN pg_type t ON t.oid = a.atttypid LEFT JOIN pg_attrdef d ON "
       "d.adrelid = c.oid AND d.adnum = a.attnum WHERE c.relnamespace = 'public'::regnamespace AND c.relkind "
-      "= "
-      "'r' AND a.attnum > 0 AND NOT a.attisdropped AND c.relname NOT IN ($1, $2) AND a.attname <> $3 ORDER "
-      "BY "
-      "c.oid, a.attnum",
+      "= 'r' AND a.attnum > 0 AND NOT a.attisdropped AND c.relname NOT IN ($1, $2) AND a.attname <> $3 ORDER "
+      "BY c.oid, a.attnum",
       {std::string(schema::kRecordTable), std::string(schema::kCountTable),
        std::string(schema::kRowNumber)}});
   std::vector<TableInfo> tables;

@@ -30,8 +30,7 @@ constexpr std::pair<const char*, const char*> kUsual[] = {{"connect_timeout", "5
 // What every session needs. A commit that is acknowledged is on the disk, whatever the server's settings.
 constexpr const char* kSession =
     "SET client_encoding = 'UTF8'; SET search_path = public; SET lock_timeout = '4s'; SET statement_timeout "
-    "= "
-    "'110s'; SET extra_float_digits = 1; SET jit = off; SET max_parallel_workers_per_gather = 0; SET "
+    "= '110s'; SET extra_float_digits = 1; SET jit = off; SET max_parallel_workers_per_gather = 0; SET "
     "standard_conforming_strings = on; SELECT set_config('synchronous_commit', 'on', false) WHERE "
     "current_setting('synchronous_commit') IN ('off', 'local')";
 

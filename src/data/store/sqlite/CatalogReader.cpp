@@ -34,8 +34,7 @@ Catalog readCatalog(Connection& connection) {
   Statement columns = connection.prepare(
       "SELECT m.name, c.name, c.type, c.dflt_value FROM sqlite_schema AS m, pragma_table_info(m.name) AS c "
       "WHERE m.type = 'table' AND m.name NOT LIKE 'sqlite^_%' ESCAPE '^' AND m.name NOT IN (?1, ?2) AND "
-      "c.name <> ?3 "
-      "ORDER BY m.rowid, c.cid");
+      "c.name <> ?3 ORDER BY m.rowid, c.cid");
   columns.bind(
       {std::string(schema::kRecordTable), std::string(schema::kCountTable), std::string(schema::kRowNumber)});
   std::vector<TableInfo> tables;
@@ -52,8 +51,7 @@ bool keepsCounts(Connection& connection, const Catalog& catalog) {
   // A trigger for each table and way of writing; a copy made by another tool may have lost them.
   Statement triggers = connection.prepare(
       "SELECT count(*) FROM sqlite_schema WHERE type = 'trigger' AND name LIKE 'ecriture^_%' ESCAPE '^' AND "
-      "EXISTS "
-      "(SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?1)");
+      "EXISTS (SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?1)");
   triggers.bind({std::string(schema::kCountTable)});
   triggers.step();
   return triggers.integer(0) == static_cast<std::int64_t>(3 * catalog.tables().size());

@@ -237,8 +237,7 @@ void requireOwnLog(const Location& file) {
                    "-wal » qui est à côté : l'un des deux a été remplacé, et les ouvrir ensemble les "
                    "abîmerait. Rien n'a été "
                    "touché. Remettez sous ce nom le fichier qui s'y trouvait, ou remettez une sauvegarde par "
-                   "« tavoline-store "
-                   "restore SAUVEGARDE " +
+                   "« tavoline-store restore SAUVEGARDE " +
                    file.name + " », qui met tout de côté.");
 }
 

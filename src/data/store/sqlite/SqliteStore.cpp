@@ -117,8 +117,7 @@ std::string SqliteStore::advice() const {
   if (keepsCounts_ && hasIdentity(*writer_)) return {};
   return "« " + writer_->name() +
          " » vient d'une version plus ancienne du programme : on peut travailler, mais plus lentement. "
-         "Mettez-la à "
-         "jour une fois par « tavoline-store upgrade " +
+         "Mettez-la à jour une fois par « tavoline-store upgrade " +
          writer_->name() + " », qui en fait d'abord une copie.";
 }
 
