@@ -88,6 +88,7 @@ void TLoginF::enterAs(const std::string& role) {
   RzEdit1->Clear();
   DM->utilisateur.Filtered(false);
   DM->operation.Last();
+  MenuF->AnnounceDesk();
   MenuF->Show();
 }
 

@@ -237,7 +237,16 @@ void TMenuF::askForDesk() {
   if (DM->Count_accee["CountOfid_caisse"] > 1) {
     DM->acce_caisse.FilterBy(ofUser + "and general=" + inQuotes(Label3->Caption()));
     Forms::ShowModal("acc_caisseF");
+    AnnounceDesk();
   }
+}
+
+void TMenuF::AnnounceDesk() {
+  const std::string desk = DM->operation["id_caisse_active"].text();
+  const std::size_t others = DM->store().announce(desk.empty() ? std::string() : "caisse " + desk);
+  DeskElsewhere->setVisible(others > 0);
+  DeskElsewhere->setText(others > 1 ? QString("aussi sur %1 autres postes").arg(others)
+                                    : "aussi sur un autre poste");
 }
 
 // The one assignment was made after the login. No filter is set: the row taken is the current one.
@@ -246,6 +255,7 @@ void TMenuF::takeOnlyDesk() {
   DM->operation.Edit();
   DM->operation["id_caisse_active"] = DM->acce_caisse["id_caisse"];
   DM->operation.Post();
+  AnnounceDesk();
 }
 
 // "Facture D'Achat    "
@@ -301,6 +311,7 @@ void TMenuF::ChangerUtilisateur1Click() {
   FICHIER1->setEnabled(false);
   Apropos1->setEnabled(false);
   RzSplitter1->setEnabled(false);
+  DM->store().announce({});
   Forms::Show("LoginF");
 }
 

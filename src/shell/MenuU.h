@@ -21,6 +21,10 @@ class TMenuF : public TForm, public Ui::MenuF {
   QTimer*
       Timer1;  ///< Every 9000 ms, from the start of the process to its end, presses the hidden button `ok`.
 
+  /// Says to the other workstations at which desk this one works, and on the session strip whether one of
+  /// them works at the same.
+  void AnnounceDesk();
+
  protected:
   void FormShow() override;
   void CloseCommand() override;

@@ -50,6 +50,22 @@ TEST_F(MenuTest, ActualiserReopensInOrderAndStopsAtAFailure) {
   }
 }
 
+TEST_F(MenuTest, TheStripSaysWhetherAnotherWorkstationIsAtTheDeskOfTheOneWhoLogsIn) {
+  session.play(
+      "sql insert into caisse (ID_caise, nom_caisse, general) values (3, 'Bar', 'NON')\n"
+      "sql insert into acce_caisse (id_caisse, login, general) values (3, 'boss', 'NON')\n"
+      "reopen acce_caisse");
+  const auto other = Store::open(TDM::ConnectionString);
+  for (const bool there : {true, false}) {
+    other->announce(there ? "caisse 3" : "");
+    session.play("login boss 1");
+    EXPECT_EQ(MenuF->DBText4->Caption(), "3");
+    EXPECT_EQ(MenuF->DeskElsewhere->isVisible(), there);
+    session.play("tap ChangerUtilisateur1");
+    EXPECT_EQ(other->announce("caisse 3"), 0U) << "a locked workstation is at no desk";
+  }
+}
+
 TEST_F(MenuTest, TheTimerReadsTheTablesAnewWhileTheMapIsUpAndNoOrderIsOpen) {
   EXPECT_EQ(MenuF->Timer1->interval(), 9000);
   const struct {

@@ -30,6 +30,7 @@ class PassingStore : public Store {
     passWrite({Request::Execute, resolved.table, 0, {}},
               [&] { return inner_->execute(resolved, parameters), 0; });
   }
+  std::size_t announce(const std::string& occupation) override { return inner_->announce(occupation); }
   void relieveBy(std::weak_ptr<const Reliever> reliever) override { inner_->relieveBy(std::move(reliever)); }
   void idle() override { inner_->idle(); }
   void pause() override { inner_->pause(); }

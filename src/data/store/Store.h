@@ -74,6 +74,11 @@ class Store {
   /// What whoever keeps the store should be told at the start, as a sentence; empty where all is well.
   virtual std::string advice() const { return {}; }
 
+  /// Says to all other workstations what this one is at ("caisse 3"), instead of what it said before; empty:
+  /// at nothing. Ends with the workstation, however that ends. Gives how many others say the same; 0 as well
+  /// where that cannot be known. Costs a round trip, and no write. Never throws.
+  virtual std::size_t announce(const std::string& /*occupation*/) { return 0; }
+
   /// What the store wants of those who hold its versions.
   enum class Relief {
     Newest,  ///< Hold none but the newest one, and that only to show the same rows in it.

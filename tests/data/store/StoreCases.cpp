@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstring>
 #include <fstream>
@@ -78,6 +79,15 @@ class Stores {
 
   // Workstations
 
+  void announce(std::string& what) { say(std::to_string(store().announce(what)) + " others"); }
+  // A server hears of an end a moment later.
+  void alone(std::string& what) {
+    const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (store().announce(what) != 0)
+      if (std::chrono::steady_clock::now() > until) return say("never");
+    say("yes");
+  }
+  void die(std::string&) { ::kill(::getpid(), SIGKILL); }
   void close(std::string&) { opened_.erase(subject); }
   void hold(std::string&) { engine_->hold(); }
   void release(std::string&) { engine_->release(); }
@@ -328,6 +338,9 @@ const Verbs<Stores> Stores::kVerbs(
      {"STORE hold", "keeps all others from writing", &Stores::hold},
      {"STORE release", "lets them", &Stores::release},
      {"STORE idle", "is told of a quiet moment", &Stores::idle},
+     {"STORE announce WHAT", "says what its workstation is at; how many others are at it", &Stores::announce},
+     {"STORE alone WHAT", "the same, and waits until nobody else is at it", &Stores::alone},
+     {"die", "the process is killed", &Stores::die},
      {"STORE close", "is closed", &Stores::close},
      {"STORE opens FOLDER", "is opened by a name in its folder, which it then leaves", &Stores::opens},
      {"keep TABLE COLUMN VALUE", "what becomes of a value", &Stores::keep},

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/schema/Identity.h"
+#include "data/store/Occupation.h"
 #include "data/store/Writes.h"
 #include "data/store/postgres/Engine.h"
 #include "data/value/Errors.h"
@@ -16,6 +17,22 @@ using namespace std::chrono_literals;
 // A transaction that stays keeps the server from clearing away what was overwritten since.
 constexpr auto oldestVersion = 60s;
 
+// What a workstation is at stands as a lock that all may share: it goes with the connection.
+std::int64_t say(Connection& connection, std::optional<std::int64_t> key) {
+  std::vector<Question> questions{{"SELECT pg_advisory_unlock_all()"}};
+  if (key) {
+    questions.push_back({"SELECT pg_advisory_lock_shared($1)", {*key}});
+    questions.push_back(
+        {"SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND objsubid = 1 AND granted AND "
+         "((classid::bigint << 32) | objid::bigint) = $1 AND pid <> pg_backend_pid() AND database = (SELECT "
+         "oid "
+         "FROM pg_database WHERE datname = current_database())",
+         {*key}});
+  }
+  const std::vector<Answer> answers = connection.ask(questions);
+  return key ? answers.back().integer(0, 0) : 0;
+}
+
 }  // namespace
 
 PostgresStore::PostgresStore(std::shared_ptr<Server> server, std::unique_ptr<Connection> writer)
@@ -25,7 +42,10 @@ PostgresStore::PostgresStore(std::shared_ptr<Server> server, std::unique_ptr<Con
       catalog_(std::make_shared<const Catalog>(readCatalog(*writer_))) {}
 
 Connection& PostgresStore::writer() const {
-  if (!writer_->alive()) writer_ = std::make_unique<Connection>(server_);
+  if (!writer_->alive()) {
+    writer_ = std::make_unique<Connection>(server_);
+    if (announced_) say(*writer_, announced_);
+  }
   return *writer_;
 }
 
@@ -73,6 +93,14 @@ Answer PostgresStore::write(const TableInfo& table, const sql::Written& written)
   } catch (const LostConnection& loss) {
     failUncertain(server_->address, table.name, loss.detail());
   }
+}
+
+std::size_t PostgresStore::announce(const std::string& occupation) try {
+  announced_.reset();
+  if (!occupation.empty()) announced_ = occupationKey(occupation);
+  return static_cast<std::size_t>(say(writer(), announced_));
+} catch (const StoreError&) {
+  return 0;
 }
 
 RowId PostgresStore::insert(const std::string& tableName, const FieldValues& fields) {

@@ -27,6 +27,7 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
   void relieveBy(std::weak_ptr<const Reliever> reliever) override { relieving_.by(std::move(reliever)); }
+  std::size_t announce(const std::string& occupation) override;
   void idle() override;
   void pause() override;
 
@@ -46,6 +47,7 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   mutable std::shared_ptr<const Catalog> catalog_;
   std::weak_ptr<PostgresSnapshot> current_;
   Relieving relieving_;
+  std::optional<std::int64_t> announced_;  // the key of what this workstation is at
 };
 
 }  // namespace tavoline::postgres

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "data/store/Occupation.h"
 #include "data/store/Writes.h"
 #include "data/store/sqlite/CatalogReader.h"
 #include "data/store/sqlite/Engine.h"
@@ -25,7 +26,8 @@ SqliteStore::SqliteStore(const std::string& path, std::unique_ptr<Connection> wr
       file_(FileIdentity::of(path)),
       log_(*writer_),
       readers_(std::make_shared<Readers>(path, writer_->name())),
-      record_(path) {
+      record_(path),
+      notice_(file_.value_or(FileIdentity())) {
   writer_->run("PRAGMA synchronous = FULL");
   writer_->run("PRAGMA journal_size_limit = 8388608");
   catalog();
@@ -119,6 +121,13 @@ std::string SqliteStore::advice() const {
          " » vient d'une version plus ancienne du programme : on peut travailler, mais plus lentement. "
          "Mettez-la à jour une fois par « tavoline-store upgrade " +
          writer_->name() + " », qui en fait d'abord une copie.";
+}
+
+std::size_t SqliteStore::announce(const std::string& occupation) {
+  if (occupation.empty()) return notice_.silence(), 0;
+  const std::int64_t key = occupationKey(occupation);
+  notice_.say(key);
+  return notice_.othersSaying(key);
 }
 
 RowId SqliteStore::insert(const std::string& tableName, const FieldValues& fields) {

@@ -11,6 +11,7 @@
 #include "data/store/sqlite/Connection.h"
 #include "data/store/sqlite/HolderRecord.h"
 #include "data/store/sqlite/Log.h"
+#include "data/store/sqlite/Notice.h"
 #include "data/store/sqlite/Readers.h"
 #include "data/store/sqlite/SqliteSnapshot.h"
 
@@ -32,6 +33,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
   void relieveBy(std::weak_ptr<const Reliever> reliever) override { relieving_.by(std::move(reliever)); }
   std::string advice() const override;
+  std::size_t announce(const std::string& occupation) override;
   void idle() override;
   void pause() override;
 
@@ -64,6 +66,7 @@ class SqliteStore : public Store, public std::enable_shared_from_this<SqliteStor
   std::optional<Version> folded_;     // the version whose log was last folded entirely
   std::optional<Version> truncated_;  // ... and made an empty file
   HolderRecord record_;
+  Notice notice_;
 };
 
 }  // namespace tavoline::sqlite
