@@ -118,7 +118,7 @@ TEST_F(ReportTest, printsDirectlyWithoutADialogWhenTold) {
 
 TEST_F(ReportTest, withoutAPrinterThePaperIsAPdfBesideTheStore) {
   report::PrintSystem::current() = {[] { return QStringList(); }, [] { return QString(); }, {}};
-  station_.answers({{HasSubstr("impressions/Ticket 2024-03-09 14h00m00.pdf")}, {HasSubstr("par défaut")}});
+  station_.answers({{HasSubstr("impressions/Ticket 7 2024-03-09 14h00m00.pdf")}, {HasSubstr("par défaut")}});
   Report ticket("TCommande_avnF", "frxReport1");
   ticket.PrepareReport(true);
   ticket.Print();
@@ -126,7 +126,7 @@ TEST_F(ReportTest, withoutAPrinterThePaperIsAPdfBesideTheStore) {
   ticket.PrintOptions.ShowDialog = false;
   ticket.Print();
   QProcess reader;
-  reader.start("pdftotext", {"-layout", "impressions/Ticket 2024-03-09 14h00m00.pdf", "-"});
+  reader.start("pdftotext", {"-layout", "impressions/Ticket 7 2024-03-09 14h00m00.pdf", "-"});
   ASSERT_TRUE(reader.waitForFinished());
   const std::string text = reader.readAllStandardOutput().toStdString();
   for (const char* word : {"TICKET", "BENALI", "THÉ", "60,5", "VOUS SOUHAITE LA BIEN VENUE"})

@@ -7,6 +7,9 @@
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QImage>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "data/value/Clock.h"
 #include "data/value/Errors.h"
 #include "toolkit/report/Samples.h"
@@ -119,13 +122,33 @@ TEST_F(ExportTest, whatCannotBeWrittenIsToldAndWhatIsGivenUpLeavesNothing) {
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList());
 }
 
-TEST_F(ExportTest, quickExportsAreNamedByDocumentAndMoment) {
+TEST_F(ExportTest, quickExportsAreNamedByDocumentNumberAndMoment) {
   const QString before = QDir::currentPath();
   QDir::setCurrent(folder_.path());
   Clock::set([] { return DateTime::of(2024, 3, 9, 7, 5, 1); });
   const Document document = sampleDocument(1);
-  EXPECT_EQ(quickExport(document), folder_.filePath("impressions/Essai 2024-03-09 07h05m01.pdf"));
-  EXPECT_EQ(quickExport(document), folder_.filePath("impressions/Essai 2024-03-09 07h05m01 (2).pdf"));
+  EXPECT_EQ(quickExport(document), folder_.filePath("impressions/Essai 1 2024-03-09 07h05m01.pdf"));
+  EXPECT_EQ(quickExport(document), folder_.filePath("impressions/Essai 1 2024-03-09 07h05m01 (2).pdf"));
+  Clock::set({});
+  QDir::setCurrent(before);
+}
+
+TEST_F(ExportTest, fourWorkstationsThatPrintInOneSecondKeepAllTheirPapers) {
+  const QString before = QDir::currentPath();
+  QDir::setCurrent(folder_.path());
+  Clock::set([] { return DateTime::of(2024, 3, 9, 7, 5, 1); });
+  const Document document = sampleDocument(1);
+  std::vector<pid_t> stations;
+  for (int station = 0; station < 4; ++station) {
+    stations.push_back(::fork());
+    for (int paper = 0; stations.back() == 0 && paper < 12; ++paper) quickExport(document);
+    if (stations.back() == 0) ::_exit(0);
+  }
+  for (const pid_t station : stations) ::waitpid(station, nullptr, 0);
+  const QDir folder(folder_.filePath("impressions"));
+  EXPECT_EQ(folder.entryList(QDir::Files).size(), 48);
+  for (const QString& name : folder.entryList(QDir::Files))
+    EXPECT_TRUE(contents(folder.filePath(name)).startsWith("%PDF")) << name.toStdString();
   Clock::set({});
   QDir::setCurrent(before);
 }

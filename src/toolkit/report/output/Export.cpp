@@ -186,13 +186,27 @@ QString takeName(const QDir& folder, const QString& proposed) {
   }
 }
 
+// The number of an order or an invoice is what its barcode holds. As a part of a file's name, with a blank
+// before it; empty for a document without one.
+QString numberOf(const Document& document) {
+  if (document.empty()) return {};
+  for (const Item& item : document.items(0)) {
+    if (item.object->kind != ObjectKind::BarCode || item.text.empty()) continue;
+    QString number = QString::fromUtf8(item.text.data(), qsizetype(item.text.size())).trimmed().left(40);
+    for (QChar& sign : number)
+      if (!sign.isLetterOrNumber() && sign != u' ' && sign != u'-') sign = u'-';
+    return u' ' + number;
+  }
+  return {};
+}
+
 }  // namespace
 
 QString proposedName(const Document& document, const QString& suffix) {
   const DateTime now = Clock::now();
   const std::string& title = document.report().title;
-  return QString("%1 %2-%3-%4 %5h%6m%7.")
-             .arg(QString::fromStdString(title.empty() ? document.report().name : title))
+  return QString("%1%2 %3-%4-%5 %6h%7m%8.")
+             .arg(QString::fromStdString(title.empty() ? document.report().name : title), numberOf(document))
              .arg(now.year(), 4, 10, QLatin1Char('0'))
              .arg(now.month(), 2, 10, QLatin1Char('0'))
              .arg(now.day(), 2, 10, QLatin1Char('0'))

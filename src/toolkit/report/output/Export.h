@@ -26,12 +26,14 @@ bool exportDocument(const Document& document, const QString& path, const Progres
 bool paintSheets(const Document& document, QPagedPaintDevice& device, std::size_t from, std::size_t to,
                  const Progress& progress = {});
 
-/// A name for a file with the document, by document and moment: "Ticket 2024-03-09 14h00m00.pdf".
+/// A name for a file with the document, by document, its number where it has one, and moment:
+/// "Ticket 117 2024-03-09 14h00m00.pdf".
 QString proposedName(const Document& document, const QString& suffix);
 
 /// Writes the document as a PDF without questions, into the folder `impressions` beside the store, which is
-/// made if need be. Gives the file's name, made of document, moment and a counter: no other workstation ever
-/// has the same. Empty when given up, and then no file is left. Throws Error when it cannot be written.
+/// made if need be. Gives the file's name, the proposed one with a counter where it is taken: no other
+/// workstation ever has the same. Empty when given up, and then no file is left. Throws Error when it cannot
+/// be written.
 QString quickExport(const Document& document, const Progress& progress = {});
 
 }  // namespace tavoline::report
