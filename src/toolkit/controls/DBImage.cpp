@@ -14,7 +14,9 @@ DBImage::DBImage(QWidget* parent) : QFrame(parent), Binding(this) {
 }
 
 void DBImage::LoadFromFile(const std::string& path) {
-  const SharedBytes bytes = pictureFromFile(path);
+  ProgressBox box("Lecture de l'image…", window());
+  const SharedBytes bytes = pictureFromFile(path, box.progress());
+  if (!bytes) return;
   if (source()) {
     dataset()->Edit();
     dataset()->SetFieldValue(dataField().toStdString(), Value(bytes));

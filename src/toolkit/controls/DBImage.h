@@ -22,7 +22,8 @@ class DBImage : public QFrame, public Binding {
 
   /// Puts a picture file (PNG, JPEG, BMP) into the field; the dataset goes into edit state. Large photographs
   /// are made smaller first. The picture stands on the clipboard too afterwards, in place of what was there.
-  /// A file that is no whole picture is refused with a sentence, and nothing is changed.
+  /// A file that is no whole picture is refused with a sentence, and nothing is changed; neither where the
+  /// user, to whom a bar tells how far it is, gives up.
   void LoadFromFile(const std::string& path);
   bool Empty();  ///< No picture, or none that can be shown.
 

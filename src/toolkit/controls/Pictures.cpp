@@ -83,15 +83,69 @@ SharedBytes shared(const QByteArray& data) {
   return std::make_shared<const Bytes>(data.begin(), data.end());
 }
 
+/// How far a picture has come: its file is read, then decoded. Once given up it stays so.
+class Loading {
+ public:
+  explicit Loading(const Progress& progress) : progress_(progress) {}
+  enum Step : std::size_t { Reading = 0, Decoding = 1, Steps = 2 };
+  bool tell(Step step, qint64 done, qint64 size) {
+    constexpr std::size_t parts = 1000;
+    const auto part =
+        static_cast<std::size_t>(std::min(done, size) * qint64{parts - 1} / std::max(size, qint64{1}));
+    goesOn_ = goesOn_ && (!progress_ || progress_(step * parts + part, Steps * parts));
+    return goesOn_;
+  }
+  bool givenUp() const { return !goesOn_; }
+
+ private:
+  const Progress& progress_;
+  bool goesOn_ = true;
+};
+
+/// A file in memory that tells how far a decoder has read in it, and ends where that was given up.
+class ToldBytes : public QIODevice {
+ public:
+  ToldBytes(const QByteArray& bytes, Loading& loading) : bytes_(bytes), loading_(loading) {
+    open(ReadOnly | Unbuffered);
+  }
+  qint64 size() const override { return bytes_.size(); }
+
+ protected:
+  qint64 readData(char* target, qint64 most) override {
+    const qint64 at = pos(), count = std::min(most, bytes_.size() - at);
+    if (count <= 0 || !loading_.tell(Loading::Decoding, at, bytes_.size())) return -1;
+    std::copy_n(bytes_.constData() + at, count, target);
+    return count;
+  }
+  qint64 writeData(const char*, qint64) override { return -1; }
+
+ private:
+  const QByteArray& bytes_;
+  Loading& loading_;
+};
+
+QByteArray readAll(QFile& file, Loading& loading) {
+  constexpr qint64 piece = 1 << 20;
+  QByteArray data;
+  while (!file.atEnd() && loading.tell(Loading::Reading, data.size(), file.size())) {
+    const QByteArray more = file.read(piece);
+    if (more.isEmpty()) break;
+    data += more;
+  }
+  return data;
+}
+
 }  // namespace
 
-SharedBytes pictureFromFile(const std::string& path) {
+SharedBytes pictureFromFile(const std::string& path, const Progress& progress) {
   QFile file(QString::fromStdString(path));
   if (!file.open(QIODevice::ReadOnly)) refuse(path);
-  QByteArray data = file.readAll();
-  QBuffer buffer(&data);
+  Loading loading(progress);
+  const QByteArray data = readAll(file, loading);
+  if (loading.givenUp()) return nullptr;
+  ToldBytes bytes(data, loading);
   QImageReader::setAllocationLimit(largestDecodedMegabytes);
-  QImageReader reader(&buffer);
+  QImageReader reader(&bytes);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
   const QByteArray format = reader.format();
@@ -103,6 +157,7 @@ SharedBytes pictureFromFile(const std::string& path) {
   const bool large = std::max(size.width(), size.height()) > storedPictureEdge;
   if (large) reader.setScaledSize(size.scaled(storedPictureEdge, storedPictureEdge, Qt::KeepAspectRatio));
   const QImage picture = reader.read();
+  if (loading.givenUp()) return nullptr;
   if (picture.isNull()) refuse(path);
   if (!large && format != "bmp") return shared(data);
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "data/value/Value.h"
+#include "toolkit/forms/ProgressBox.h"
 
 namespace tavoline {
 
@@ -15,7 +16,8 @@ QPixmap decodedPicture(const SharedBytes& bytes);
 constexpr int storedPictureEdge = 512;
 
 /// Reads a picture file (PNG, JPEG, BMP) as bytes for the store, made smaller when it is larger than that.
-/// Throws Error with a sentence that names the file if it cannot be read or is no whole picture.
-SharedBytes pictureFromFile(const std::string& path);
+/// Throws Error with a sentence that names the file if it cannot be read or is no whole picture; null where
+/// `progress` gave it up.
+SharedBytes pictureFromFile(const std::string& path, const Progress& progress = {});
 
 }  // namespace tavoline

@@ -5,6 +5,7 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
+#include <set>
 
 namespace tavoline {
 namespace {
@@ -55,6 +56,22 @@ TEST_F(PictureTest, APictureOfFarTooManyPointsIsRefusedByItsHead) {
   EXPECT_THROW(image->LoadFromFile(file("huge.png", bytes)), Error);
   EXPECT_EQ(field(), before);
   EXPECT_TRUE(decodedPicture(std::make_shared<const Bytes>(bytes.begin(), bytes.end())).isNull());
+}
+
+TEST_F(PictureTest, ALargePictureTellsHowFarItIsAndCanBeGivenUpOnTheWay) {
+  for (const char* format : {"PNG", "JPEG", "BMP"}) {
+    SCOPED_TRACE(format);
+    const std::string path = file("grande", encoded({2000, 1500}, format));
+    std::set<std::size_t> told;
+    const SharedBytes whole = pictureFromFile(path, [&](std::size_t done, std::size_t total) {
+      told.insert(done * 10 / total);
+      return true;
+    });
+    EXPECT_TRUE(whole);
+    EXPECT_GE(told.size(), 4U) << "tenths of the way";
+    EXPECT_FALSE(
+        pictureFromFile(path, [](std::size_t done, std::size_t total) { return done * 4 < total * 3; }));
+  }
 }
 
 TEST_F(PictureTest, PicturesGoIntoTheFieldNoLargerThanNeeded) {
