@@ -35,14 +35,19 @@ std::optional<std::string> definition(Connection& connection, std::string_view k
 struct FoundColumn {
   int place = 0;  // the hidden rid stands at 0
   std::string defaultValue;
+  int width = 0;
 };
 
 std::map<std::string, FoundColumn> columnsOf(Connection& connection, const Table& table) {
   std::map<std::string, FoundColumn> found;  // by folded name
-  Statement columns = connection.prepare("SELECT name, cid, dflt_value FROM pragma_table_info(?1)");
+  Statement columns = connection.prepare(
+      "SELECT name, cid, dflt_value, CASE WHEN type LIKE 'TEXT(%' THEN CAST(substr(type, 6) AS INTEGER) ELSE "
+      "0 "
+      "END FROM pragma_table_info(?1)");
   columns.bind({table.name});
   while (columns.step())
-    found[foldName(columns.text(0))] = {static_cast<int>(columns.integer(1)), columns.text(2)};
+    found[foldName(columns.text(0))] = {static_cast<int>(columns.integer(1)), columns.text(2),
+                                        static_cast<int>(columns.integer(3))};
   return found;
 }
 
@@ -138,10 +143,17 @@ Findings checkColumns(Connection& connection) {
       if (entry->second.defaultValue != column.defaultValue)
         findings.push_back(of(table, column.name) + " n'a pas sa valeur par défaut (" +
                            std::string(column.defaultValue) + ").");
-      if (column.width && text.find(schema::widthConstraint(table, column)) == text.npos)
+      const bool narrower = entry->second.width && entry->second.width < column.width;
+      if (column.width && !narrower && text.find(schema::widthConstraint(table, column)) == text.npos)
         findings.push_back(of(table, column.name) + " n'a pas de largeur.");
     }
   }
+  for (const NarrowTable& table : narrowTables(connection))
+    report(findings,
+           "Colonnes plus étroites qu'aujourd'hui, qui refusent des textes longs (« tavoline-store upgrade » "
+           "les élargit), dans " +
+               table.name + " : ",
+           table.columns);
   return findings;
 }
 
@@ -163,6 +175,28 @@ Findings checkValues(Connection& connection) {
              ask("SELECT rid" + from + rightValue(column)));
   }
   return findings;
+}
+
+std::vector<NarrowTable> narrowTables(Connection& connection) {
+  std::vector<NarrowTable> narrow;
+  for (const Table& table : schema::tables()) {
+    NarrowTable found{std::string(table.name), {}, definition(connection, "table", table.name).value_or("")};
+    const auto columns = columnsOf(connection, table);
+    for (const Column& column : table.columns) {
+      const auto entry = columns.find(foldName(column.name));
+      const int width = entry == columns.end() ? 0 : entry->second.width;
+      if (width == 0 || (column.width != 0 && column.width <= width)) continue;
+      Column asItStands = column;
+      asItStands.width = width;
+      const std::string before = columnDefinition(sqlite::engine(), table, asItStands);
+      const auto at = found.widened.find(before);
+      if (at == std::string::npos) continue;  // not made by this program
+      found.widened.replace(at, before.size(), columnDefinition(sqlite::engine(), table, column));
+      found.columns.emplace_back(column.name);
+    }
+    if (!found.columns.empty()) narrow.push_back(std::move(found));
+  }
+  return narrow;
 }
 
 std::string kindOf(const Definition& definition) {

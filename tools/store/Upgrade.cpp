@@ -37,6 +37,22 @@ void add(Connection& connection, const std::vector<Definition>& missing) {
   }
 }
 
+// To take a limit from a text changes nothing of what is stored, so that the engine allows the definition to
+// be replaced by itself. It and whoever has the store open read it anew.
+void widen(Connection& connection, const std::vector<NarrowTable>& tables) {
+  if (tables.empty()) return;
+  connection.run("PRAGMA writable_schema = ON");
+  for (const NarrowTable& table : tables) {
+    sqlite::Statement change = connection.prepare(
+        "UPDATE sqlite_schema SET sql = ?1 WHERE type = 'table' AND name = ?2 COLLATE NOCASE");
+    change.bind({table.widened, table.name});
+    change.step();
+  }
+  const std::int64_t version = connection.integer("PRAGMA schema_version");
+  connection.run("PRAGMA schema_version = " + std::to_string(version + 1));
+  connection.run("PRAGMA writable_schema = OFF");
+}
+
 }  // namespace
 
 Upgrade upgradeStore(const std::string& path) {
@@ -49,7 +65,8 @@ Upgrade upgradeStore(const std::string& path) {
     Connection looking(file.path, file.name, Connection::Role::Observer);
     looking.run("BEGIN");  // All that is read is of one moment.
     requireUpgradable(looking);
-    if (missingDefinitions(looking).empty() && sqlite::hasIdentity(looking)) return done;
+    if (missingDefinitions(looking).empty() && narrowTables(looking).empty() && sqlite::hasIdentity(looking))
+      return done;
   }
   done.backup =
       besideAt(Clock::now(), file.path, "avant", std::filesystem::path(file.path).extension().string());
@@ -59,6 +76,11 @@ Upgrade upgradeStore(const std::string& path) {
   connection.run("PRAGMA synchronous = FULL");
   connection.run("BEGIN IMMEDIATE");
   try {
+    const std::vector<NarrowTable> narrow = narrowTables(connection);
+    widen(connection, narrow);
+    for (const NarrowTable& table : narrow)
+      for (const std::string& column : table.columns)
+        done.added.push_back("largeur de " + table.name + '.' + column);
     const std::vector<Definition> missing = missingDefinitions(connection);
     add(connection, missing);
     for (const Definition& one : missing) done.added.push_back(one.name);

@@ -10,6 +10,14 @@ using schema::Column;
 using schema::Index;
 using schema::Table;
 
+std::string literal(std::string_view text) {
+  std::string quoted = "'";
+  for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
+  return quoted + "'";
+}
+
+}  // namespace
+
 std::string columnDefinition(const Engine& engine, const Table& table, const Column& column) {
   const std::string name = engine.quotedName(column.name);
   std::string text = name + ' ' + engine.typeName(column);
@@ -21,6 +29,8 @@ std::string columnDefinition(const Engine& engine, const Table& table, const Col
   }
   return text;
 }
+
+namespace {
 
 Definition tableDefinition(const Engine& engine, const Table& table) {
   std::string text = "CREATE TABLE " + engine.quotedName(table.name) + " (\n  " +
@@ -38,12 +48,6 @@ Definition indexDefinition(const Engine& engine, const Table& table, const Index
                      ')';
   if (!index.only.empty()) text += " WHERE " + std::string(index.only);
   return {unique ? Definition::Kind::Key : Definition::Kind::Index, std::string(index.name), text};
-}
-
-std::string literal(std::string_view text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
-  return quoted + "'";
 }
 
 }  // namespace

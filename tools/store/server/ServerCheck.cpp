@@ -64,7 +64,10 @@ Findings checkTables(const Catalog& catalog, bool& whole) {
       if (!sameName(found->columns[i].name, column.name))
         findings.push_back(of(table, column) + " n'est pas à sa place.");
       if (info->type != column.type) findings.push_back(of(table, column) + " est d'un autre genre.");
-      if (info->width != column.width) findings.push_back(of(table, column) + " n'a pas sa largeur.");
+      if (info->width != column.width)
+        findings.push_back(
+            of(table, column) +
+            " n'a pas sa largeur. Une copie par « tavoline-store copy » vers une base neuve l'a.");
       if (info->defaultValue.isNull() != column.defaultValue.empty())
         findings.push_back(of(table, column) + " n'a pas sa valeur par défaut.");
     }
