@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
   scaleToDisplay(argc, argv);
   Application application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
-  applyTheme(application);
+  applyTheme(application, shadeForDesktop());
   const BoardRaiser board;
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });

@@ -105,7 +105,7 @@ QColor TListe_produitF::DBGridEh1CellColour(Dataset& rows, std::size_t record,
     return rows.ValueAt(record, static_cast<std::size_t>(rows.ColumnIndex(name)));
   };
   const bool low = value("qte_min") >= value("qte_stock") && value("desto") == Value("OUI");
-  return low ? QColor(theme::alert) : QColor();
+  return low ? QColor(theme().alert) : QColor();
 }
 
 void TListe_produitF::FormClose() {

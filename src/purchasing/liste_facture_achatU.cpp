@@ -31,8 +31,8 @@ QColor paymentColour(Dataset& rows, std::size_t record, const std::string& field
   };
   const Value rest = value("MONTANT_RESTE");
   if (rest.isNull()) return {};
-  if (rest <= Value(0)) return QColor(theme::freeSoft);
-  return QColor(value("MONTANT_VERSE") > Value(0) ? theme::waitingSoft : theme::wrongSoft);
+  if (rest <= Value(0)) return QColor(theme().freeSoft);
+  return QColor(value("MONTANT_VERSE") > Value(0) ? theme().waitingSoft : theme().wrongSoft);
 }
 
 }  // namespace

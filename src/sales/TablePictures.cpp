@@ -4,6 +4,8 @@
 #include <QtGui/QPainter>
 #include <QtSvg/QSvgRenderer>
 
+#include "toolkit/theme/Theme.h"
+
 // A static library's resources are taken in by name, from outside any namespace.
 static void takeTablePictures() {
   Q_INIT_RESOURCE(sales);
@@ -13,8 +15,9 @@ namespace tavoline {
 
 QPixmap tablePicture(TablePicture which) {
   takeTablePictures();
-  QSvgRenderer drawing(which == TablePicture::Free ? QStringLiteral(":/tavoline/sales/table-free.svg")
-                                                   : QStringLiteral(":/tavoline/sales/table-busy.svg"));
+  QSvgRenderer drawing(QStringLiteral(":/tavoline/sales/table-%1%2.svg")
+                           .arg(which == TablePicture::Free ? QStringLiteral("free") : QStringLiteral("busy"),
+                                shade() == Shade::Dark ? QStringLiteral("-dark") : QString()));
   const qreal ratio = qGuiApp->devicePixelRatio();
   QPixmap picture((QSizeF(drawing.defaultSize()) * ratio).toSize());
   picture.setDevicePixelRatio(ratio);

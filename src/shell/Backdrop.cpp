@@ -3,17 +3,25 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include "toolkit/theme/Theme.h"
+
 namespace tavoline {
 
 namespace {
 
-const QColor kGround("#f3f1ec"), kShade("#e9e5dd"), kLine("#c9d8d6"), kInk("#9dbab7");
+// The colour of the drawing: the accent, far away.
+QColor faint() {
+  const QColor accent(theme().accent), ground(theme().ground);
+  const auto between = [](int near, int far) { return (2 * near + 3 * far) / 5; };
+  return QColor(between(accent.red(), ground.red()), between(accent.green(), ground.green()),
+                between(accent.blue(), ground.blue()));
+}
 
 // A table seen from above with its chairs, as on a floor plan.
 void drawTable(QPainter& painter, QPointF centre, qreal radius, int chairs) {
   painter.save();
   painter.translate(centre);
-  painter.setBrush(kShade);
+  painter.setBrush(QColor(theme().shade));
   for (int i = 0; i < chairs; ++i) {
     painter.save();
     painter.rotate(360.0 * i / chairs);
@@ -21,7 +29,7 @@ void drawTable(QPainter& painter, QPointF centre, qreal radius, int chairs) {
                             radius * 0.16, radius * 0.16);
     painter.restore();
   }
-  painter.setBrush(kGround);
+  painter.setBrush(QColor(theme().ground));
   painter.drawEllipse(QPointF(), radius, radius);
   painter.drawEllipse(QPointF(), radius * 0.34, radius * 0.34);
   painter.restore();
@@ -51,14 +59,15 @@ QPixmap draw(QSize size, qreal ratio) {
   QPainter painter(&drawing);
   painter.setRenderHint(QPainter::Antialiasing);
   const QRectF area(QPointF(), size);
+  const QColor ground(theme().ground), ink = faint();
 
   QLinearGradient light(area.topLeft(), area.bottomRight());
-  light.setColorAt(0, kGround.lighter(103));
-  light.setColorAt(1, kGround.darker(102));
+  light.setColorAt(0, ground.lighter(103));
+  light.setColorAt(1, ground.darker(102));
   painter.fillRect(area, light);
 
   const qreal unit = qMin(area.width(), area.height());
-  painter.setPen(QPen(kShade.darker(103), 2));
+  painter.setPen(QPen(QColor(theme().shade).darker(103), 2));
   drawTable(painter, {area.width() * 0.12, area.height() * 0.86}, unit * 0.10, 4);
   drawTable(painter, {area.width() * 0.90, area.height() * 0.14}, unit * 0.12, 6);
   drawTable(painter, {area.width() * 0.86, area.height() * 0.82}, unit * 0.075, 3);
@@ -69,7 +78,7 @@ QPixmap draw(QSize size, qreal ratio) {
   painter.translate(area.center() - QPointF(side * 0.48, side * 0.86));
   painter.scale(side / 100, side / 100);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(kInk, 3.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setPen(QPen(ink, 3.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   painter.drawPath(cup());
   painter.restore();
 
@@ -78,7 +87,7 @@ QPixmap draw(QSize size, qreal ratio) {
   name.setWeight(QFont::Light);
   name.setLetterSpacing(QFont::AbsoluteSpacing, unit * 0.012);
   painter.setFont(name);
-  painter.setPen(kInk.darker(112));
+  painter.setPen(ink.darker(shade() == Shade::Light ? 112 : 100));
   painter.drawText(QRectF(0, area.center().y() + side * 0.16, area.width(), unit * 0.14), Qt::AlignCenter,
                    "Tavoline");
   return drawing;

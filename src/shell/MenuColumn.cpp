@@ -43,14 +43,14 @@ QSize MenuButton::minimumSizeHint() const {
 
 void MenuButton::paintEvent(QPaintEvent* event) {
   const bool onAccent = isEnabled() && property("kind") == QLatin1String("menuDoor");
-  if (here_ && !onAccent) drawRounded(QRectF(rect()), theme::accentSoft, groundRadius);
+  if (here_ && !onAccent) drawRounded(QRectF(rect()), theme().accentSoft, groundRadius);
   if (folded_)
     paintFolded();
   else
     Button::paintEvent(event);
   if (here_)
     drawRounded(QRectF(onAccent ? 3 : 0, barInset, barWidth, height() - 2 * barInset),
-                onAccent ? theme::card : theme::accent, barWidth / 2);
+                onAccent ? theme().onAccent : theme().accent, barWidth / 2);
 }
 
 void MenuButton::drawRounded(const QRectF& place, QRgb colour, int radius) {

@@ -35,7 +35,7 @@ int pixelsOf(QWidget& pane, QColor colour) {
 TEST(ChartTest, BarsArePaintedAndBlankWhereNothingIsShown) {
   Session session;
   session.play(kMonth);
-  const QColor bar(theme::accent);
+  const QColor bar(theme().accent);
   const int painted = pixelsOf(*statF->RevenuChart, bar);
   EXPECT_GT(painted, 2000) << "two bars, of more than half the height";
   statF->RevenuChart->Clear();

@@ -1,8 +1,9 @@
-// tavoline-screens FOLDER [WIDTH HEIGHT]: takes the pictures of the documentation. The working directory
-// holds a demo store, which is changed on the way: give it one of its own.
+// tavoline-screens FOLDER [WIDTH HEIGHT [sombre]]: takes the pictures of the documentation. The working
+// directory holds a demo store, which is changed on the way: give it one of its own.
 
 #include <cstdio>
 #include <stdexcept>
+#include <string_view>
 
 #include "Screens.h"
 #include "shell/MenuU.h"
@@ -16,16 +17,17 @@
 int main(int argc, char** argv) {
   using namespace tavoline;
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  if (argc != 2 && argc != 4) {
-    std::fputs("tavoline-screens FOLDER [WIDTH HEIGHT]\n", stderr);
+  const bool dark = argc == 5 && std::string_view(argv[4]) == "sombre";
+  if (argc != 2 && argc != 4 && !dark) {
+    std::fputs("tavoline-screens FOLDER [WIDTH HEIGHT [sombre]]\n", stderr);
     return 2;
   }
   const QString folder = QString::fromLocal8Bit(argv[1]);
-  const QSize display = argc == 4 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1024, 768);
+  const QSize display = argc >= 4 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1024, 768);
   const double scale = scaleFor(display);
   qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
   Application application(argc, argv);
-  applyTheme(application);
+  applyTheme(application, dark ? Shade::Dark : Shade::Light);
   std::string box;  // no scene is to show one
   Messages::current().show = [&](const std::string& text, const std::string&) { box = text; };
   try {

@@ -20,10 +20,10 @@ ChartPane::ChartPane(QWidget* parent)
     : QFrame(parent), area_(new QScrollArea(this)), chart_(new QChart), view_(new QChartView(chart_)) {
   setProperty("kind", QStringLiteral("card"));
   chart_->setAnimationOptions(QChart::NoAnimation);
-  chart_->setBackgroundBrush(QColor(theme::card));
+  chart_->setBackgroundBrush(QColor(theme().card));
   chart_->setBackgroundRoundness(0);
   chart_->layout()->setContentsMargins(0, 0, 0, 0);
-  chart_->legend()->setLabelColor(QColor(theme::ink));
+  chart_->legend()->setLabelColor(QColor(theme().ink));
   chart_->legend()->setFont(smallFont());
   view_->setRenderHint(QPainter::Antialiasing);
   view_->setFrameShape(QFrame::NoFrame);

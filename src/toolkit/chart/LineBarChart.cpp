@@ -26,7 +26,7 @@ constexpr int kLabelLength = 14;  // letters of a label below; a touch tells the
 constexpr qreal kGap = 3;         // pixels between a bar and its value
 
 QColor barColour(bool light) {
-  return QColor(light ? 0xffe6c28f : theme::accent);
+  return QColor(light ? 0xffe6c28f : theme().accent);
 }
 
 // As on paper: amounts are counted in hundredths, however a sum of floats ends.
@@ -66,7 +66,7 @@ void LineBarChart::AddSeries(const LineBarSettings& settings, Dataset& rows, std
   bars_ = new QBarSeries;
   bars_->setBarWidth(settings.barWidth / 100.0);
   bars_->append(set);
-  line->setPen(QPen(QColor(theme::ink), 2));
+  line->setPen(QPen(QColor(theme().ink), 2));
   line->setPointsVisible(true);
   chart().addSeries(bars_);
   chart().addSeries(line);
@@ -91,13 +91,13 @@ void LineBarChart::addAxes() {
   up->setLabelFormat(QStringLiteral("%.0f"));
   up->setTickCount(4);  // of five, the library cuts the amounts in a pane of a hundred pixels
   up->setTitleText(settings_.axisY);
-  up->setGridLineColor(QColor(theme::line));
+  up->setGridLineColor(QColor(theme().line));
   for (QAbstractAxis* axis : {static_cast<QAbstractAxis*>(across), static_cast<QAbstractAxis*>(up)}) {
-    axis->setLabelsColor(QColor(theme::ink));
+    axis->setLabelsColor(QColor(theme().ink));
     axis->setLabelsFont(smallFont());
     axis->setTitleFont(smallFont());
-    axis->setTitleBrush(QColor(theme::muted));
-    axis->setLinePenColor(QColor(theme::line));
+    axis->setTitleBrush(QColor(theme().muted));
+    axis->setLinePenColor(QColor(theme().line));
   }
   chart().addAxis(across, Qt::AlignBottom);
   chart().addAxis(up, Qt::AlignLeft);
@@ -114,7 +114,7 @@ void LineBarChart::writeTexts() {
   const auto text = [&](const QString& words) {
     auto* item = new QGraphicsSimpleTextItem(words, &chart());
     item->setFont(font);
-    item->setBrush(QColor(theme::ink));
+    item->setBrush(QColor(theme().ink));
     item->setZValue(20);
     return item;
   };
@@ -149,7 +149,7 @@ void LineBarChart::placeValue(std::size_t point, bool upright) {
   const QPointF top = chart().mapToPosition(QPointF(static_cast<qreal>(point), amount), bars_);
   const bool inside = top.y() - kGap - length < chart().plotArea().top();
   const qreal end = inside ? top.y() + kGap + length : top.y() - kGap;  // the lower end of the text
-  text.setBrush(QColor(inside && !settings_.light ? theme::card : theme::ink));
+  text.setBrush(inside ? lettersOn(barColour(settings_.light)) : QColor(theme().ink));
   text.setRotation(upright ? -90 : 0);
   text.setPos(upright ? QPointF(top.x() - size.height() / 2, end)
                       : QPointF(top.x() - size.width() / 2, end - size.height()));

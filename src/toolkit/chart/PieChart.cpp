@@ -16,6 +16,9 @@ namespace tavoline {
 namespace {
 
 constexpr double kRadius = 0.65;  // of half the plot's shorter side: labels stand around the pie
+constexpr double kThin = 30;      // degrees: labels of thinner neighbours would touch
+constexpr double kArm = 0.15,
+                 kLongerArm = 0.22;  // of the radius, from a slice to its label, and more for a next thin one
 
 struct Look {
   QRgb colour;
@@ -23,12 +26,15 @@ struct Look {
 };
 
 // Neighbours differ in pattern or lightness, not in hue alone.
-constexpr std::array kLooks = {
-    Look{theme::accent, Qt::SolidPattern}, Look{0xffb5793a, Qt::BDiagPattern},
-    Look{0xff8fbcb9, Qt::SolidPattern},    Look{theme::accentDark, Qt::DiagCrossPattern},
-    Look{0xffe0b77f, Qt::SolidPattern},    Look{theme::muted, Qt::FDiagPattern},
-    Look{0xff4b3f72, Qt::SolidPattern},    Look{0xff8a5a2b, Qt::Dense5Pattern},
-};
+Look lookOf(std::size_t slice) {
+  const std::array looks = {
+      Look{theme().accent, Qt::SolidPattern}, Look{0xffb5793a, Qt::BDiagPattern},
+      Look{0xff8fbcb9, Qt::SolidPattern},     Look{theme().accentDark, Qt::DiagCrossPattern},
+      Look{0xffe0b77f, Qt::SolidPattern},     Look{theme().muted, Qt::FDiagPattern},
+      Look{0xff7a6bb0, Qt::SolidPattern},     Look{0xff8a5a2b, Qt::Dense5Pattern},
+  };
+  return looks[slice % looks.size()];
+}
 
 }  // namespace
 
@@ -47,15 +53,21 @@ void PieChart::AddSeries(const QString& title, Dataset& rows, std::string_view v
         QString::fromStdString(Rows().labels[row] + " : " + Rows().values[row].text() + " DA");
     const double amount = std::max(0.0, Rows().amount(row));
     auto* slice = new QPieSlice(text, amount);
-    const Look& look = kLooks[row % kLooks.size()];
+    const Look look = lookOf(row);
     slice->setBrush(QBrush(QColor(look.colour), look.pattern));
-    slice->setPen(QPen(QColor(theme::card), 2));
-    slice->setLabelColor(QColor(theme::ink));
+    slice->setPen(QPen(QColor(theme().card), 2));
+    slice->setLabelColor(QColor(theme().ink));
     slice->setLabelFont(smallFont());
     slice->setLabelVisible(amount > 0);
     slices_->append(slice);
   }
   chart().addSeries(slices_);
+  int thin = 0;
+  for (QPieSlice* slice : slices_->slices()) {
+    if (!slice->isLabelVisible()) continue;
+    thin = slice->angleSpan() < kThin ? thin + 1 : 0;
+    slice->setLabelArmLengthFactor(kArm + kLongerArm * std::max(0, thin - 1));
+  }
 }
 
 QString PieChart::chartLegend() const {

@@ -6,6 +6,7 @@
 
 #include "toolkit/controls/Focus.h"
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -56,10 +57,10 @@ void Button::paintEvent(QPaintEvent*) {
 
 QIcon Button::shownIcon(const QIcon& icon) const {
   const QString kind = property("kind").toString();
-  const bool onAccent =
-      kind == QLatin1String("primary") || kind == QLatin1String("menuDoor") || kind == QLatin1String("onBar");
-  if (icon.isNull() || !isEnabled() || !onAccent) return icon;
-  return tinted(icon, iconSize(), devicePixelRatioF(), Qt::white);
+  const bool onBar = kind == QLatin1String("onBar");
+  const bool onAccent = kind == QLatin1String("primary") || kind == QLatin1String("menuDoor");
+  if (icon.isNull() || !isEnabled() || !(onAccent || onBar)) return icon;
+  return tinted(icon, iconSize(), devicePixelRatioF(), QColor(onBar ? theme().onBar : theme().onAccent));
 }
 
 QSize Button::withoutBlanks(QSize size) const {

@@ -43,9 +43,9 @@ class Entries : public QStyledItemDelegate {
                         painter->fontMetrics().elidedText(words, Qt::ElideRight, room.width()));
     };
     painter->save();
-    draw(text, Qt::AlignTop, chosen ? theme::card : theme::ink);
+    draw(text, Qt::AlignTop, chosen ? theme().onAccent : theme().ink);
     letters.setPixelSize(noteLetters);
-    draw(note, Qt::AlignBottom, chosen ? theme::accentSoft : theme::muted);
+    draw(note, Qt::AlignBottom, chosen ? theme().accentSoft : theme().muted);
     painter->restore();
   }
 

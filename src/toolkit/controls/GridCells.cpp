@@ -5,6 +5,7 @@
 #include <QtWidgets/QTableView>
 
 #include "toolkit/controls/FittedText.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -46,9 +47,8 @@ void GridCells::paint(QPainter* painter, const QStyleOptionViewItem& option, con
   else if (selected)
     painter->fillRect(option.rect, option.palette.highlight());
 
-  const bool dark = colour.isValid() && colour.lightness() < 140;
   const QPalette::ColorRole ink = selected ? QPalette::HighlightedText : QPalette::Text;
-  painter->setPen(dark ? QColor(Qt::white) : option.palette.color(ink));
+  painter->setPen(colour.isValid() ? lettersOn(colour) : option.palette.color(ink));
   const auto* grid = static_cast<const QTableView*>(option.widget);
   const int padding = gridPadding(*grid);
   const QRect room = option.rect.adjusted(padding, 0, -padding, 0);

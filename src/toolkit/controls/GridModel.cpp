@@ -65,7 +65,7 @@ QVariant DBGrid::Model::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return int(columnAlignment(column));
     case Qt::BackgroundRole:
-      if (index.row() == marked_) return QColor(theme::accent);
+      if (index.row() == marked_) return QColor(theme().accent);
       return reading([&] { return colour(index.row(), column); });
     case FigureRole:
       return column.isFigure();

@@ -29,17 +29,17 @@ void drawBadge(QPainter& painter, const QRect& tile, int reservedBelow, const QS
   const int width = qMax(badgeHeight, painter.fontMetrics().horizontalAdvance(text) + 14);
   const QRect place(tile.right() - edge - width + 1, tile.bottom() - reservedBelow - badgeHeight, width,
                     badgeHeight);
-  painter.setPen(QPen(QColor(theme::card), 2));
-  painter.setBrush(QColor(theme::accent));
+  painter.setPen(QPen(QColor(theme().card), 2));
+  painter.setBrush(QColor(theme().accent));
   painter.drawRoundedRect(place, badgeHeight / 2.0, badgeHeight / 2.0);
-  painter.setPen(QColor(theme::card));
+  painter.setPen(QColor(theme().onAccent));
   painter.drawText(place, Qt::AlignCenter, text);
 }
 
 void drawMark(QPainter& painter, const QRect& tile, const QString& name) {
   const QRect ground(tile.right() - edge - markSize - 4, tile.top() + edge, markSize + 4, markSize + 4);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(theme::card));
+  painter.setBrush(QColor(theme().card));
   painter.drawEllipse(ground);
   const QRect place = ground.adjusted(4, 4, -4, -4);
   QIcon::fromTheme(name).paint(&painter, place);
@@ -59,7 +59,7 @@ void TileNotes::drawBelow(QPainter& painter, const QRect& place) const {
     const bool figure = isFigure(below[i].toStdString());
     if (figure) font = fittedFont(below[i], font, place.width());
     painter.setFont(font);
-    painter.setPen(QColor(first ? theme::ink : theme::muted));
+    painter.setPen(QColor(first ? theme().ink : theme().muted));
     const QRect line(place.left(), top, place.width(), first ? firstLine : otherLine);
     painter.drawText(
         line, Qt::AlignLeft | Qt::AlignVCenter,
@@ -71,13 +71,13 @@ void TileNotes::drawBelow(QPainter& painter, const QRect& place) const {
 void TileNotes::drawOver(QPainter& painter, const QRect& tile, int reservedBelow) const {
   painter.save();
   if (nothing) {
-    QColor veil(theme::card);
+    QColor veil(theme().card);
     veil.setAlpha(160);
     painter.fillRect(tile.adjusted(0, 0, 0, -reservedBelow), veil);
   }
   if (!corner.isEmpty()) {
     painter.setFont(letters(painter, otherLetters, nothing));
-    painter.setPen(QColor(nothing ? theme::wrong : theme::muted));
+    painter.setPen(QColor(nothing ? theme().wrong : theme().muted));
     painter.drawText(QRect(tile.left() + 10, tile.bottom() - reservedBelow, tile.width() / 2, reservedBelow),
                      Qt::AlignLeft | Qt::AlignVCenter, corner);
   }

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "toolkit/forms/Guard.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -93,7 +94,11 @@ void ShapeButton::paintEvent(QPaintEvent*) {
   notes_.drawOver(painter, rect(), reservedBelow);
 
   if (isDown()) painter.fillRect(rect(), QColor(0, 0, 0, 40));
-  if (!isEnabled()) painter.fillRect(rect(), QColor(255, 255, 255, 140));
+  if (!isEnabled()) {
+    QColor veil(theme().card);
+    veil.setAlpha(140);
+    painter.fillRect(rect(), veil);
+  }
   painter.setClipping(false);
   const bool framed = hasFocus() || notes_.chosen;
   painter.setPen(QPen(palette().color(framed ? QPalette::Highlight : QPalette::Midlight), framed ? 3 : 1));

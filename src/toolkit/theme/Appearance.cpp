@@ -2,10 +2,16 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QSettings>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusVariant>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
 #include <QtGui/QScreen>
+#include <QtGui/QStyleHints>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace tavoline {
 
@@ -14,10 +20,15 @@ namespace {
 constexpr char kVariable[] = "QT_SCALE_FACTOR";
 constexpr double kLeast = 0.5, kMost = 3.0;  // of a scale that is told
 
-// What the installation tells; 0 for nothing, or nothing that could be meant.
-double toldScale() {
+// What the installation tells; empty for nothing.
+QString told(const QString& key) {
   const QSettings file(QDir::current().filePath(QStringLiteral("affichage.ini")), QSettings::IniFormat);
-  const double told = file.value(QStringLiteral("echelle")).toString().replace(u',', u'.').toDouble();
+  return file.value(key).toString().trimmed().toLower();
+}
+
+// 0 for nothing, or nothing that could be meant.
+double toldScale() {
+  const double told = tavoline::told(QStringLiteral("echelle")).replace(u',', u'.').toDouble();
   return told >= kLeast && told <= kMost ? told : 0;
 }
 
@@ -28,17 +39,52 @@ QSize displaySize(int argc, char** argv) {
   return display ? display->size() : QSize();
 }
 
+// A desktop that has a portal answers at once; no service is started to be asked. Nothing from any other one.
+std::optional<bool> portalIsDark() {
+  constexpr int kPatience = 300;  // ms
+  auto asking = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+  asking.setAutoStartService(false);
+  asking << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(asking, QDBus::Block, kPatience);
+  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return std::nullopt;
+  QVariant scheme = answer.arguments().constFirst();
+  while (scheme.canConvert<QDBusVariant>()) scheme = scheme.value<QDBusVariant>().variant();
+  return scheme.toUInt() == 1;  // 0 for no preference, 2 for light
+}
+
+bool desktopIsDark() {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+  const Qt::ColorScheme scheme = QGuiApplication::styleHints()->colorScheme();
+  if (scheme != Qt::ColorScheme::Unknown) return scheme == Qt::ColorScheme::Dark;
+#endif
+  const QPalette colours = QGuiApplication::palette();
+  if (colours.color(QPalette::Window).lightness() < colours.color(QPalette::WindowText).lightness())
+    return true;
+  return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") && portalIsDark().value_or(false);
+}
+
 }  // namespace
 
-double scaleFor(QSize display) {
-  const double room = std::min(display.width() / 1366.0, display.height() / 768.0);
-  return std::clamp(std::floor(room * 10) / 10, 1.0, kMost);
+Shade shadeForDesktop() {
+  const QString wanted = told(QStringLiteral("theme"));
+  const bool dark =
+      wanted == QLatin1String("sombre") || (wanted != QLatin1String("clair") && desktopIsDark());
+  return dark ? Shade::Dark : Shade::Light;
+}
+
+double scaleFor(QSize display, double told) {
+  const auto largest = [&](double width, double height, double steps) {
+    return std::floor(std::min(display.width() / width, display.height() / height) * steps) / steps;
+  };
+  if (told > 0) return std::min(told, std::max(1.0, largest(1024, 740, 20)));
+  return std::clamp(largest(1366, 768, 10), 1.0, kMost);
 }
 
 void scaleToDisplay(int argc, char** argv) {
   if (qEnvironmentVariableIsSet(kVariable)) return;
-  const double told = toldScale();
-  const double scale = told > 0 ? told : scaleFor(displaySize(argc, argv));
+  const double scale = scaleFor(displaySize(argc, argv), toldScale());
   if (scale != 1.0) qputenv(kVariable, QByteArray::number(scale));
 }
 

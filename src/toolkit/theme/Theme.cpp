@@ -21,26 +21,81 @@ namespace {
 
 constexpr int bodyPixels = 16;
 
+constexpr Theme kLight{
+    .ground = 0xfff3f1ec,  // a light warm grey
+    .card = 0xffffffff,
+    .stripe = 0xfff9f8f5,
+    .shade = 0xffe9e6df,
+    .line = 0xffd6d1c7,
+    .ink = 0xff1f2b2b,
+    .muted = 0xff66706f,
+    .accent = 0xff0f5e63,
+    .accentDark = 0xff0a464a,
+    .accentSoft = 0xffd5e8e7,
+    .onAccent = 0xffffffff,
+    .bar = 0xff0f5e63,
+    .barDown = 0xff0a464a,
+    .onBar = 0xffffffff,
+    .onBarMuted = 0xffd5e8e7,
+    .wrong = 0xffb3261e,
+    .wrongSoft = 0xfffbe1de,
+    .alert = 0xfff4978e,
+    .free = 0xff2b784b,
+    .freeSoft = 0xffd9ecdf,
+    .waitingSoft = 0xfffbeac4,
+};
+
+constexpr Theme kDark{
+    .ground = 0xff161c1c,
+    .card = 0xff1f2727,
+    .stripe = 0xff242d2d,
+    .shade = 0xff2b3535,
+    .line = 0xff435151,
+    .ink = 0xffe6ece9,
+    .muted = 0xffa0afac,
+    .accent = 0xff6cc7c3,
+    .accentDark = 0xff54aca9,
+    .accentSoft = 0xff1f4849,
+    .onAccent = 0xff071d1d,
+    .bar = 0xff123f42,
+    .barDown = 0xff1d585c,
+    .onBar = 0xffeef6f5,
+    .onBarMuted = 0xffa9cfcd,
+    .wrong = 0xffff8f85,
+    .wrongSoft = 0xff4d2421,
+    .alert = 0xff7d3129,
+    .free = 0xff7fcf9b,
+    .freeSoft = 0xff1e3f2c,
+    .waitingSoft = 0xff4d3d16,
+};
+
+Shade inForce = Shade::Light;
+
 struct Token {
   const char* name;
-  QRgb colour;
+  QRgb Theme::*colour;
 };
 
 // Longer names first, as one may begin with another.
 constexpr Token tokens[] = {
-    {"@accentDark", theme::accentDark},
-    {"@accentSoft", theme::accentSoft},
-    {"@accent", theme::accent},
-    {"@wrongSoft", theme::wrongSoft},
-    {"@wrong", theme::wrong},
-    {"@ground", theme::ground},
-    {"@card", theme::card},
-    {"@stripe", theme::stripe},
-    {"@shade", theme::shade},
-    {"@line", theme::line},
-    {"@ink", theme::ink},
-    {"@muted", theme::muted},
-    {"@free", theme::free},
+    {"@accentDark", &Theme::accentDark},
+    {"@accentSoft", &Theme::accentSoft},
+    {"@accent", &Theme::accent},
+    {"@onAccent", &Theme::onAccent},
+    {"@onBarMuted", &Theme::onBarMuted},
+    {"@onBar", &Theme::onBar},
+    {"@barDown", &Theme::barDown},
+    {"@bar", &Theme::bar},
+    {"@wrongSoft", &Theme::wrongSoft},
+    {"@wrong", &Theme::wrong},
+    {"@ground", &Theme::ground},
+    {"@card", &Theme::card},
+    {"@stripe", &Theme::stripe},
+    {"@shade", &Theme::shade},
+    {"@line", &Theme::line},
+    {"@ink", &Theme::ink},
+    {"@muted", &Theme::muted},
+    {"@free", &Theme::free},
 };
 
 // What a stylesheet cannot say.
@@ -81,26 +136,27 @@ class TouchStyle : public QProxyStyle {
   }
 };
 
+// Two colours for Fusion's own edges and shadows; what the theme names stands over them.
 QPalette palette() {
-  QPalette colours;
+  const Theme& now = theme();
+  QPalette colours(QColor(now.card), QColor(now.ground));
   const auto set = [&](QPalette::ColorRole role, QRgb colour) { colours.setColor(role, QColor(colour)); };
-  set(QPalette::Window, theme::ground);
-  set(QPalette::WindowText, theme::ink);
-  set(QPalette::Base, theme::card);
-  set(QPalette::AlternateBase, theme::stripe);
-  set(QPalette::Text, theme::ink);
-  set(QPalette::Button, theme::card);
-  set(QPalette::ButtonText, theme::ink);
-  set(QPalette::PlaceholderText, theme::muted);
-  set(QPalette::Highlight, theme::accent);
-  set(QPalette::HighlightedText, theme::card);
-  set(QPalette::Link, theme::accent);
-  set(QPalette::Midlight, theme::line);
-  set(QPalette::Mid, theme::line);
-  set(QPalette::ToolTipBase, theme::ink);
-  set(QPalette::ToolTipText, theme::card);
+  set(QPalette::WindowText, now.ink);
+  set(QPalette::Base, now.card);
+  set(QPalette::AlternateBase, now.stripe);
+  set(QPalette::Text, now.ink);
+  set(QPalette::Button, now.card);
+  set(QPalette::ButtonText, now.ink);
+  set(QPalette::PlaceholderText, now.muted);
+  set(QPalette::Highlight, now.accent);
+  set(QPalette::HighlightedText, now.onAccent);
+  set(QPalette::Link, now.accent);
+  set(QPalette::Midlight, now.line);
+  set(QPalette::Mid, now.line);
+  set(QPalette::ToolTipBase, now.ink);
+  set(QPalette::ToolTipText, now.card);
   for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    colours.setColor(QPalette::Disabled, role, QColor(theme::muted));
+    colours.setColor(QPalette::Disabled, role, QColor(now.muted));
   }
   return colours;
 }
@@ -110,8 +166,10 @@ QString styleSheet() {
   if (!file.open(QIODevice::ReadOnly)) return {};
   QString sheet = QString::fromUtf8(file.readAll());
   for (const Token& token : tokens) {
-    sheet.replace(QString::fromLatin1(token.name), QColor(token.colour).name());
+    sheet.replace(QString::fromLatin1(token.name), QColor(theme().*token.colour).name());
   }
+  sheet.replace(QStringLiteral("@pictures"), inForce == Shade::Dark ? QStringLiteral(":/tavoline/theme/dark")
+                                                                    : QStringLiteral(":/tavoline/theme"));
   return sheet;
 }
 
@@ -142,12 +200,30 @@ void speakFrench(QApplication& application) {
 
 }  // namespace
 
-void applyTheme(QApplication& application) {
+const Theme& theme(Shade shade) {
+  return shade == Shade::Dark ? kDark : kLight;
+}
+
+const Theme& theme() {
+  return theme(inForce);
+}
+
+Shade shade() {
+  return inForce;
+}
+
+QColor lettersOn(const QColor& ground) {
+  const bool light = qGray(ground.rgb()) > 127;
+  return QColor(light == (inForce == Shade::Light) ? theme().ink : theme().onAccent);
+}
+
+void applyTheme(QApplication& application, Shade shade) {
+  inForce = shade;
   takeResources();
   speakFrench(application);
   QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << QStringLiteral("/usr/share/icons")
                                                        << QStringLiteral("/usr/local/share/icons"));
-  QIcon::setThemeName(QStringLiteral("breeze"));
+  QIcon::setThemeName(shade == Shade::Dark ? QStringLiteral("breeze-dark") : QStringLiteral("breeze"));
   QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
 
   QFont body(QStringLiteral("Liberation Sans"));

@@ -7,25 +7,38 @@ class QApplication;
 namespace tavoline {
 
 /// The colours of the system, by what they say. The stylesheet names them with an @ ("@accent").
-namespace theme {
-inline constexpr QRgb ground = 0xfff3f1ec;  ///< Behind everything: a light warm grey.
-inline constexpr QRgb card = 0xffffffff;    ///< What is worked on: inputs, lists, tiles.
-inline constexpr QRgb stripe = 0xfff9f8f5;  ///< Every second row of a list.
-inline constexpr QRgb shade = 0xffe9e6df;   ///< Headers, and what cannot be used now.
-inline constexpr QRgb line = 0xffd6d1c7;    ///< Edges.
-inline constexpr QRgb ink = 0xff1f2b2b;     ///< Text.
-inline constexpr QRgb muted = 0xff66706f;   ///< Secondary text; still 4.5 to 1 on the ground.
-inline constexpr QRgb accent =
-    0xff0f5e63;  ///< The one accent, a deep teal: what goes on, what has the focus.
-inline constexpr QRgb accentDark = 0xff0a464a;   ///< The accent under a finger.
-inline constexpr QRgb accentSoft = 0xffd5e8e7;   ///< The current row, the key under a finger.
-inline constexpr QRgb wrong = 0xffb3261e;        ///< Only for what is wrong or busy.
-inline constexpr QRgb wrongSoft = 0xfffbe1de;    ///< An input that is wrong; a cell to look at.
-inline constexpr QRgb alert = 0xfff4978e;        ///< A cell that calls for something: a low stock.
-inline constexpr QRgb free = 0xff2e7d4f;         ///< Only for what is free or right.
-inline constexpr QRgb freeSoft = 0xffd9ecdf;     ///< A cell that is settled.
-inline constexpr QRgb waitingSoft = 0xfffbeac4;  ///< A cell that is settled in part.
-}  // namespace theme
+struct Theme {
+  QRgb ground;       ///< Behind everything.
+  QRgb card;         ///< What is worked on: inputs, lists, tiles.
+  QRgb stripe;       ///< Every second row of a list.
+  QRgb shade;        ///< Headers, and what cannot be used now.
+  QRgb line;         ///< Edges.
+  QRgb ink;          ///< Text.
+  QRgb muted;        ///< Secondary text.
+  QRgb accent;       ///< The one accent, a teal: what goes on, what has the focus.
+  QRgb accentDark;   ///< The accent under a finger.
+  QRgb accentSoft;   ///< The current row, the key under a finger.
+  QRgb onAccent;     ///< Text on the accent.
+  QRgb bar;          ///< The strip at the top, and
+  QRgb barDown;      ///< a button of it under a finger.
+  QRgb onBar;        ///< Text on the strip, and
+  QRgb onBarMuted;   ///< what is less of it.
+  QRgb wrong;        ///< Only for what is wrong or busy.
+  QRgb wrongSoft;    ///< An input that is wrong; a cell to look at.
+  QRgb alert;        ///< A cell that calls for something: a low stock.
+  QRgb free;         ///< Only for what is free or right.
+  QRgb freeSoft;     ///< A cell that is settled.
+  QRgb waitingSoft;  ///< A cell that is settled in part.
+};
+
+enum class Shade { Light, Dark };
+
+/// Text keeps at least 4.5 to 1 to what it stands on, in both.
+const Theme& theme(Shade shade);
+const Theme& theme();  ///< The one in force.
+Shade shade();         ///< Which one that is; light until applyTheme() says otherwise.
+/// The colour of letters on a ground of any colour.
+QColor lettersOn(const QColor& ground);
 
 /// Gives the application its look and its language: Fusion under one stylesheet, the palette above, the font,
 /// the icons of the Breeze theme by their standard names, and Qt's own texts in French. To be called once,
@@ -40,11 +53,11 @@ inline constexpr QRgb waitingSoft = 0xfffbeac4;  ///< A cell that is settled in 
 /// - `kind` of a label: "title", "heading", "group" (above a few commands), "muted", "chip" (a word on a soft
 ///   ground), "amount" (figures, right-aligned by the .ui), "total" (the largest thing on a screen), "price"
 ///   (on a tile), "clock", "legend", "legendFree" and "legendBusy" (what colours mean), "figure" (a large red
-///   amount above a chart), "wrong";
+///   amount above a chart), "hint" (what an empty list says), "wrong";
 /// - `kind` of an input: "amount" (large figures), "total" (the largest on a screen; disabled it has no box);
 /// - `kind` of a frame or panel: "card" (white, rounded), "window" (the edge of a window without a frame),
 ///   "bar" (a strip in the accent colour), "plain" (no look);
-/// - `dense` of a list or grid: less air at the sides of its texts.
-void applyTheme(QApplication& application);
+/// - `dense` of a list, a grid or a button: less air at the sides of its texts.
+void applyTheme(QApplication& application, Shade shade = Shade::Light);
 
 }  // namespace tavoline

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "toolkit/report/model/Lines.h"
+#include "toolkit/theme/Theme.h"
 
 namespace tavoline {
 
@@ -15,8 +16,12 @@ namespace {
 constexpr int kGap = 16;                        // dots around pages
 constexpr std::size_t kPictures = 6;            // kept at most,
 constexpr qint64 kLargestPicture = 12'000'000;  // and none with more dots
-constexpr QColor kDesk(0xBD, 0xB8, 0xAF), kEdge(0x8E, 0x88, 0x7E), kHit(0xFF, 0xC8, 0x3D),
-    kSelected(0xB5, 0xDD, 0xDA);
+constexpr QColor kEdge(0x8E, 0x88, 0x7E), kHit(0xFF, 0xC8, 0x3D), kSelected(0xB5, 0xDD, 0xDA);
+
+// What the sheets lie on; they are white in every theme, as they will be printed.
+QColor desk() {
+  return shade() == Shade::Dark ? QColor(theme().shade) : QColor(0xBD, 0xB8, 0xAF);
+}
 
 }  // namespace
 
@@ -233,7 +238,7 @@ QString PageView::selectedText() const {
 
 void PageView::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
-  painter.fillRect(event->rect(), kDesk);
+  painter.fillRect(event->rect(), desk());
   if (pageCount() == 0) return;
   painter.translate(-horizontalScrollBar()->value(), -verticalScrollBar()->value());
   const QPointF first = deskPoint(event->rect().topLeft()), last = deskPoint(event->rect().bottomRight());
