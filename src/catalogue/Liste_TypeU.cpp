@@ -19,6 +19,7 @@ TListe_TypeF::TListe_TypeF() : TForm("Liste_TypeF") {
 }
 
 void TListe_TypeF::AjouterClick() {
+  if (backToEntry(*Type_produitF, DM->type_produit)) return;
   DM->T_p.Reopen();
   DM->type_produit.Insert();
   DM->type_produit["code"] = nextNumber(*DBText1);

@@ -19,6 +19,7 @@ Tliste_endroitF::Tliste_endroitF() : TForm("liste_endroitF") {
 }
 
 void Tliste_endroitF::AjouterClick() {
+  if (backToEntry(*c_endroitF, DM->Endroit)) return;
   beginEntry();
   DM->E.Reopen();
   DM->Endroit.Insert();

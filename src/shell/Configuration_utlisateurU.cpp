@@ -20,6 +20,7 @@ TConfiguration_utlisateurF::TConfiguration_utlisateurF() : TForm("Configuration_
 
 // No key is computed: the user types the login.
 void TConfiguration_utlisateurF::AjouterClick() {
+  if (backToEntry(*utilisateurFF, DM->utilisateur)) return;
   utilisateurFF->Show();
   DM->utilisateur.Insert();
   beginEntry();

@@ -21,6 +21,13 @@ void beginEntry() {
   MenuF->RzGroupBar2->setEnabled(false);
 }
 
+bool backToEntry(TForm& entry, const Dataset& rows) {
+  const bool pending = rows.State() == DatasetState::Insert || rows.State() == DatasetState::Edit;
+  if (!entry.Visible() || !pending) return false;
+  entry.Show();
+  return true;
+}
+
 void endEntry(TForm& entry) {
   entry.Close();
   MenuF->RzGroupBar2->setEnabled(true);

@@ -24,6 +24,8 @@ class DBText;
 void showInMainArea(TForm& screen);
 /// Disables the menu's column of buttons: an entry is open.
 void beginEntry();
+/// True if the entry is open on a row that is not saved yet: it comes to the front as it was left.
+bool backToEntry(TForm& entry, const Dataset& rows);
 /// Closes the entry screen, then enables the menu's column of buttons again.
 void endEntry(TForm& entry);
 /// Saves what the list began, an insert as well as an edit: Edit, Post. If the store refuses, throws and the

@@ -187,7 +187,20 @@ void TMenuF::wireColumn() {
   AdvSmoothButton1->OnClick = [this] { embed("liste_commandeF"); };
   AdvSmoothButton2->OnClick = [this] { embed("Configuration_utlisateurF"); };
   Verrouiller->OnClick = [this] { ChangerUtilisateur1Click(); };
-  Docking::of(RzPanel4)->OnTop = [this](const TForm* top) { markDoor(top); };
+  Docking::of(RzPanel4)->OnTop = [this](const TForm* top) {
+    markDoor(top);
+    if (!top) PremiersPas->Look();
+  };
+  PremiersPas->OnAllowed = [this](const QString& entry) {
+    const auto* action = findChild<QAction*>(entry);
+    if (!action) return findChild<QWidget*>(entry)->isEnabled();
+    const bool insideDesks = CreationdeCaisse1->actions().contains(action);
+    return action->isEnabled() && (!insideDesks || CreationdeCaisse1->isEnabled());
+  };
+  PremiersPas->OnChoose = [this](const QString& entry) {
+    auto* action = findChild<QAction*>(entry);
+    action ? action->trigger() : findChild<QAbstractButton*>(entry)->click();
+  };
 }
 
 void TMenuF::markDoor(const TForm* top) {

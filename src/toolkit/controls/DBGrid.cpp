@@ -7,6 +7,7 @@
 #include <QtWidgets/QScrollBar>
 #include <algorithm>
 
+#include "toolkit/controls/EmptyNote.h"
 #include "toolkit/controls/Focus.h"
 #include "toolkit/controls/GridCells.h"
 #include "toolkit/controls/GridFit.h"
@@ -14,6 +15,7 @@
 #include "toolkit/controls/GridModel.h"
 #include "toolkit/forms/Guard.h"
 #include "toolkit/forms/Messages.h"
+#include "toolkit/forms/TForm.h"
 
 namespace tavoline {
 
@@ -102,7 +104,23 @@ void DBGrid::pull() {
   markField_.empty() ? showCurrentRow() : showMark();
   fit_->now();                  // the current row may have brought others into sight
   executeDelayedItemsLayout();  // now, and not after the first paint
+  if (note_ || model_->rowCount() == 0) showEmptiness();
   viewport()->update();
+}
+
+void DBGrid::showEmptiness() {
+  if (emptyHint_.isEmpty() || !dataset()->Active() || model_->rowCount() > 0) {
+    if (note_) note_->hide();
+    return;
+  }
+  if (!note_) note_ = new EmptyNote(this);
+  QWidget* screen = this;
+  while (screen && !qobject_cast<TForm*>(screen)) screen = screen->parentWidget();
+  if (dataset()->Filtered())
+    note_->Tell(QStringLiteral("Aucune ligne ne répond aux filtres."), nullptr);
+  else
+    note_->Tell(emptyHint_,
+                screen && !emptyDoor_.isEmpty() ? screen->findChild<Button*>(emptyDoor_) : nullptr);
 }
 
 void DBGrid::timerEvent(QTimerEvent* event) {
@@ -245,6 +263,7 @@ void DBGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   if (!isVisible() || rowsStale_) return;
   fit_->now();  // at once, before they are painted at another width
+  if (note_) showEmptiness();
   scrollTo(currentIndex());
 }
 

@@ -11,6 +11,8 @@
 
 namespace tavoline {
 
+class EmptyNote;
+
 /// A grid over all visible rows of a dataset: striped, first page at once however long the table, the current
 /// row in view. A click on a row makes its dataset stand there, then OnCellClick runs; cursor keys move it
 /// too. That row is always the one highlighted. Only a visible grid asks its dataset for anything, and only
@@ -31,6 +33,9 @@ namespace tavoline {
 /// `holdsInserted`, neither a tap nor a key leaves it, and so stores it, for another row. Text that its field
 /// refuses stays in the cell, to be mended or given up (Esc); typed text goes to the dataset as soon as that
 /// asks for it.
+///
+/// A grid without a row shows its `emptyHint` in the middle, and below it a button that presses the one of
+/// its screen that bears the name `emptyDoor`. Under a filter it says that nothing answers to it.
 class DBGrid : public QTableView, public Binding {
   Q_OBJECT
   Q_PROPERTY(QString dataSource READ dataSourceName WRITE setDataSourceName)
@@ -38,6 +43,8 @@ class DBGrid : public QTableView, public Binding {
   Q_PROPERTY(bool readOnly READ readOnly WRITE setReadOnly)
   Q_PROPERTY(bool keepsRows MEMBER keepsRows_)
   Q_PROPERTY(bool holdsInserted MEMBER holdsInserted_)
+  Q_PROPERTY(QString emptyHint MEMBER emptyHint_)
+  Q_PROPERTY(QString emptyDoor MEMBER emptyDoor_)
 
  public:
   explicit DBGrid(QWidget* parent = nullptr);
@@ -83,15 +90,18 @@ class DBGrid : public QTableView, public Binding {
   void readCurrentRow();
   void selectCurrentRow();
   void showMark();
+  void showEmptiness();
   void deleteCurrentRow();
   void widenAtRest();
   void countOn();
 
   QStringList columns_;
+  QString emptyHint_, emptyDoor_;
   bool readOnly_ = true, keepsRows_ = false, holdsInserted_ = false, rowsStale_ = true;
   bool refused_ = false;  // what was typed in the open cell
   Model* model_;
   std::unique_ptr<Fit> fit_;
+  EmptyNote* note_ = nullptr;  // once the grid has been empty
   QBasicTimer counting_, resting_, marking_;
   std::string markField_;  // of the row to be marked; empty for none
   Value markValue_;
