@@ -19,6 +19,7 @@ Tliste_depenceF* liste_depenceF = nullptr;
 Tliste_depenceF::Tliste_depenceF()
     : TForm("liste_depenceF"), frxReport1(std::make_unique<Report>("Tliste_depenceF", "frxReport1", this)) {
   setupUi(this);
+  RzPageControl1->setCornerWidget(RzLabel10);  // a .ui has no word for it
   AdvSmoothButton9->OnClick = [this] { AdvSmoothButton9Click(); };
   AdvSmoothButton4->OnClick = [this] { AdvSmoothButton4Click(); };
   AdvSmoothButton3->OnClick = [this] { AdvSmoothButton3Click(); };

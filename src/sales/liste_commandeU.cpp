@@ -20,6 +20,7 @@ Tliste_commandeF::Tliste_commandeF()
       frxReport2(std::make_unique<Report>("Tliste_commandeF", "frxReport2", this)),
       frxReport3(std::make_unique<Report>("Tliste_commandeF", "frxReport3", this)) {
   setupUi(this);
+  RzPageControl1->setCornerWidget(Initialiser);  // a .ui has no word for it
   wireFilters();
   wireMenu();
   Premier->OnClick = [] { DM->commande.First(); };

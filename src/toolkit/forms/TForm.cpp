@@ -73,6 +73,7 @@ void TForm::Show() {
   if (wasHidden) {
     focusFirstInput();
     FormShow();
+    if (panel_) focusSomewhere();
   }
   Taps::screenChanged();
 }
@@ -88,6 +89,16 @@ void TForm::focusFirstInput() {
     if (auto* line = list ? list->lineEdit() : qobject_cast<QLineEdit*>(at)) line->selectAll();
     if (auto* text = qobject_cast<QPlainTextEdit*>(at)) text->selectAll();
     return;
+  }
+}
+
+/// A screen without an input, or whose first one is hidden by now: the keyboard begins at its first control,
+/// and not in the menu around it.
+void TForm::focusSomewhere() {
+  if (QApplication::activeModalWidget() || !isVisible() || isAncestorOf(QApplication::focusWidget())) return;
+  for (QWidget* at = nextInFocusChain(); at != this; at = at->nextInFocusChain()) {
+    if (at->isEnabled() && at->isVisible() && (at->focusPolicy() & Qt::TabFocus) && screenOf(at) == this)
+      return at->setFocus(Qt::OtherFocusReason);
   }
 }
 

@@ -54,6 +54,7 @@ class TForm : public QWidget {
   void showWindow();
   void belongToFirst();
   void focusFirstInput();
+  void focusSomewhere();
   void conceal();
 
   bool open_ = false;
