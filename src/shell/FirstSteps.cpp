@@ -27,8 +27,10 @@ constexpr Step kSteps[] = {
      "SELECT First(type.code) AS x FROM type"},
     {"Produit1", "Les articles, leurs prix et leurs images",
      "SELECT First(article.code_barre) AS x FROM article"},
-    {"CreationnouveauCaisse1", "Les caisses, et une caisse de maison",
+    {"CreationnouveauCaisse1", "Une caisse pour chaque poste",
      "SELECT First(caisse.ID_caise) AS x FROM caisse WHERE caisse.general='NON'"},
+    {"CreationnouveauCaisse1", "Une caisse de maison, cochée « caisse général »",
+     "SELECT First(caisse.ID_caise) AS x FROM caisse WHERE caisse.general='OUI'"},
     {"AffctaiondeCaisse1", "Qui travaille à quelle caisse",
      "SELECT First(acce_caisse.login) AS x FROM acce_caisse"},
     {"AdvSmoothButton6", "La première commande", "SELECT First(commande.n_commande) AS x FROM commande"},
@@ -52,7 +54,7 @@ FirstSteps::FirstSteps(QWidget* parent) : QFrame(parent) {
   for (const Step& step : kSteps) {
     const QString entry = QString::fromLatin1(step.entry);
     auto* door = new Button(this);
-    door->setObjectName(QStringLiteral("Step") + entry);
+    door->setObjectName(QStringLiteral("Step%1").arg(doors_.size() + 1));
     door->setProperty("kind", QStringLiteral("menu"));
     door->setText(QString::fromUtf8(step.caption));
     door->setIconSize({24, 24});

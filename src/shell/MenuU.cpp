@@ -189,17 +189,19 @@ void TMenuF::wireColumn() {
   Verrouiller->OnClick = [this] { ChangerUtilisateur1Click(); };
   Docking::of(RzPanel4)->OnTop = [this](const TForm* top) {
     markDoor(top);
-    if (!top) PremiersPas->Look();
+    if (top) return;
+    setFocus();  // and not what comes next in the order of Tab
+    PremiersPas->Look();
   };
   PremiersPas->OnAllowed = [this](const QString& entry) {
     const auto* action = findChild<QAction*>(entry);
-    if (!action) return findChild<QWidget*>(entry)->isEnabled();
+    if (!action) return RzGroupBar2->findChild<QWidget*>(entry)->isEnabled();
     const bool insideDesks = CreationdeCaisse1->actions().contains(action);
     return action->isEnabled() && (!insideDesks || CreationdeCaisse1->isEnabled());
   };
   PremiersPas->OnChoose = [this](const QString& entry) {
     auto* action = findChild<QAction*>(entry);
-    action ? action->trigger() : findChild<QAbstractButton*>(entry)->click();
+    action ? action->trigger() : RzGroupBar2->findChild<QAbstractButton*>(entry)->click();
   };
 }
 

@@ -21,6 +21,7 @@ EmptyNote::EmptyNote(QAbstractScrollArea* list)
   own_->setObjectName(QStringLiteral("EmptyDoor"));
   own_->setProperty("kind", QStringLiteral("primary"));
   own_->setMinimumSize(180, 52);
+  own_->setFocusPolicy(Qt::TabFocus);  // a tap leaves the focus with what stays
   own_->OnClick = [this] {
     if (door_ && door_->isEnabled()) door_->Click();
   };
@@ -34,6 +35,8 @@ EmptyNote::EmptyNote(QAbstractScrollArea* list)
 
 void EmptyNote::Tell(const QString& hint, Button* door) {
   hint_->setText(hint);
+  hint_->ensurePolished();  // its letters are those of the stylesheet
+  hint_->setFixedHeight(hint_->heightForWidth(widestHint));
   door_ = door;
   own_->setVisible(door && door->isEnabled());
   if (door) {
