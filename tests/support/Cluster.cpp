@@ -25,23 +25,9 @@ namespace fs = std::filesystem;
 const fs::path kPrograms = TAVOLINE_POSTGRES_PROGRAMS;
 const fs::path kTemplate = TAVOLINE_CLUSTER_TEMPLATE;
 
-struct User {
-  uid_t user;
-  gid_t group;
-};
-
-// The engine does not work for root.
-User serverUser() {
-  if (::geteuid() != 0) return {::geteuid(), ::getegid()};
-  for (const char* name : {"postgres", "nobody"})
-    if (const passwd* found = ::getpwnam(name)) return {found->pw_uid, found->pw_gid};
-  throw std::runtime_error("no user for the server");
-}
-
-void giveTo(const User& user, const fs::path& folder) {
+void giveTo(uid_t user, gid_t group, const fs::path& folder) {
   const auto give = [&](const fs::path& path) {
-    if (::lchown(path.c_str(), user.user, user.group) != 0)
-      throw std::runtime_error("cannot give " + path.string());
+    if (::lchown(path.c_str(), user, group) != 0) throw std::runtime_error("cannot give " + path.string());
   };
   give(folder);
   for (const auto& entry : fs::recursive_directory_iterator(folder)) give(entry.path());
@@ -63,16 +49,35 @@ int freePort() {
 
 }  // namespace
 
-Cluster::Cluster() : owner_(::getpid()), port_(freePort()) {
+// The engine does not work for root.
+Cluster::User Cluster::serverUser() {
+  if (::geteuid() != 0) return {::geteuid(), ::getegid()};
+  for (const char* name : {"postgres", "nobody"})
+    if (const passwd* found = ::getpwnam(name)) return {found->pw_uid, found->pw_gid};
+  throw std::runtime_error("no user for the server");
+}
+
+Cluster::Cluster(Cluster* primary) : owner_(::getpid()), port_(freePort()) {
   const User user = serverUser();
   fs::permissions(folder(), fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
-  const fs::path data = folder() / "data";
-  // The first test of a build makes an empty cluster, the others begin with a copy of it.
+  fs::create_directory(folder() / "socket");
+  giveTo(user.user, user.group, folder() / "socket");
+  fs::permissions(folder() / "socket", fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
+  if (primary) {
+    follow(*primary);
+  } else {
+    makeEmpty(user, folder() / "data");
+    start();
+  }
+}
+
+// The first test of a build makes an empty cluster, the others begin with a copy of it.
+void Cluster::makeEmpty(const User& user, const fs::path& data) const {
   const int lock = ::open((kTemplate.string() + ".lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
   ::flock(lock, LOCK_EX);
   if (!fs::exists(kTemplate)) {
     fs::create_directory(data);
-    giveTo(user, data);
+    giveTo(user.user, user.group, data);
     run({"initdb", "-D", data.string(), "-U", "maitre", "--auth-local=trust", "--auth-host=reject", "-E",
          "UTF8", "--locale=C", "--no-sync", "--wal-segsize=1"});
     fs::copy(data, kTemplate.string() + ".partial", fs::copy_options::recursive);
@@ -82,11 +87,42 @@ Cluster::Cluster() : owner_(::getpid()), port_(freePort()) {
   }
   ::close(lock);
   fs::permissions(data, fs::perms::owner_all);
-  giveTo(user, data);
-  fs::create_directory(folder() / "socket");
-  giveTo(user, folder() / "socket");
-  fs::permissions(folder() / "socket", fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
+  giveTo(user.user, user.group, data);
+}
+
+void Cluster::follow(Cluster& primary) {
+  const User user = serverUser();
+  const fs::path data = folder() / "data";
+  fs::remove_all(data);
+  fs::create_directory(data);
+  fs::permissions(data, fs::perms::owner_all);
+  giveTo(user.user, user.group, data);
+  run({"pg_basebackup", "-D", data.string(), "-h", (primary.folder() / "socket").string(), "-p",
+       std::to_string(primary.port_), "-U", "maitre", "-R", "-c", "fast", "--no-sync"});
   start();
+  primary.ask("ALTER SYSTEM SET synchronous_standby_names = '*'");
+  primary.ask("SELECT pg_reload_conf()");
+  while (primary.ask("SELECT count(*) FROM pg_stat_replication WHERE sync_state = 'sync'") != "1")
+    ::poll(nullptr, 0, 10);
+}
+
+void Cluster::promote() {
+  ask("SELECT pg_promote()");
+  ask("ALTER SYSTEM RESET synchronous_standby_names");
+  ask("SELECT pg_reload_conf()");
+}
+
+std::string Cluster::ask(const std::string& sql) const {
+  PGconn* const connection = PQconnectdb(address("postgres").c_str());
+  PGresult* const result = PQexec(connection, sql.c_str());
+  const bool done = PQresultStatus(result) == PGRES_TUPLES_OK || PQresultStatus(result) == PGRES_COMMAND_OK;
+  std::string said = !done                   ? PQerrorMessage(connection)
+                     : PQntuples(result) > 0 ? PQgetvalue(result, 0, 0)
+                                             : "";
+  PQclear(result);
+  PQfinish(connection);
+  if (!done) throw std::runtime_error(said);
+  return said;
 }
 
 Cluster::~Cluster() {
@@ -145,6 +181,24 @@ void Cluster::stop() {
 
 void Cluster::crash() {
   end(SIGQUIT);
+}
+
+void Cluster::kill() {
+  ::kill(server_, SIGSTOP);  // it begets nobody while they are listed
+  const std::string server = std::to_string(server_);
+  std::ifstream children("/proc/" + server + "/task/" + server + "/children");
+  for (pid_t child = 0; children >> child;) ::kill(child, SIGKILL);
+  end(SIGKILL);
+}
+
+std::string Cluster::address(const std::string& database, const Cluster& other) const {
+  return "postgresql://maitre@/" + database + "?host=" + (folder() / "socket").string() + ',' +
+         (other.folder() / "socket").string() + "&port=" + std::to_string(port_) + ',' +
+         std::to_string(other.port_);
+}
+
+std::string Cluster::socket() const {
+  return (folder() / "socket/.s.PGSQL.").string() + std::to_string(port_);
 }
 
 std::string Cluster::address(const std::string& database) const {

@@ -14,6 +14,14 @@ namespace {
 
 // Records are lines, which no text of a restaurant breaks; how they begin.
 constexpr char kAsked = '?', kDone = '!', kRefused = '-', kLine = '\n';
+const std::string kRow = ":rid";  // for the number that an insert gets
+
+}  // namespace
+
+std::string withRow(const std::string& write, const std::string& row) {
+  const auto at = write.find(kRow);
+  return at == write.npos ? write : std::string(write).replace(at, kRow.size(), row);
+}
 
 std::string literal(const Value& value) {
   if (value.isNull()) return "NULL";
@@ -24,6 +32,8 @@ std::string literal(const Value& value) {
   const auto end = std::to_chars(text, text + sizeof text, value.toFloat()).ptr;
   return "CAST('" + std::string(text, end) + "' AS REAL)";
 }
+
+namespace {
 
 // One call for one line: a pipe takes so few bytes whole.
 void send(int pipe, char how, const std::string& what = {}) {
@@ -48,7 +58,7 @@ std::string Journal::statement(const Request& request) const {
   const std::string table = '"' + request.table + '"', row = " WHERE rid = " + std::to_string(request.row);
   switch (request.kind) {
     case Request::Insert:
-      return "INSERT INTO " + table + " (" + names + ") VALUES (" + values + ")";
+      return "INSERT INTO " + table + " (rid, " + names + ") VALUES (" + kRow + ", " + values + ")";
     case Request::Update:
       return "UPDATE " + table + " SET " + assignments + row;
     case Request::Erase:
@@ -61,13 +71,14 @@ std::string Journal::statement(const Request& request) const {
 
 void Journal::passWrite(const Request& request, const std::function<RowId()>& pass) {
   send(pipe_, kAsked, statement(request));
+  RowId row = 0;
   try {
-    pass();
+    row = pass();
   } catch (const StoreError&) {
     send(pipe_, kRefused);
     throw;
   }
-  send(pipe_, kDone);
+  send(pipe_, kDone, std::to_string(row));
 }
 
 void JournalReader::take(std::string_view bytes) {
@@ -90,7 +101,7 @@ void JournalReader::line(const std::string& text) {
     lastRefused_ = true;
     return;
   }
-  acknowledged.push_back(uncertain.back());
+  acknowledged.push_back(withRow(uncertain.back(), text.substr(1)));
   uncertain.clear();
   if (std::exchange(lastRefused_, false)) ++afterwards;
 }

@@ -8,6 +8,10 @@
 
 namespace tavoline::test {
 
+std::string literal(const Value& value);  ///< As SQLite reads it.
+/// An insert of the journal with the number of its row.
+std::string withRow(const std::string& write, const std::string& row);
+
 /// A store that tells a pipe of every write: as a statement before it is asked for, and once it is
 /// acknowledged or refused.
 class Journal : public PassingStore {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -7,7 +8,9 @@
 
 namespace tavoline::test {
 
-/// A copy of a store on which what the journal tells is done again.
+using Contents = std::map<std::string, std::string>;  ///< The rows of each table as text.
+
+/// A copy of a store, whatever its engine, in a file, on which what the journal tells is done again.
 class Witness {
  public:
   explicit Witness(std::string store);

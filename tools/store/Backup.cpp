@@ -88,6 +88,13 @@ void backupStore(const std::string& path, const std::string& target) {
 }
 
 std::string restoreStore(const std::string& backup, const std::string& path) {
+  if (const auto address = serverAddress(path)) return restoreServer(backup, *address), std::string();
+  if (isServerBackup(backup))
+    throw StoreError(
+        "« " + backup +
+        " » est la sauvegarde d'un serveur, et rien n'a été changé. Remettez-la dans une base de "
+        "serveur : tavoline-store restore " +
+        backup + " postgresql://…/base");
   const Location file = storeAt(backup);
   const std::string place = placeOf(path);
   std::error_code ignored;

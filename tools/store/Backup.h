@@ -11,7 +11,8 @@ void backupStore(const std::string& path, const std::string& target);
 
 /// Puts a copy of `backup` in the place of the store `path`, once it has been read through. What stood there
 /// is moved aside with its log, under the name that is given back (empty if nothing stood there). Throws
-/// StoreError, also where somebody works on the store; it then stands as it did.
+/// StoreError, also where somebody works on the store; it then stands as it did. On a server the backup goes
+/// into an empty database, and nothing is moved aside.
 std::string restoreStore(const std::string& backup, const std::string& path);
 
 }  // namespace tavoline::tool

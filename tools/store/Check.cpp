@@ -8,24 +8,6 @@
 #include "tools/store/server/ServerCreation.h"
 
 namespace tavoline::tool {
-namespace {
-
-void append(Findings& findings, Findings more) {
-  std::move(more.begin(), more.end(), std::back_inserter(findings));
-}
-
-std::string missing(const Definition& definition) {
-  if (definition.kind == Definition::Kind::Key)
-    return "La clé " + definition.name +
-           " manque ou n'est plus celle d'aujourd'hui : rien n'empêche les "
-           "doubles. « tavoline-store upgrade » la remet.";
-  return "L'index " + definition.name +
-         " manque ou n'est plus celui d'aujourd'hui : la base sera lente. "
-         "« tavoline-store upgrade » le remet.";
-}
-
-}  // namespace
-
 Findings checkStore(const std::string& path) {
   if (const auto address = serverAddress(path)) return checkServer(*address);
   const Location file = locate(path);
@@ -41,7 +23,7 @@ Findings checkStore(const std::string& path) {
   bool counted = true;
   for (const Definition& one : missingDefinitions(connection))
     if (one.kind == Definition::Kind::Key || one.kind == Definition::Kind::Index)
-      findings.push_back(missing(one));
+      findings.push_back(tellMissing(one));
     else
       counted = false;
   if (!counted && tables.empty())  // a table takes its triggers with it

@@ -76,11 +76,12 @@ DESCRIPTION
                à un fichier, ou entre deux du même genre ; relit et compare tout avant que l'arrivée apparaisse. Les
                postes s'arrêtent d'abord : ce qu'ils écrivent pendant la copie n'en est pas.
 
-    Pour create, demo, generate, check, backup et copy, FICHIER peut être l'adresse d'un serveur PostgreSQL
-    (postgresql://utilisateur@serveur/base), ou un fichier qui la contient. La base est créée si elle manque, avec
-    deux rôles : BASE_proprietaire, à qui tout appartient, et BASE_poste, qui lit et écrit les lignes et rien
-    d'autre. Les mots de passe du serveur se mettent dans « ~/.pgpass », jamais dans l'adresse. La copie d'un serveur
-    est faite par « pg_dump » et se remet par « pg_restore ».
+    FICHIER peut aussi être l'adresse d'un serveur PostgreSQL (postgresql://utilisateur@serveur/base), ou un fichier
+    qui la contient. La base est créée si elle manque, avec deux rôles : BASE_proprietaire, à qui tout appartient, et
+    BASE_poste, qui lit et écrit les lignes et rien d'autre. Les mots de passe du serveur se mettent dans
+    « ~/.pgpass », jamais dans l'adresse. La copie d'un serveur est faite par « pg_dump » ; restore ne la remet que
+    dans une base vide ; upgrade en fait une dans le dossier courant ; versions dit quels postes tiennent des
+    versions, où qu'ils soient.
 
 OPTIONS
     --login CODE       Code du premier compte, quatre caractères au plus. Sinon 10.
@@ -229,6 +230,7 @@ int restore(const std::vector<std::string>& words, std::ostream& out) {
   const std::string aside = restoreStore(arguments.file(0), arguments.file(1));
   if (!aside.empty()) out << "La base d'avant est mise de côté, avec son journal : « " << aside << " ».\n";
   out << "« " << arguments.file(0) << " » est remise en service sous « " << arguments.file(1) << " ».\n";
+  tellServer(arguments.file(1), out);
   return tellCheck(arguments.file(1), out);
 }
 

@@ -1,6 +1,7 @@
 #include "tools/store/RowRules.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "data/schema/Schema.h"
 #include "tools/store/StoppedOrders.h"
@@ -75,6 +76,20 @@ constexpr Rule kRules[] = {
 };
 
 }  // namespace
+
+void append(Findings& findings, Findings more) {
+  std::move(more.begin(), more.end(), std::back_inserter(findings));
+}
+
+std::string tellMissing(const Definition& definition) {
+  if (definition.kind == Definition::Kind::Key)
+    return "La clé " + definition.name +
+           " manque ou n'est plus celle d'aujourd'hui : rien n'empêche les "
+           "doubles. « tavoline-store upgrade » la remet.";
+  return "L'index " + definition.name +
+         " manque ou n'est plus celui d'aujourd'hui : la base sera lente. "
+         "« tavoline-store upgrade » le remet.";
+}
 
 std::string inWordsOf(const Engine& engine, std::string_view query) {
   std::string words;

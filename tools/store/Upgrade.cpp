@@ -10,6 +10,8 @@
 #include "tools/store/Backup.h"
 #include "tools/store/Inspection.h"
 #include "tools/store/Publishing.h"
+#include "tools/store/server/ServerCreation.h"
+#include "tools/store/server/ServerUpgrade.h"
 
 namespace tavoline::tool {
 namespace {
@@ -56,6 +58,7 @@ void widen(Connection& connection, const std::vector<NarrowTable>& tables) {
 }  // namespace
 
 Upgrade upgradeStore(const std::string& path) {
+  if (const auto address = serverAddress(path)) return upgradeServer(*address);
   const Location file = locate(path);
   sqlite::requireOwn(file);
   sqlite::requireWritable(file);

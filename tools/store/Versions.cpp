@@ -7,6 +7,8 @@
 
 #include "data/store/sqlite/Holders.h"
 #include "data/value/Errors.h"
+#include "tools/store/server/ServerCreation.h"
+#include "tools/store/server/ServerVersions.h"
 
 namespace tavoline::tool {
 namespace {
@@ -16,16 +18,7 @@ using sqlite::Holder;
 using sqlite::HolderEntry;
 
 std::string clockTime(HolderEntry::Moment moment) {
-  const std::time_t time = std::chrono::system_clock::to_time_t(moment);
-  std::tm local = {};
-  ::localtime_r(&time, &local);
-  char text[32];
-  std::strftime(text, sizeof text, "%d/%m/%Y %H:%M:%S", &local);
-  return text;
-}
-
-std::string counted(std::size_t count, const std::string& one, const std::string& more) {
-  return std::to_string(count) + ' ' + (count < 2 ? one : more);
+  return tool::clockTime(std::chrono::system_clock::to_time_t(moment));
 }
 
 /// What it holds by its own word, as long as the system's locks bear it out.
@@ -34,7 +27,7 @@ std::string heldBy(const Holder& holder) {
   const bool said = holder.said && !holder.said->versions.empty();
   const std::size_t least = static_cast<std::size_t>(holder.marks);
   const std::size_t versions = said ? std::max(least, holder.said->versions.size()) : least;
-  return counted(versions, "version", "versions") + ", " +
+  return quantity(versions, "version", "versions") + ", " +
          (said ? (versions < 2 ? "depuis le " : "la plus ancienne depuis le ") +
                      clockTime(holder.said->versions.front())
                : std::string("depuis un moment inconnu")) +
@@ -45,14 +38,27 @@ std::string lineOf(const Holder& holder) {
   std::string line =
       "processus " + std::to_string(holder.process) + " (" + holder.program + ") : " + heldBy(holder);
   if (holder.said)
-    line += " ; " + counted(holder.said->connections, "connexion", "connexions") + " ; dit le " +
+    line += " ; " + quantity(holder.said->connections, "connexion", "connexions") + " ; dit le " +
             clockTime(holder.said->written);
   return line;
 }
 
 }  // namespace
 
+std::string clockTime(std::time_t moment) {
+  std::tm local = {};
+  ::localtime_r(&moment, &local);
+  char text[32];
+  std::strftime(text, sizeof text, "%d/%m/%Y %H:%M:%S", &local);
+  return text;
+}
+
+std::string quantity(std::size_t count, const std::string& one, const std::string& more) {
+  return std::to_string(count) + ' ' + (count < 2 ? one : more);
+}
+
 std::vector<std::string> versionsOf(const std::string& path) {
+  if (const auto address = serverAddress(path)) return versionsOnServer(*address);
   if (!fs::is_regular_file(path)) throw StoreError("« " + path + " » n'existe pas. Vérifiez le chemin.");
   const std::string store = fs::canonical(path).string();
   std::error_code none;
@@ -66,8 +72,8 @@ std::vector<std::string> versionsOf(const std::string& path) {
   for (const Holder& holder : holders)
     held += std::max<std::size_t>(static_cast<std::size_t>(holder.marks),
                                   holder.marks && holder.said ? holder.said->versions.size() : 0);
-  std::vector<std::string> lines = {counted(held, "version tenue", "versions tenues") + " par " +
-                                    counted(holders.size(), "processus", "processus") + " ; journal de " +
+  std::vector<std::string> lines = {quantity(held, "version tenue", "versions tenues") + " par " +
+                                    quantity(holders.size(), "processus", "processus") + " ; journal de " +
                                     size + " Mo."};
   for (const Holder& holder : holders) lines.push_back(lineOf(holder));
   return lines;

@@ -9,9 +9,12 @@
 #include "data/store/postgres/Engine.h"
 #include "data/store/sqlite/Connection.h"
 #include "support/Cluster.h"
+#include "support/Relay.h"
 #include "support/StoreFile.h"
 
 namespace tavoline::test {
+
+extern long diskKind;  ///< What every disk says of its kind; 0: what it is.
 
 /// One store of an engine; every engine plays contract.txt.
 struct PlayedEngine {
@@ -22,6 +25,7 @@ struct PlayedEngine {
   virtual std::string run(const std::string& sql) = 0;
 
   std::optional<Cluster> cluster;
+  std::optional<Relay> network;
   std::optional<StoreFile> file;
 };
 

@@ -40,14 +40,19 @@ char* sharedPage() {
 class Stores {
  public:
   Stores(Transcript& script, std::unique_ptr<PlayedEngine> engine)
-      : script_(&script), engine_(std::move(engine)) {}
+      : script_(&script), engine_(std::move(engine)) {
+    diskKind = 0;
+  }
   static bool played(const std::string& files);
   /// Its sentences name no passing folder.
   void performUnnamed(const std::string& step) try { perform(step); } catch (const std::exception& error) {
-    const std::string folder = engine_->file->folder().path();
     std::string said = error.what();
-    for (auto at = said.find(folder); at != said.npos; at = said.find(folder))
-      said.replace(at, folder.size(), "DOSSIER");
+    const auto unname = [&](const std::string& passing, const std::string& name) {
+      for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
+        said.replace(at, passing.size(), name);
+    };
+    unname(engine_->file->folder().path(), "DOSSIER");
+    if (engine_->network) unname(':' + std::to_string(engine_->network->port()), ":N");
     throw std::runtime_error(said);
   }
 
@@ -249,6 +254,12 @@ class Stores {
     if (step == "crashes") engine_->cluster->crash();
     if (step == "starts") engine_->cluster->start();
   }
+  void network(std::string& step) {
+    if (engine_->network) return engine_->network->cableOut(step == "out");
+    engine_->network.emplace(engine_->cluster->socket());
+    std::ofstream(path()) << "postgresql://cafe_poste@127.0.0.1:" << engine_->network->port() << "/cafe?"
+                          << step << '\n';
+  }
   void trips(std::string&) {
     const auto made = postgres::Connection::roundTrips();
     say(std::to_string(made - std::exchange(trips_, made)));
@@ -269,6 +280,10 @@ class Stores {
     const fs::path name = engine_->file->folder().path() / takeWord(target);
     fs::create_directories(name.parent_path());
     fs::create_symlink(target, name);
+  }
+  void kind(std::string& step) {
+    diskKind = std::stol(step, nullptr, 16);
+    tryOut(step);
   }
   void pipe(std::string&) { ::mkfifo(path().c_str(), 0600); }
   void file(std::string& step) {
@@ -357,6 +372,7 @@ const Verbs<Stores> Stores::kVerbs(
       "another process",
       &Stores::disk},
      {"server STATE", "the server of the store stops, crashes or starts", &Stores::server},
+     {"network OPTIONS", "puts one before the server; later: out, or in", &Stores::network},
      {"trips", "how often somebody here waited for a server since that was asked", &Stores::trips},
      {"STORE connections", "how many it has to its server", &Stores::connections},
      {"sql STATEMENT", "a statement on the side, as any tool of the engine runs it", &Stores::sql},
@@ -365,6 +381,8 @@ const Verbs<Stores> Stores::kVerbs(
      {"none [FILE]", "nothing stands in the place of the store, or of another file", &Stores::none},
      {"folder NAME", "makes one", &Stores::folder},
      {"link NAME TARGET", "a symbolic link, in a folder that is made for it", &Stores::link},
+     {"kind N", "whether the store opens on a disk of this kind, by the system's hexadecimal number",
+      &Stores::kind},
      {"pipe", "a pipe stands in the place of the store", &Stores::pipe},
      {"file BYTES...", "these bytes stand there, behind what does", &Stores::file},
      {"cut SIZE", "cuts it to so many bytes", &Stores::cut},

@@ -29,19 +29,19 @@ bool exists(Connection& connection, const std::string& question, const std::stri
 }
 
 // Reached where it is; made where the server has none of the name.
-std::unique_ptr<Connection> reachOrMake(const Address& address) {
+std::unique_ptr<Connection> reachOrMake(const Address& address, bool& made) {
   try {
     return reachServer(address);
   } catch (const StoreError&) {
-    const Address common = postgres::beside(address, "postgres");
     std::unique_ptr<Connection> server;
     try {
-      server = reachServer(common);
+      server = reachServer(postgres::beside(address, "postgres"));
     } catch (const StoreError&) {
     }
     if (!server || exists(*server, "SELECT 1 FROM pg_database WHERE datname = $1", address.database)) throw;
     server->execute("CREATE DATABASE " + named(address.database) +
                     " TEMPLATE template0 ENCODING 'UTF8' LC_COLLATE 'C' LC_CTYPE 'C'");
+    made = true;
   }
   return reachServer(address);
 }
@@ -53,23 +53,53 @@ void requireEmpty(Connection& connection) {
                      " » contient déjà des tables et n'a pas été touchée. Choisissez un autre nom.");
 }
 
-void makeRole(Connection& connection, const std::string& role, const std::string& kind) {
-  if (!exists(connection, "SELECT 1 FROM pg_roles WHERE rolname = $1", role))
-    connection.execute("CREATE ROLE " + named(role) + ' ' + kind);
+}  // namespace
+
+NewDatabase::NewDatabase(const Address& address)
+    : address_(address), connection_(reachOrMake(address, made_)) {
+  requireEmpty(*connection_);
 }
 
-void makeRoles(Connection& connection) {
-  const Address& address = connection.address();
-  const std::string owner = named(ownerRole(address)), base = named(address.database);
-  makeRole(connection, ownerRole(address), "NOLOGIN");
-  makeRole(connection, workstationRole(address), "LOGIN");
-  connection.execute("GRANT " + owner + " TO CURRENT_USER");
-  connection.execute("REVOKE ALL ON DATABASE " + base + " FROM PUBLIC");
-  connection.execute("GRANT CONNECT ON DATABASE " + base + " TO " + owner + ", " +
-                     named(workstationRole(address)));
-  connection.execute("REVOKE ALL ON SCHEMA public FROM PUBLIC");
-  connection.execute("GRANT ALL ON SCHEMA public TO " + owner);
-  connection.execute("GRANT USAGE ON SCHEMA public TO " + named(workstationRole(address)));
+NewDatabase::~NewDatabase() {
+  if (kept_) return;
+  try {
+    takeBack();
+  } catch (const StoreError&) {
+    // A server that has gone meanwhile keeps an empty database, which the next attempt takes.
+  }
+}
+
+void NewDatabase::takeBack() {
+  connection_.reset();  // and with it what it has not committed
+  if (made_)
+    reachServer(postgres::beside(address_, "postgres"))
+        ->execute("DROP DATABASE " + named(address_.database) + " WITH (FORCE)");
+  if (roles_.empty()) return;
+  const auto server = reachServer(made_ ? postgres::beside(address_, "postgres") : address_);
+  for (const std::string& role : roles_) {
+    if (!exists(*server, "SELECT 1 FROM pg_roles WHERE rolname = $1", role)) continue;
+    server->execute("DROP OWNED BY " + named(role));
+    server->execute("DROP ROLE " + named(role));
+  }
+}
+
+void NewDatabase::makeRole(const std::string& role, const std::string& kind) {
+  if (exists(*connection_, "SELECT 1 FROM pg_roles WHERE rolname = $1", role)) return;
+  connection_->execute("CREATE ROLE " + named(role) + ' ' + kind);
+  roles_.push_back(role);
+}
+
+void NewDatabase::makeRoles() {
+  const std::string owner = named(ownerRole(address_)), base = named(address_.database),
+                    workstations = named(workstationRole(address_));
+  makeRole(ownerRole(address_), "NOLOGIN");
+  makeRole(workstationRole(address_), "LOGIN");
+  connection_->execute("GRANT " + owner + " TO CURRENT_USER");
+  connection_->execute("REVOKE ALL ON DATABASE " + base + " FROM PUBLIC");
+  connection_->execute("GRANT CONNECT ON DATABASE " + base + " TO " + owner + ", " + workstations);
+  connection_->execute("REVOKE ALL ON SCHEMA public FROM PUBLIC");
+  connection_->execute("GRANT ALL ON SCHEMA public TO " + owner);
+  connection_->execute("GRANT USAGE ON SCHEMA public TO " + workstations);
 }
 
 void grantRows(Connection& connection) {
@@ -79,8 +109,6 @@ void grantRows(Connection& connection) {
   for (const std::string_view own : {schema::kRecordTable, schema::kCountTable})
     connection.execute("GRANT SELECT ON " + named(own) + " TO " + role);
 }
-
-}  // namespace
 
 std::optional<Address> serverAddress(const std::string& word) {
   if (postgres::isAddress(word)) {
@@ -104,6 +132,7 @@ std::unique_ptr<Connection> reachServer(const Address& address) {
   server->address = address;
   auto connection = postgres::reach(std::move(server));
   connection->execute("SET statement_timeout = 0; SET lock_timeout = '30s'");
+  connection->waitForLongWork();
   return connection;
 }
 
@@ -123,21 +152,22 @@ std::string workstationLine(const Address& address) {
 }
 
 void createOnServer(const Address& address, std::string_view password, const Filling& fill) {
-  const auto connection = reachOrMake(address);
-  connection->execute("BEGIN");
-  requireEmpty(*connection);
-  makeRoles(*connection);
-  connection->execute("SET LOCAL ROLE " + named(ownerRole(address)));
-  for (const Definition& one : postgres::functionDefinitions()) connection->execute(one.text);
-  for (const Definition& one : tableDefinitions(postgres::engine())) connection->execute(one.text);
-  for (const std::string& row : recordStatements(postgres::engine(), password)) connection->execute(row);
-  ServerFiller filler(*connection);
+  NewDatabase target(address);
+  Connection& connection = target.connection();
+  connection.execute("BEGIN");
+  target.makeRoles();
+  connection.execute("SET LOCAL ROLE " + named(ownerRole(address)));
+  for (const Definition& one : postgres::functionDefinitions()) connection.execute(one.text);
+  for (const Definition& one : tableDefinitions(postgres::engine())) connection.execute(one.text);
+  for (const std::string& row : recordStatements(postgres::engine(), password)) connection.execute(row);
+  ServerFiller filler(connection);
   if (fill) fill(filler);
   filler.finish();
-  for (const Definition& one : auxiliaryDefinitions(postgres::engine())) connection->execute(one.text);
-  grantRows(*connection);
-  connection->execute("COMMIT");
-  connection->execute("ANALYZE");
+  for (const Definition& one : auxiliaryDefinitions(postgres::engine())) connection.execute(one.text);
+  grantRows(connection);
+  connection.execute("COMMIT");
+  target.keep();
+  connection.execute("ANALYZE");
 }
 
 }  // namespace tavoline::tool

@@ -22,6 +22,7 @@ namespace {
 struct FreeOptions {
   void operator()(PQconninfoOption* options) const { PQconninfoFree(options); }
 };
+using Options = std::unique_ptr<PQconninfoOption, FreeOptions>;
 
 std::string optionNamed(const PQconninfoOption* options, std::string_view keyword) {
   for (; options->keyword; ++options)
@@ -44,7 +45,7 @@ Address parseAddress(const std::string& name, std::string_view text) {
                   "contient autre chose que l'adresse d'un serveur. N'y laissez qu'une ligne, de la forme "
                   "« postgresql://utilisateur@serveur/base ».");
   char* said = nullptr;
-  const std::unique_ptr<PQconninfoOption, FreeOptions> options(PQconninfoParse(address.uri.c_str(), &said));
+  const Options options(PQconninfoParse(address.uri.c_str(), &said));
   const std::string detail = said ? said : "";
   PQfreemem(said);
   if (!options)
@@ -57,6 +58,7 @@ Address parseAddress(const std::string& name, std::string_view text) {
   const std::string port = optionNamed(options.get(), "port");
   const bool here = host.empty() || host.front() == '/';
   address.place = here ? "de cet ordinateur" : "« " + host + (port.empty() ? "" : ":" + port) + " »";
+  address.several = host.find(',') != std::string::npos;
   address.database = optionNamed(options.get(), "dbname");
   address.bearsPassword = !optionNamed(options.get(), "password").empty();
   if (address.database.empty())
@@ -88,6 +90,25 @@ Address beside(const Address& address, const std::string& database) {
   other.uri.replace(begin + 1, end - begin - 1, database);
   other.database = database;
   return other;
+}
+
+Spoken spoken(const Address& address) {
+  Spoken all;
+  const Options options(PQconninfoParse(address.uri.c_str(), nullptr));
+  for (const PQconninfoOption* one = options.get(); one && one->keyword; ++one) {
+    if (!one->val) continue;
+    if (std::string_view(one->keyword) == "password") {
+      all.password = one->val;
+      continue;
+    }
+    all.words.append(all.words.empty() ? "" : " ").append(one->keyword).append("='");
+    for (const char* c = one->val; *c; ++c) {
+      if (*c == '\'' || *c == '\\') all.words += '\\';
+      all.words += *c;
+    }
+    all.words += '\'';
+  }
+  return all;
 }
 
 }  // namespace tavoline::postgres

@@ -15,6 +15,7 @@ struct Address {
   std::string place;     ///< The server in words, for sentences: "« caisse:5432 »".
   std::string database;  ///< Its name, for sentences.
   bool bearsPassword = false;
+  bool several = false;  ///< It names more than one host.
 };
 
 /// Takes one address out of `text`, which may end with line ends. Throws StoreError with a sentence if more
@@ -27,5 +28,13 @@ Address addressIn(const std::string& name, const std::string& path);
 
 /// The same server, another database of it.
 Address beside(const Address& address, const std::string& database);
+
+/// An address as other programs take it on a command line, which every user of the computer may read: its
+/// password stands apart.
+struct Spoken {
+  std::string words;     ///< host='...' port='...'
+  std::string password;  ///< Empty where the address bears none.
+};
+Spoken spoken(const Address& address);
 
 }  // namespace tavoline::postgres

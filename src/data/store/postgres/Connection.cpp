@@ -3,6 +3,8 @@
 #include <poll.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <tuple>
 #include <utility>
 
 #include "data/store/postgres/Bound.h"
@@ -14,18 +16,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto patience = 120s;  // for an answer, while the network says nothing against it
 constexpr int keptStatements = 200;
-
-// What stands before an address's own words, and so gives way to them. A server that vanishes is noticed
-// within ten seconds, a cable that is out while nobody asks within half a minute.
-constexpr std::pair<const char*, const char*> kUsual[] = {{"connect_timeout", "5"},
-                                                          {"tcp_user_timeout", "10000"},
-                                                          {"keepalives_idle", "10"},
-                                                          {"keepalives_interval", "5"},
-                                                          {"keepalives_count", "3"},
-                                                          {"target_session_attrs", "read-write"},
-                                                          {"fallback_application_name", "tavoline"}};
+// Of an attempt that was waited for.
+constexpr auto longAttempt = 1s, refusalHolds = 1s;
 
 // What every session needs. A commit that is acknowledged is on the disk, whatever the server's settings. A
 // workstation that vanished without a word is noticed within half a minute, with all that it held.
@@ -39,18 +32,14 @@ constexpr const char* kSession =
 
 std::uint64_t roundTripsMade = 0;
 
-// "FATAL:  53300: ..." as the engine says it when asked for its code.
-std::string stateIn(const std::string& message) {
-  for (auto at = message.find(":  "); at != message.npos; at = message.find(":  ", at + 1))
-    if (message.size() > at + 8 && message[at + 8] == ':') return message.substr(at + 3, 5);
-  return {};
-}
-
 }  // namespace
 
 Connection::Connection(std::shared_ptr<Server> server) : server_(std::move(server)) {
   connect();
   PQsetNoticeReceiver(handle_.get(), notice, this);
+  PQsetnonblocking(handle_.get(), 1);
+  patience_ = patienceOf(handle_.get());
+  silences_ = server_->silences;
   execute(kSession);
 }
 
@@ -59,36 +48,31 @@ std::uint64_t Connection::roundTrips() {
 }
 
 void Connection::connect() {
-  std::vector<const char*> words, values;
-  for (const auto& [word, value] : kUsual) {
-    words.push_back(word);
-    values.push_back(value);
-  }
-  words.push_back("dbname");  // the address, whose own words stand over those before it
-  values.push_back(address().uri.c_str());
-  words.push_back(nullptr);
-  values.push_back(nullptr);
-  handle_.reset(PQconnectdbParams(words.data(), values.data(), 1));
-  server_->reachable = PQstatus(handle_.get()) == CONNECTION_OK;
-  if (server_->reachable) return;
-
-  const std::string said(trimmed(PQerrorMessage(handle_.get())));
+  Server& server = *server_;
+  const auto began = std::chrono::steady_clock::now();
+  if (server.refusal && began < server.refusedUntil) throw StoreError(*server.refusal);
+  if (address().several && !server.lastHost.empty()) handle_ = connectTo(address(), server.lastHost);
+  if (PQstatus(handle_.get()) != CONNECTION_OK) handle_ = connectTo(address());
   std::string state;
-  if (said.find("FATAL") != said.npos) {  // a server that answers: asked once more, for its code
-    handle_.reset(PQconnectStartParams(words.data(), values.data(), 1));
-    PQsetErrorVerbosity(handle_.get(), PQERRORS_VERBOSE);
-    PostgresPollingStatusType wants = PGRES_POLLING_WRITING;
-    while (wants == PGRES_POLLING_READING || wants == PGRES_POLLING_WRITING) {
-      pollfd socket{PQsocket(handle_.get()),
-                    static_cast<short>(wants == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0};
-      if (::poll(&socket, 1, 5000) <= 0) break;
-      wants = PQconnectPoll(handle_.get());
-    }
-    server_->reachable = wants == PGRES_POLLING_OK;  // what it refused a moment ago it may grant
-    if (server_->reachable) return;
-    state = stateIn(PQerrorMessage(handle_.get()));
+  const std::string said(trimmed(PQerrorMessage(handle_.get())));
+  if (PQstatus(handle_.get()) != CONNECTION_OK && said.find("FATAL") != said.npos)
+    std::tie(handle_, state) = askForCode(address());  // what it refused a moment ago it may grant
+  server.reachable = PQstatus(handle_.get()) == CONNECTION_OK;
+  if (server.reachable) {
+    server.refusal.reset();
+    server.lastHost = hostOf(handle_.get());
+    return;
   }
-  failToConnect(address(), state, said);
+  try {
+    failToConnect(address(), state, said);
+  } catch (const StoreError& refusal) {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - began > longAttempt) {
+      server.refusal = refusal;
+      server.refusedUntil = now + refusalHolds;
+    }
+    throw;
+  }
 }
 
 std::string Connection::parameter(const char* name) const {
@@ -103,12 +87,13 @@ void Connection::notice(void* self, const PGresult* result) {
 }
 
 bool Connection::failed() const {
-  return ended_ || PQstatus(handle_.get()) != CONNECTION_OK ||
+  return ended_ || silences_ != server_->silences || PQstatus(handle_.get()) != CONNECTION_OK ||
          PQtransactionStatus(handle_.get()) == PQTRANS_INERROR;
 }
 
 // A server that has gone leaves its last word, or the end of the stream, in the socket.
 bool Connection::alive() noexcept {
+  if (silences_ != server_->silences) return false;
   try {
     drain();
   } catch (const StoreError&) {
@@ -129,13 +114,45 @@ void Connection::lost() {
   failLost(address(), said);
 }
 
+// Until the socket has something, or takes something. A server may be at work in silence; whether it is, only
+// it can tell.
+void Connection::await(short events) {
+  const auto began = std::chrono::steady_clock::now();
+  for (int rests = 0; PQstatus(handle_.get()) == CONNECTION_OK;) {
+    pollfd socket{PQsocket(handle_.get()), events, 0};
+    const int ready = ::poll(&socket, 1, static_cast<int>(patience_.count()));
+    if (ready > 0 || (ready < 0 && errno != EINTR)) return;  // what is wrong comes as a result
+    if (ready < 0) continue;
+    if (std::chrono::steady_clock::now() - began > limit_) lost();
+    const Session session = askAfter(handle_.get(), address());
+    if (session == Session::Unknown) fallSilent();
+    rests = session == Session::Rests ? rests + 1 : 0;
+    if (rests == 2) lost();  // its answer has gone astray
+  }
+}
+
+void Connection::fallSilent() {
+  ++server_->silences;
+  server_->reachable = false;
+  try {
+    failToConnect(address(), {}, "no answer");
+  } catch (const StoreError& refusal) {
+    server_->refusal = refusal;
+    server_->refusedUntil = std::chrono::steady_clock::now() + refusalHolds;
+  }
+  lost();
+}
+
+void Connection::flush() {
+  for (int left = PQflush(handle_.get()); left > 0; left = PQflush(handle_.get())) {
+    await(POLLIN | POLLOUT);
+    if (!PQconsumeInput(handle_.get())) return;
+  }
+}
+
 PGresult* Connection::result() {
-  const auto until = std::chrono::steady_clock::now() + patience;
   while (PQisBusy(handle_.get())) {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(until - std::chrono::steady_clock::now());
-    pollfd socket{PQsocket(handle_.get()), POLLIN, 0};
-    if (left <= 0ms || ::poll(&socket, 1, static_cast<int>(left.count())) == 0) lost();
+    await(POLLIN);
     if (!PQconsumeInput(handle_.get())) break;  // the reason comes as a result
   }
   return PQgetResult(handle_.get());
@@ -160,6 +177,7 @@ void Connection::execute(const std::string& statements) {
   drain();
   ++roundTripsMade;
   if (!PQsendQuery(handle_.get(), statements.c_str())) lost();
+  flush();
   finish();
 }
 
@@ -178,11 +196,13 @@ void Connection::finish() {
 void Connection::copyInto(const std::string& table, const std::string& rows) {
   execute("COPY " + table + " FROM STDIN");
   constexpr std::size_t piece = 1 << 20;
-  for (std::size_t at = 0; at < rows.size(); at += piece)
-    if (PQputCopyData(handle_.get(), rows.data() + at, static_cast<int>(std::min(piece, rows.size() - at))) !=
-        1)
-      lost();
+  for (std::size_t at = 0; at < rows.size(); at += piece) {
+    const int size = static_cast<int>(std::min(piece, rows.size() - at));
+    if (PQputCopyData(handle_.get(), rows.data() + at, size) != 1) lost();
+    flush();
+  }
   if (PQputCopyEnd(handle_.get(), nullptr) != 1) lost();
+  flush();
   finish();
 }
 
@@ -234,6 +254,7 @@ std::vector<Answer> Connection::ask(const std::vector<Question>& questions) {
   std::vector<bool> preparing;
   for (std::size_t i = 0; i < questions.size(); ++i) preparing.push_back(send(questions[i], bounds[i]));
   if (!PQpipelineSync(handle_.get())) lost();
+  flush();
 
   std::vector<Answer> answers;
   Answer failure;  // the first; behind it the engine does nothing

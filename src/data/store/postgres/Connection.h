@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "data/store/postgres/Address.h"
 #include "data/store/postgres/Answer.h"
 #include "data/store/postgres/Messages.h"
+#include "data/store/postgres/Reach.h"
 
 namespace tavoline::postgres {
 
@@ -22,8 +24,15 @@ struct Server {
   Address address;
   /// A statement met other tables than the catalog tells: it has to be read again.
   bool definitionsDoubtful = false;
-  /// False once a connection could not be made, until one is.
+  /// False once a connection could not be made, or the server fell silent, until one is made.
   bool reachable = true;
+  /// How often the server fell silent: connections from before are of no use.
+  int silences = 0;
+  Words lastHost = {};  ///< Of several, that which answered; asked first.
+
+  /// What was just waited for in vain is not waited for again by the next step of the same gesture.
+  std::optional<StoreError> refusal = {};
+  std::chrono::steady_clock::time_point refusedUntil = {};
 };
 
 /// A statement with its values in place of $1, $2...
@@ -32,9 +41,9 @@ struct Question {
   std::vector<Value> values = {};
 };
 
-/// One connection to the server, with its prepared statements. Never waits for an answer longer than a
-/// minute or two, nor for another session's lock longer than some seconds. One thread. Every failure is a
-/// StoreError with a sentence.
+/// One connection to the server, with its prepared statements. Where an answer does not come, the server is
+/// asked over another connection whether it is still at work, and waited for only then, two minutes at most;
+/// for another session's lock some seconds. One thread. Every failure is a StoreError with a sentence.
 class Connection {
  public:
   /// Throws StoreError if the server cannot be reached, or refuses.
@@ -56,6 +65,9 @@ class Connection {
   /// How often this process has asked and waited for an answer, on all its connections.
   static std::uint64_t roundTrips();
 
+  /// Waits for as long as the server is at work, from now on.
+  void waitForLongWork() { limit_ = std::chrono::hours(24); }
+
   bool alive() noexcept;  ///< Whether nothing says that the connection is gone; asks nobody.
   bool failed() const;    ///< Lost, or in a transaction that a failure has ended.
   int version() const { return PQserverVersion(handle_.get()); }
@@ -66,15 +78,15 @@ class Connection {
   [[noreturn]] void lost();
 
  private:
-  struct Finish {
-    void operator()(PGconn* connection) const { PQfinish(connection); }
-  };
   struct Known {
     int uses = 0;
     std::string name;  ///< Empty until it is prepared.
   };
 
   void connect();
+  void await(short events);
+  [[noreturn]] void fallSilent();
+  void flush();
   bool send(const Question& question, const Bound& bound);
   Answer take();
   PGresult* result();  // waits; null at the end of an answer
@@ -83,7 +95,10 @@ class Connection {
   static void notice(void* self, const PGresult* result);
 
   std::shared_ptr<Server> server_;
-  std::unique_ptr<PGconn, Finish> handle_;
+  Handle handle_;
+  std::chrono::milliseconds patience_{};  // with a silent server, before it is asked after
+  std::chrono::seconds limit_ = std::chrono::minutes(2);
+  int silences_ = 0;  // of the server when this one was made
   std::unordered_map<std::string, Known> known_;
   int prepared_ = 0;
   bool told_ = false;   // an answer is to be passed over

@@ -136,10 +136,12 @@ void PostgresStore::renew() {
 }
 
 void PostgresStore::idle() {
+  server_->refusal.reset();
   renew();
 }
 
 void PostgresStore::pause() {
+  server_->refusal.reset();
   const auto now = std::chrono::steady_clock::now();
   const auto old = [now](const Pin* pin) { return now - pin->since() > oldestVersion; };
   if (std::ranges::any_of(readers_->pins(), old)) renew();
