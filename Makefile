@@ -43,11 +43,12 @@ accept:  ## Write what transcripts say now into their files: CASE=part of a name
 	@git diff --stat tests
 
 bench:  ## Measure against the raw engine, Qt's own table model, and small store against large
-	@scripts/install-packages build bench
+	@scripts/install-packages build bench server
 	@$(CONFIGURE) -DTAVOLINE_BENCH=ON
 	@cmake --build --preset $(PRESET) --target tavoline-bench tavoline-bench-purchases tavoline-store
 	@bench/run $(BUILD)/bin build/bench-data
 	@bench/purchases $(BUILD)/bin build/bench-data
+	@bench/server $(BUILD)/bin build/bench-data
 
 check:  ## The quick part of lint: formatting, walls between folders, forms, sizes
 	@scripts/install-packages build lint
@@ -61,8 +62,8 @@ format:  ## Format every source in place
 	@scripts/install-packages lint
 	@clang-format -i $(SOURCES)
 
-torture:  ## Kill a workstation a thousand times (RUNS=...), on a sound disk and a failing one; look for lost writes
-	@scripts/install-packages build
+torture:  ## Kill workstations a thousand times (RUNS=...), servers 200, primaries 50, fail disks; look for lost writes
+	@scripts/install-packages build test server
 	@$(MAKE) -s $(BUILD)/build.ninja
 	@cmake --build --preset $(PRESET) --target torture_test
 	@TAVOLINE_TORTURE_RUNS=$(or $(RUNS),1000) $(BUILD)/bin/torture_test

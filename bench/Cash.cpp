@@ -18,16 +18,18 @@ constexpr int kOrdersOfDay = 400;
 
 // The last orders become the open ones of the first desk, all of the last hours; every other one is closed.
 void openDay(Glass&) {
-  const Database database = openRaw();
-  const std::string day = "rid > (select max(rid) from commande) - " + std::to_string(kOrdersOfDay);
-  execute(database.get(),
-          "update commande set en_caisser = 'yes' where en_caisser = 'no' and not (" + day + ")");
-  execute(
-      database.get(),
-      "update commande set en_caisser = 'no', etat_commande = 'Terminer', id_caisse = (select ID_caise from "
-      "caisse order by rid limit 1), date_commande = strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime', '-' "
-      "|| (30 * ((select max(rid) from commande) - rid) + 60) || ' seconds') where " +
-          day);
+  const std::string day = "rid > (select max(rid) from commande) - " + std::to_string(kOrdersOfDay),
+                    seconds = "(30 * ((select max(rid) from commande) - rid) + 60)",
+                    moment = addressHere().empty()
+                                 ? "strftime('%Y-%m-%d %H:%M:%f', 'now', 'localtime', '-' || " + seconds +
+                                       " || ' seconds')"
+                                 : "localtimestamp(3) - " + seconds + " * interval '1 second'";
+  executeHere("update commande set en_caisser = 'yes' where en_caisser = 'no' and not (" + day + ")");
+  executeHere(
+      "update commande set en_caisser = 'no', etat_commande = 'Terminer', id_caisse = (select \"ID_caise\" "
+      "from "
+      "caisse order by rid limit 1), date_commande = " +
+      moment + " where " + day);
 }
 
 QWidget* pages() {

@@ -10,6 +10,7 @@ namespace tavoline::bench {
 struct Memory {
   double resident = 0;
   double peak = 0;
+  double sessions = 0;  ///< What is the server's sessions' own, where the store is on one.
 };
 
 /// Runs the memory program in the scene's store: `orders` whole orders after a start and a login.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <libpq-fe.h>
 #include <sqlite3.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tavoline::bench {
 
@@ -23,18 +25,42 @@ Statement prepare(sqlite3* database, const std::string& sql);
 /// Runs a statement whose parameters are bound to its end, and makes it ready for the next run.
 void run(sqlite3_stmt* statement);
 
+/// The line in the working directory's BDD.mdb, where that leads to a server; empty where it is a store.
+std::string addressHere();
+
+/// A bare connection to the server of the working directory's store.
+class BareServer {
+ public:
+  BareServer();
+  void execute(const std::string& sql);
+  std::string text(const std::string& select);  ///< Its first value.
+  void prepare(const char* name, const char* sql);
+  void run(const char* name,
+           const std::string& value = {});  ///< A prepared statement, with a value if it takes one.
+  std::string socket() const;               ///< Its file.
+  std::string user() const { return PQuser(connection_.get()); }
+  std::string database() const { return PQdb(connection_.get()); }
+
+ private:
+  struct Finish {
+    void operator()(PGconn* connection) const { PQfinish(connection); }
+  };
+  std::unique_ptr<PGconn, Finish> connection_;
+};
+
+/// Runs a statement that every engine reads on the store of the working directory.
+void executeHere(const std::string& sql);
+/// The processes that serve the database of the working directory's store; none for a file.
+std::vector<std::string> sessions();
+
 /// The engine's own cost of a tap: the three writes alone, prepared once, each its own durable commit.
 class RawTap {
  public:
-  RawTap();
-  void tap();
+  static std::unique_ptr<RawTap> here();  ///< On the store of the working directory.
+  virtual ~RawTap() = default;
+  virtual void tap() = 0;
   /// Folds the log, as a workstation does when its user does nothing.
-  void idle();
-
- private:
-  Database database_;
-  Statement line_, stock_, table_;
-  long long order_ = 0;
+  virtual void idle() {}
 };
 
 }  // namespace tavoline::bench

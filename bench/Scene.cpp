@@ -24,15 +24,13 @@ Scene::~Scene() {
 
 void Scene::enter() const {
   fs::current_path(folder_);
-  const Database database = openRaw();
-  execute(database.get(), "update Table_ set etat = 'OFF', control = 'open', n_commande = 0");
-  execute(database.get(), "update article set qte_stock = 1000000");
+  executeHere("update \"Table_\" set etat = 'OFF', control = 'open', n_commande = 0");
+  executeHere("update article set qte_stock = 1000000");
   const std::string day = std::to_string(kBusyDay.day), month = std::to_string(kBusyDay.month),
                     year = std::to_string(kBusyDay.year);
-  execute(database.get(), "update commande set J = " + day + ", M = " + month + ", A = " + year +
-                              " where rid > (select max(rid) from commande) - " +
-                              std::to_string(kBusyDay.orders) +
-                              " and not exists (select 1 from commande where A = " + year + ")");
+  executeHere("update commande set \"J\" = " + day + ", \"M\" = " + month + ", \"A\" = " + year +
+              " where rid > (select max(rid) from commande) - " + std::to_string(kBusyDay.orders) +
+              " and not exists (select 1 from commande where \"A\" = " + year + ")");
 }
 
 }  // namespace tavoline::bench

@@ -4,11 +4,9 @@
 #include <benchmark/benchmark.h>
 
 #include <QtWidgets/QApplication>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -16,189 +14,32 @@
 
 #include "bench/Cash.h"
 #include "bench/Figures.h"
-#include "bench/Glass.h"
 #include "bench/History.h"
+#include "bench/Measures.h"
 #include "bench/Memory.h"
-#include "bench/QtModels.h"
-#include "bench/Raw.h"
-#include "bench/Scene.h"
+#include "bench/Server.h"
 #include "bench/Statistics.h"
-#include "gestures/Waiter.h"
 #include "toolkit/theme/Theme.h"
 
 namespace tavoline::bench {
 namespace {
 
-using test::Menu;
-using test::Waiter;
-
 constexpr int kSmall = 1000, kLarge = 600000;
 constexpr int kDay = 300;  // orders
-constexpr int kLines = 8;  // of an order, before the next one is begun
-constexpr int kRounds = 21, kSomeRounds = 7, kFewRounds = 3;
 
-/// Times one gesture per iteration, and nothing of what lies between two; keeps its 50th and 99th percentile.
-class Stopwatch {
- public:
-  explicit Stopwatch(benchmark::State& state) : state_(state) {}
-  ~Stopwatch() {
-    std::sort(seconds_.begin(), seconds_.end());
-    if (seconds_.empty()) return;
-    state_.counters["p50 ms"] = 1000 * seconds_[seconds_.size() / 2];
-    state_.counters["p99 ms"] = 1000 * seconds_[seconds_.size() * 99 / 100];
-  }
-  Stopwatch(const Stopwatch&) = delete;
-  Stopwatch& operator=(const Stopwatch&) = delete;
-
-  template <class Gesture>
-  void time(const Gesture& gesture) {
-    const auto began = std::chrono::steady_clock::now();
-    gesture();
-    const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
-    state_.SetIterationTime(took);
-    seconds_.push_back(took);
-  }
-
- private:
-  benchmark::State& state_;
-  std::vector<double> seconds_;
-};
-
-Menu menuHere() {
-  TDM dm;
-  return Menu::of(dm);
-}
-
-void rawTap(benchmark::State& state) {
-  RawTap raw;
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    watch.time([&] { raw.tap(); });
-    raw.idle();
-  }
-}
-
-/// First taps, each of another article, eight to an order.
-void tap(benchmark::State& state) {
-  const Menu menu = menuHere();
-  TDM dm;
-  Waiter waiter(dm, menu);
-  waiter.logIn();
-  int done = 0;
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    const auto line = static_cast<std::size_t>(done++ % kLines);
-    if (line == 0) {
-      if (done > 1) waiter.closeTable();
-      if (!waiter.takeTable(menu.tables.front())) throw std::runtime_error("the table is held");
-    }
-    dm.Idle();
-    watch.time([&] { waiter.tap(menu.articles[line]); });
-  }
-  waiter.closeTable();
-}
-
-void qtTap(benchmark::State& state) {
-  const Menu menu = menuHere();
-  QtModels models;
-  std::size_t done = 0;
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state)
-    watch.time([&] { models.tap(menu.articles[done++ % kLines], menu.tables.front()); });
-}
-
-/// From nothing to the login screen's first answer: the store opened, every dataset open, a login found.
-void start(benchmark::State& state) {
-  const Menu menu = menuHere();
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state)
-    watch.time([&] {
-      TDM dm;
-      Waiter(dm, menu).logIn();
-    });
-}
-
-void takeAndClose(benchmark::State& state, bool closing) {
-  const Menu menu = menuHere();
-  TDM dm;
-  Waiter waiter(dm, menu);
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    const auto take = [&] { waiter.takeTable(menu.tables.front()); };
-    const auto close = [&] { waiter.closeTable(); };
-    closing ? take() : watch.time(take);
-    for (std::size_t line = 0; line < kLines; ++line) waiter.tap(menu.articles[line]);
-    dm.Idle();
-    closing ? watch.time(close) : close();
-    dm.Idle();
-  }
-}
-
-/// The same first taps on the program's own screens: to the end of the tile's handler, or until it is
-/// painted.
-void tapOnScreen(benchmark::State& state, bool painted) {
-  Glass glass;
-  glass.logIn();
-  std::size_t tile = 0;
-  int repaints = 0;
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    if (tile == 0) glass.takeTable();
-    glass.lower(tile);
-    watch.time([&] {
-      glass.lift();
-      if (painted) glass.paint();
-    });
-    if (!painted) glass.paint();
-    glass.rest();
-    repaints = std::max(repaints, glass.linePaints());
-    if (++tile < glass.tiles()) continue;
-    glass.saveOrder();
-    tile = 0;
-  }
-  state.counters["repaints"] = repaints;
-}
-
-void onScreen(benchmark::State& state, const Gesture& gesture) {
-  Glass glass;
-  glass.logIn();
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    gesture.before(glass);
-    watch.time([&] { gesture.gesture(glass); });
-    glass.rest();
-    gesture.after(glass);
-  }
-}
-
-/// From nothing to the login screen painted.
-void startProgram(benchmark::State& state) {
-  Stopwatch watch(state);
-  for ([[maybe_unused]] auto _ : state) {
-    std::optional<Glass> glass;
-    watch.time([&] { glass.emplace(); });
-  }
-}
-
-using Body = std::function<void(benchmark::State&)>;
-
-void add(const Scene& scene, const std::string& what, int iterations, const Body& body,
-         int rounds = kRounds) {
-  benchmark::RegisterBenchmark(sized(what, scene.orders()).c_str(),
-                               [&scene, body](benchmark::State& state) {
-                                 scene.enter();
-                                 body(state);
-                               })
-      ->UseManualTime()
-      ->Unit(benchmark::kMillisecond)
-      ->Iterations(iterations)
-      ->Repetitions(rounds);
-}
-
-void addGestures(const Scene& scene, const std::vector<Gesture>& gestures) {
-  for (const Gesture& gesture : gestures)
-    add(
-        scene, gesture.name, 3, [&gesture](auto& state) { onScreen(state, gesture); }, kSomeRounds);
+void addAll(const Scene& scene, bool isLarge) {
+  add(scene, "three writes", 64, rawTap);
+  add(scene, "tap", 64, tap);
+  add(scene, "tap on the screen", 24, [](auto& state) { tapOnScreen(state, false); });
+  add(scene, "tap to paint", 24, [](auto& state) { tapOnScreen(state, true); });
+  add(scene, "start", 20, start);
+  add(scene, "start of the program", 3, startProgram);
+  add(scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
+  add(scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
+  addGestures(scene, cashGestures());
+  if (onServer(scene)) return;
+  add(scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap, kFewRounds);
+  addGestures(scene, historyGestures());
 }
 
 int measure(int count, char** arguments) {
@@ -213,32 +54,34 @@ int measure(int count, char** arguments) {
   benchmark::Initialize(&flagCount, flags.data());
 
   const Scene small(data, kSmall), large(data, kLarge);
-  for (const Scene* scene : {&small, &large}) {
-    const bool isLarge = scene == &large;
-    add(*scene, "three writes", 64, rawTap);
-    add(*scene, "tap", 64, tap);
-    add(*scene, "tap on the screen", 24, [](auto& state) { tapOnScreen(state, false); });
-    add(*scene, "tap to paint", 24, [](auto& state) { tapOnScreen(state, true); });
-    add(*scene, "tap on Qt's models", isLarge ? 1 : 20, qtTap, kFewRounds);
-    add(*scene, "start", 20, start);
-    add(*scene, "start of the program", 3, startProgram);
-    addGestures(*scene, historyGestures());
-    addGestures(*scene, cashGestures());
-    add(*scene, "take a table", 20, [](auto& state) { takeAndClose(state, false); });
-    add(*scene, "close a table", 20, [](auto& state) { takeAndClose(state, true); });
+  for (const Scene* scene : {&small, &large}) addAll(*scene, scene == &large);
+  std::optional<Scene> month;
+  std::unique_ptr<FarScene> far;
+  if (onServer(large)) {
+    far = std::make_unique<FarScene>(large);
+    add(far->scene(), "three writes, half a millisecond away", 64, rawTap);
+    add(far->scene(), "tap, half a millisecond away", 64, tap);
+    add(large, "tap beside a long read", 64, [&](auto& state) {
+      const LongRead reading(memoryProgram);
+      tap(state);
+    });
+  } else {
+    month.emplace(data, kOrdersOfMonth);
+    addGestures(*month, statisticsGestures());
+    addGestures(large, statisticsGestures());
+    addGestures(large, statisticsOfYear());
   }
-  const Scene month(data, kOrdersOfMonth);
-  addGestures(month, statisticsGestures());
-  addGestures(large, statisticsGestures());
-  addGestures(large, statisticsOfYear());
   Figures figures;
   benchmark::RunSpecifiedBenchmarks(&figures);
   for (const Scene* scene : {&small, &large}) {
     scene->enter();
-    figures.set(sized("memory after start", scene->orders()),
-                measureMemory(memoryProgram, *scene, 0).resident);
-    figures.set(sized("memory after a day", scene->orders()),
-                measureMemory(memoryProgram, *scene, kDay).resident);
+    for (const auto& [when, orders] : {std::pair("after start", 0), std::pair("after a day", kDay)}) {
+      const Memory memory = measureMemory(memoryProgram, *scene, orders);
+      figures.set(sized(std::string("memory ") + when, scene->orders()), memory.resident);
+      if (onServer(*scene))
+        figures.set(sized(std::string("memory of the server's sessions ") + when, scene->orders()),
+                    memory.sessions);
+    }
   }
   figures.printRatios(kSmall, kLarge);
   return 0;
