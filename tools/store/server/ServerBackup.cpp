@@ -47,6 +47,8 @@ bool isServerBackup(const std::string& path) {
 }
 
 void restoreServer(const std::string& backup, const postgres::Address& address) {
+  if (!std::filesystem::exists(backup))
+    throw StoreError("« " + backup + " » n'existe pas. Vérifiez le chemin.");
   if (!isServerBackup(backup) || !holdsStore(backup))
     throw StoreError(
         "« " + backup +

@@ -75,8 +75,10 @@ std::optional<std::string> sentence(const Address& address, const std::string& s
                     " ne laisse pas entrer cet utilisateur, depuis ce poste ou de cette façon. "
                     "Vérifiez l'adresse dans « " +
                     address.name + " », et les droits sur le serveur (« pg_hba.conf »)."},
-      {"28P01", server(address) + " refuse le mot de passe. Vérifiez le fichier « .pgpass » de cet "
-                                  "utilisateur."},
+      {"28P01", server(address) +
+                    " ne connaît pas cet utilisateur, ou refuse son mot de passe. Vérifiez l'adresse "
+                    "dans « " +
+                    address.name + " », et le fichier « .pgpass » de cet utilisateur."},
       {"42501", "Le rôle de ce poste n'a pas le droit de faire cela dans " + base +
                     ". Donnez au poste le rôle créé par « tavoline-store create »."},
       {"22003", "Un calcul donne un nombre trop grand : rien n'a été fait. Vérifiez les montants saisis."},
@@ -122,6 +124,22 @@ void failToConnect(const Address& address, const std::string& state, const std::
             " et ce poste ne s'accordent pas sur la protection de la connexion (TLS). Vérifiez le "
             "certificat, et « sslmode » dans l'adresse.",
         detail);
+  if (told("no password supplied"))
+    throw StoreError(
+        server(address) +
+            " demande un mot de passe. Mettez-le dans le fichier « .pgpass » de cet utilisateur.",
+        detail);
+  if (told("could not translate host name"))
+    throw StoreError(
+        server(address) +
+            " est introuvable : son nom n'est pas connu sur ce réseau. Vérifiez que le réseau est "
+            "branché, et l'adresse dans « " +
+            address.name + " ».",
+        detail);
+  if (told("for connection option") || told(" value: "))
+    throw StoreError("L'adresse dans « " + address.name +
+                         " » porte une option qui ne se lit pas. Corrigez-la, ou retirez-la.",
+                     detail);
   throw StoreError(
       server(address) +
           " ne répond pas. Vérifiez qu'il est allumé, que le réseau est branché, et l'adresse dans "

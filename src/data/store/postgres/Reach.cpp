@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdlib>
 #include <string_view>
 
@@ -35,6 +36,22 @@ struct Parameters {
   std::vector<const char*> words, values;
 };
 
+/// As long as this lives, the library says in English what it has no code for; sentences are chosen by it.
+class InEnglish {
+ public:
+  ~InEnglish() {
+    ::uselocale(before_);
+    ::freelocale(english_);
+  }
+  InEnglish() = default;
+  InEnglish(const InEnglish&) = delete;
+  InEnglish& operator=(const InEnglish&) = delete;
+
+ private:
+  locale_t english_ = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  locale_t before_ = ::uselocale(english_);
+};
+
 // "FATAL:  53300: ..." as the engine says it when asked for its code.
 std::string stateIn(const std::string& message) {
   for (auto at = message.find(":  "); at != message.npos; at = message.find(":  ", at + 1))
@@ -50,11 +67,13 @@ bool ready(PGconn* connection, short events, std::chrono::milliseconds patience)
 }  // namespace
 
 Handle connectTo(const Address& address, const Words& over) {
+  const InEnglish said;
   const Parameters all(address, over);
   return Handle(PQconnectdbParams(all.words.data(), all.values.data(), 1));
 }
 
 std::pair<Handle, std::string> askForCode(const Address& address) {
+  const InEnglish said;
   const Parameters all(address, {});
   Handle handle(PQconnectStartParams(all.words.data(), all.values.data(), 1));
   PQsetErrorVerbosity(handle.get(), PQERRORS_VERBOSE);
