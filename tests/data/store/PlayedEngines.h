@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,24 @@ struct PlayedEngine {
   virtual void release() = 0;
   /// A statement on the side, in the engine's own words; the first column of its rows.
   virtual std::string run(const std::string& sql) = 0;
+
+  /// Puts a network before the server, with options for its address; later its cable is out, or in.
+  void lay(const std::string& step) {
+    if (network) return network->cableOut(step == "out");
+    network.emplace(cluster->socket());
+    std::ofstream(file->path()) << "postgresql://cafe_poste@127.0.0.1:" << network->port() << "/cafe?" << step
+                                << '\n';
+  }
+  /// A sentence without what passes.
+  std::string unnamed(std::string said) const {
+    const auto unname = [&](const std::string& passing, const std::string& name) {
+      for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
+        said.replace(at, passing.size(), name);
+    };
+    unname(file->folder().path(), "DOSSIER");
+    if (network) unname(':' + std::to_string(network->port()), ":N");
+    return said;
+  }
 
   std::optional<Cluster> cluster;
   std::optional<Relay> network;

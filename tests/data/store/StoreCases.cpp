@@ -46,14 +46,7 @@ class Stores {
   static bool played(const std::string& files);
   /// Its sentences name no passing folder.
   void performUnnamed(const std::string& step) try { perform(step); } catch (const std::exception& error) {
-    std::string said = error.what();
-    const auto unname = [&](const std::string& passing, const std::string& name) {
-      for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
-        said.replace(at, passing.size(), name);
-    };
-    unname(engine_->file->folder().path(), "DOSSIER");
-    if (engine_->network) unname(':' + std::to_string(engine_->network->port()), ":N");
-    throw std::runtime_error(said);
+    throw std::runtime_error(engine_->unnamed(error.what()));
   }
 
   std::string subject;
@@ -254,12 +247,7 @@ class Stores {
     if (step == "crashes") engine_->cluster->crash();
     if (step == "starts") engine_->cluster->start();
   }
-  void network(std::string& step) {
-    if (engine_->network) return engine_->network->cableOut(step == "out");
-    engine_->network.emplace(engine_->cluster->socket());
-    std::ofstream(path()) << "postgresql://cafe_poste@127.0.0.1:" << engine_->network->port() << "/cafe?"
-                          << step << '\n';
-  }
+  void network(std::string& step) { engine_->lay(step); }
   void trips(std::string&) {
     const auto made = postgres::Connection::roundTrips();
     say(std::to_string(made - std::exchange(trips_, made)));
