@@ -4,7 +4,6 @@
 
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -269,10 +268,7 @@ class Stores {
     fs::create_directories(name.parent_path());
     fs::create_symlink(target, name);
   }
-  void kind(std::string& step) {
-    diskKind = std::stol(step, nullptr, 16);
-    tryOut(step);
-  }
+  void kind(std::string& step) { diskKind = std::stol(step, nullptr, 16), tryOut(step); }
   void pipe(std::string&) { ::mkfifo(path().c_str(), 0600); }
   void file(std::string& step) {
     std::ofstream out(path(), std::ios::binary | std::ios::app);
