@@ -68,7 +68,11 @@ void MessageBox::fit() {
   if (letters != label->font())
     label->setStyleSheet(QStringLiteral("font-size: %1px").arg(letters.pixelSize()));
   if (!label->wordWrap()) label->setWordWrap(true);
-  label->setMinimumSize(textSize(text(), QFontMetrics(letters), most) + air);
+  // A label keeps a little of its width for itself, and may break its text sooner.
+  QSize size = textSize(text(), QFontMetrics(letters), most) + air;
+  size.rwidth() += QFontMetrics(letters).averageCharWidth();
+  size.setHeight(std::max(size.height(), label->heightForWidth(size.width())));
+  label->setMinimumSize(size);
   layout()->activate();
   const QPoint grown = QRect(QPoint(), layout()->totalMinimumSize()).center() - rect().center();
   setFixedSize(layout()->totalMinimumSize());
