@@ -1,3 +1,4 @@
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 
 #include "data/value/Text.h"
@@ -32,6 +33,11 @@ void DBGrid::commitData(QWidget* editor) {
   auto* input = qobject_cast<QLineEdit*>(editor);
   if (!input || !cell.isValid()) return QTableView::commitData(editor);
   if (rowsStale_) return;  // its row was given up, or is another by now
+  // A box took the focus: what is typed waits in its cell until the box has gone.
+  if (const QWidget* box = QApplication::activeModalWidget(); box && box != window()) {
+    refused_ = true;
+    return;
+  }
   refused_ = !model_->setData(cell, input->text(), Qt::EditRole);
 }
 
