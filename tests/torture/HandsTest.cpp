@@ -24,7 +24,8 @@ namespace fs = std::filesystem;
 struct Writer {
   Writer() {
     int ends[2];
-    if (::pipe(ends) != 0 || (process = ::fork()) < 0) throw std::runtime_error("no process");
+    if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
+    process = ::fork();
     told = ends[0];
     if (process == 0) work(ends[1]);
     ::close(ends[1]);
