@@ -148,12 +148,14 @@ Findings checkColumns(Connection& connection) {
         findings.push_back(of(table, column.name) + " n'a pas de largeur.");
     }
   }
+  std::vector<std::string> narrow;
   for (const NarrowTable& table : narrowTables(connection))
-    report(findings,
-           "Colonnes plus étroites qu'aujourd'hui, qui refusent des textes longs (« tavoline-store upgrade » "
-           "les élargit), dans " +
-               table.name + " : ",
-           table.columns);
+    for (const std::string& column : table.columns) narrow.push_back(table.name + '.' + column);
+  report(
+      findings,
+      "Colonnes plus étroites qu'aujourd'hui, qui refusent des textes longs (« tavoline-store upgrade » les "
+      "élargit) : ",
+      narrow);
   return findings;
 }
 
