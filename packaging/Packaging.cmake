@@ -34,6 +34,29 @@ function(install_documentation component folder)
   install_compressed(changelog ${folder} ${component})
 endfunction()
 
+# A software centre fetches pictures from the web only: whoever publishes docs/screens says where.
+set(TAVOLINE_PICTURES "" CACHE STRING "Web address of docs/screens, for the pictures of software centres")
+function(install_metainfo)
+  set(metainfo ${PACKAGING}/desktop/${APPLICATION_ID}.metainfo.xml)
+  if(TAVOLINE_PICTURES)
+    set(pictures "")
+    foreach(each "map;Le plan de salle;The map of the room" "order;Une commande;An order"
+        "closing;La clôture du soir;The evening's closing" "statistics;Les chiffres du mois;A month's figures")
+      list(POP_FRONT each picture french english)
+      string(APPEND pictures "    <screenshot>\n      <caption>${english}</caption>\n"
+        "      <caption xml:lang=\"fr\">${french}</caption>\n"
+        "      <image width=\"1024\" height=\"768\">${TAVOLINE_PICTURES}/${picture}.png</image>\n    </screenshot>\n")
+    endforeach()
+    string(REPLACE "<screenshot>\n      <caption>The map" "<screenshot type=\"default\">\n      <caption>The map"
+      pictures "${pictures}")
+    file(READ ${metainfo} text)
+    string(REPLACE "  <categories>" "  <screenshots>\n${pictures}  </screenshots>\n  <categories>" text "${text}")
+    set(metainfo ${CMAKE_CURRENT_BINARY_DIR}/${APPLICATION_ID}.metainfo.xml)
+    file(WRITE ${metainfo} "${text}")
+  endif()
+  install(FILES ${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT till)
+endfunction()
+
 install_documentation(tool ${TOOL_DOCS} deploy importer store)
 set(CPACK_COMPONENTS_ALL tool)
 if(NOT TARGET tavoline)
@@ -48,8 +71,7 @@ else()
     DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT till)
   install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT till)
-  install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.metainfo.xml
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT till)
+  install_metainfo()
   install(FILES ${PACKAGING}/desktop/${APPLICATION_ID}.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT till)
 endif()
