@@ -95,7 +95,9 @@ void TForm::focusFirstInput() {
 /// A screen without an input, or whose first one is hidden by now: the keyboard begins at its first control,
 /// and not in the menu around it.
 void TForm::focusSomewhere() {
-  if (QApplication::activeModalWidget() || !isVisible() || isAncestorOf(QApplication::focusWidget())) return;
+  const QWidget* held = window()->focusWidget();  // the application has none while another one is active
+  if (QApplication::activeModalWidget() || !isVisible() || (held && isAncestorOf(held) && held->isVisible()))
+    return;
   for (QWidget* at = nextInFocusChain(); at != this; at = at->nextInFocusChain()) {
     if (at->isEnabled() && at->isVisible() && (at->focusPolicy() & Qt::TabFocus) && screenOf(at) == this)
       return at->setFocus(Qt::OtherFocusReason);
