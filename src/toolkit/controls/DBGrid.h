@@ -79,6 +79,7 @@ class DBGrid : public QTableView, public Binding {
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
   void timerEvent(QTimerEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 

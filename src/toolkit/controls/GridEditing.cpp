@@ -1,3 +1,4 @@
+#include <QtGui/QFocusEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 
@@ -49,6 +50,13 @@ void DBGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hin
   QTableView::closeEditor(editor, hint);
   markStale();
   if (hint == QAbstractItemDelegate::SubmitModelCache && OnCellEnter) guarded([&] { OnCellEnter(field); });
+}
+
+// Behind a box the window gives the focus to the grid, where the caret stood in one of its cells.
+void DBGrid::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  if (state() != QAbstractItemView::EditingState || event->reason() != Qt::ActiveWindowFocusReason) return;
+  if (QWidget* editor = indexWidget(currentIndex())) editor->setFocus();
 }
 
 void DBGrid::giveUpPending() {
