@@ -8,7 +8,7 @@ SPEAKERS := test_shell value_test sql_test test_dataset test_store test_store_to
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 .DEFAULT_GOAL := build
-.PHONY: help deps build run test verbs accept bench lint check format torture install uninstall package clean
+.PHONY: help deps build run test verbs accept measure bench lint check format torture install uninstall package clean
 
 help:  ## This list
 	@awk -F ':.*##' '/^[a-z]+:.*##/ { printf "make %-10s %s\n", $$1, $$2 }' Makefile
@@ -41,6 +41,9 @@ accept:  ## Write what transcripts say now into their files: CASE=part of a name
 	@cmake --build --preset $(PRESET)
 	@TAVOLINE_ACCEPT=1 ctest --preset $(PRESET) -R '$(or $(CASE),$(error tell CASE=name))'
 	@git diff --stat tests
+
+measure:  ## How much of the code is tests, and how much may be
+	@scripts/measure-tests
 
 bench:  ## Measure against the raw engine, Qt's own table model, and small store against large
 	@scripts/install-packages build bench server

@@ -71,7 +71,7 @@ const test::Verbs<Session> Session::kVerbs(
      {"leave [SCREEN]", "closes a window, the one in front, by the window's own means", &Session::leave},
      {"loop STEP", "takes a step in the event loop that the process runs in, and says how that ends",
       &Session::loop},
-     {"show CONTROL...", "what each holds, and its state", &Session::show},
+     {"show CONTROL...", "what each holds, and its state; or \"on\"", &Session::show},
      {"disabled SCREEN", "all that is disabled there", &Session::disabled},
      {"focus", "where the keyboard is", &Session::focus},
      {"grid GRID", "its rows", &Session::grid},

@@ -21,11 +21,12 @@ std::string Session::told(const Value& value) {
 }
 
 void Session::show(std::string& names) {
+  std::string all;
   for (const std::string& name : test::words(names)) {
     const QObject* found = find(name);
-    std::string line = name;
+    std::string line;
     if (const auto* form = dynamic_cast<const TForm*>(found)) {
-      line += form->Visible() ? " open" : " closed";
+      line = form->Visible() ? " open" : " closed";
       if (form->parentWidget()) line += " in " + form->parentWidget()->objectName().toStdString();
       if (form->windowFlags() & Qt::WindowStaysOnTopHint) line += " on top";
     } else if (const QVariant text = found->property("text"); text.isValid()) {
@@ -43,8 +44,9 @@ void Session::show(std::string& names) {
     if (found->property("echoMode").toInt() == QLineEdit::Password) line += " secret";
     const auto* widget = dynamic_cast<const QWidget*>(found);
     if (widget && widget->window()->focusWidget() == widget) line += " focused";
-    script_->say(line);
+    all += (all.empty() ? "" : ",") + (line.empty() ? " on" : line);
   }
+  script_->say(all.substr(1));
 }
 
 void Session::disabled(std::string& screen) {

@@ -6,11 +6,13 @@
 
 namespace tavoline::test {
 
-/// One case of a text file: steps, and indented beneath each step what it says.
+/// One case of a text file: steps, and behind each step, or indented beneath it, what it says.
 ///
 ///     a step that every case begins with
 ///     == a title, which names the test
 ///     # a comment
+///     a step -> what it says; what it says next
+///     a step that says nothing then another -> what that says
 ///     a step; behind a backslash it goes on in the next line
 ///       what it says, a line each
 ///

@@ -11,7 +11,7 @@ namespace tavoline::test {
 struct TranscriptFile {
   struct Step {
     std::string raw, text;          ///< As it stands, with comments above it; the step alone.
-    std::string rawSaid, expected;  ///< As it stands; without its indentation.
+    std::string rawSaid, expected;  ///< As it stands, from behind the step; a line each.
   };
   struct Part {
     std::string raw, title;

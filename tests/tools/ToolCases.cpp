@@ -149,7 +149,6 @@ class Tool : public ToolTest {
   void folderNamed(std::string& name) { fs::create_directory(name); }
   void write(std::string& text) { std::ofstream(test::takeWord(text), std::ios::binary) << text; }
   void ask(std::string& select) { tell(select, 0); }
-  void way(std::string& select) { tell("explain query plan " + select, 3); }
 
  private:
   void forget(const std::string& passing, const std::string& name) {
@@ -180,7 +179,6 @@ const test::Verbs<Tool> kVerbs(
      {"on FILE", "the store of the next steps, as any SQLite tool opens it", &Tool::on},
      {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Tool::sql},
      {"ask SELECT", "the first column of its rows", &Tool::ask},
-     {"way SELECT", "the tables and indexes of its plan", &Tool::way},
      {"workstation STATEMENT", "on BDD.mdb, by one connection that stays open", &Tool::workstation},
      {"server FILE", "a file with the address of a database, named like it, on a server of the test's own",
       &Tool::server},
