@@ -65,31 +65,6 @@ TEST_F(BoundTextTest, AFigureIsNeverCut) {
   EXPECT_TRUE(inkAtLeft(*name)) << "a text that is no figure shows what a cut looks like";
 }
 
-TEST_F(BoundTextTest, WhereThereIsNothingToShowTheCaptionIsEmpty) {
-  auto* text = screen->add<DBText>("DBText1", "DataSourceEndroit", "Endoit");
-  auto* unknown = screen->add<DBText>("DBText2", "DataSourceEndroit", "n_commande");
-  open();
-  EXPECT_EQ(unknown->Caption(), "");
-  const struct {
-    const char* what;
-    std::function<void()> empty;
-  } cases[] = {
-      {"no row", [] { DM->Endroit.FilterBy("endoit='Cave'"); }},
-      {"closed", [] { DM->Endroit.Close(); }},
-      {"a new row",
-       [] {
-         DM->Endroit.Open();
-         DM->Endroit.Insert();
-       }},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.what);
-    each.empty();
-    EXPECT_EQ(text->Caption(), "");
-    EXPECT_EQ(text->property("text").toString(), "");
-  }
-}
-
 TEST_F(BoundTextTest, AHandlerOfManyStepsPullsOnce) {
   struct Counting : DBText {
     using DBText::DBText;

@@ -112,31 +112,6 @@ TEST_F(FormTest, DockedScreensLieOneOverTheOther) {
   EXPECT_EQ(below->shows, 1);
 }
 
-TEST_F(FormTest, ScreensAreReachedByNameAndAnAbsentOneIsNone) {
-  auto* edit = screen->add<Edit>("RzEdit1");
-  EXPECT_EQ(Forms::find("essaif"), screen);
-  EXPECT_EQ(Forms::control<Edit>("EssaiF", "RzEdit1"), edit);
-  EXPECT_EQ(Forms::control<Button>("EssaiF", "RzEdit1"), nullptr);
-  EXPECT_EQ(Forms::control("LuneF", "RzEdit1"), nullptr);
-
-  // A docked screen keeps its names to itself.
-  struct Docked : TForm {
-    Docked() : TForm("PoseeF") {}
-  };
-  auto& docked = station.create<Docked>();
-  auto* itsEdit = new Edit(&docked);
-  itsEdit->setObjectName("RzEdit2");
-  docked.Dock(screen);
-  EXPECT_EQ(Forms::control("EssaiF", "RzEdit2"), nullptr);
-  EXPECT_EQ(Forms::control("PoseeF", "RzEdit2"), itsEdit);
-  Forms::Show("EssaiF");
-  EXPECT_TRUE(screen->Visible());
-  Forms::Close("EssaiF");
-  EXPECT_FALSE(screen->Visible());
-  Forms::Show("LuneF");
-  Forms::ShowModal("LuneF");
-}
-
 TEST(FormBinding, ScreensMadeBeforeTheDataModuleAreBoundByItsCreation) {
   Workstation station;
   station.sql("insert into TVA (tva, utilisation) values (19, 'OUI')");
