@@ -1,9 +1,7 @@
-#include "data/value/Errors.h"
 #include "toolkit/ToolkitFixture.h"
 #include "toolkit/controls/Button.h"
 #include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DBText.h"
-#include "toolkit/controls/Headings.h"
 
 namespace tavoline {
 namespace {

@@ -1,8 +1,8 @@
 #include "data/value/Errors.h"
 #include "toolkit/ToolkitFixture.h"
 #include "toolkit/controls/Button.h"
-#include "toolkit/controls/DBEdit.h"
 #include "toolkit/controls/DBText.h"
+#include "toolkit/controls/Edit.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QRegularExpression>
