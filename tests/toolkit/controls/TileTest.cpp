@@ -24,35 +24,6 @@ class TileTest : public ToolkitTest {
   FlowPanel* flow;
 };
 
-TEST_F(TileTest, TilesFlowInOrderAndWrap) {
-  const struct {
-    FlowPanel::FlowStyle style;
-    bool secondBesideFirst;
-  } cases[] = {{FlowPanel::LeftRightTopBottom, true}, {FlowPanel::TopBottomLeftRight, false}};
-  open();
-  for (const auto& each : cases) {
-    flow->setFlowStyle(each.style);
-    flow->clear();
-    for (int i = 0; i < 9; ++i) addTile(i);
-    station.settle();
-    const auto tiles = flow->tiles<ShapeButton>();
-    ASSERT_EQ(tiles.size(), 9u);
-    const auto along = [&](int i) { return each.secondBesideFirst ? tiles[i]->x() : tiles[i]->y(); };
-    const auto across = [&](int i) { return each.secondBesideFirst ? tiles[i]->y() : tiles[i]->x(); };
-    EXPECT_GE(along(1), along(0) + (each.secondBesideFirst ? 100 : 108));
-    EXPECT_EQ(across(1), across(0));
-    int wraps = 0;
-    for (int i = 1; i < 9; ++i) {
-      if (across(i) == across(i - 1)) continue;
-      ++wraps;
-      EXPECT_EQ(along(i), along(0));
-      EXPECT_GT(across(i), across(i - 1));
-    }
-    EXPECT_GE(wraps, 1);
-    for (int i = 0; i < 9; ++i) EXPECT_EQ(tiles[i]->Caption(), "T" + std::to_string(i));
-  }
-}
-
 TEST_F(TileTest, ATileMayRebuildThePanelInItsOwnClick) {
   int rebuilds = 0;
   QPointer<ShapeButton> clicked;

@@ -81,15 +81,6 @@ TEST_F(ExportTest, csvKeepsColumnsAndQuotesWhatNeedsIt) {
             "3\r\n");
 }
 
-TEST_F(ExportTest, textAlignsColumns) {
-  ASSERT_TRUE(exportDocument(sampleDocument(10), path("a.txt")));
-  const QStringList lines = QString::fromUtf8(contents(path("a.txt"))).split(u'\n');
-  EXPECT_EQ(lines[0].trimmed(), "Liste d'été <1>");
-  EXPECT_EQ(lines[1].trimmed(), "d'une cafétéria");
-  EXPECT_EQ(lines[2].indexOf("ligne 1"), lines[3].indexOf("ligne 2"));
-  EXPECT_EQ(lines[2].indexOf("1"), lines[11].indexOf("0")) << "numbers end under each other";
-}
-
 TEST_F(ExportTest, pngIsAPictureForEveryPage) {
   ASSERT_TRUE(exportDocument(sampleDocument(30), path("a.png")));
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), (QStringList{"a-1.png", "a-2.png", "a-3.png"}));

@@ -1,6 +1,5 @@
 #include "toolkit/report/preview/PageView.h"
 
-#include <QtGui/QClipboard>
 #include <QtWidgets/QPlainTextEdit>
 
 #include "toolkit/report/PreviewFixture.h"
@@ -9,30 +8,6 @@ namespace tavoline {
 namespace {
 
 using PageViewTest = PreviewTest;
-
-TEST_F(PageViewTest, zoomsInStepsToTheWholePageAndToItsWidth) {
-  open(30);
-  EXPECT_EQ(pages().zoom(), 1);
-  action("ZoomIn")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), 1.25);
-  action("ZoomOut")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), 1);
-  action("PageWidth")->trigger();
-  EXPECT_NEAR(pages().pageRect(0).width(), pages().viewport()->width() - 32, 1);
-  action("WholePage")->trigger();
-  EXPECT_NEAR(pages().pageRect(0).height(), pages().viewport()->height() - 32, 1);
-  const double before = pages().zoom();
-  panel_.resize(900, 400);
-  QApplication::processEvents();
-  EXPECT_LT(pages().zoom(), before) << "a fitted page stays fitted";
-  action("PageWidth")->trigger();
-  pages().goTo(2);
-  panel_.resize(500, 400);
-  QApplication::processEvents();
-  EXPECT_EQ(pages().pageRect(2).top() - pages().deskPoint({0, 0}).y(), 16) << "and at its place";
-  for (int i = 0; i < 40; ++i) action("ZoomIn")->trigger();
-  EXPECT_DOUBLE_EQ(pages().zoom(), PageView::kLargest);
-}
 
 TEST_F(PageViewTest, fingersPinchAndDrag) {
   open(80);
@@ -92,22 +67,6 @@ TEST_F(PageViewTest, manyPagesAreNotManyPictures) {
   }
   EXPECT_LE(pages().picturesKept(), 6U);
   EXPECT_GT(pages().picturesKept(), 0U);
-}
-
-TEST_F(PageViewTest, selectedTextIsCopied) {
-  open(30);
-  action("Select")->trigger();
-  QTest::mousePress(pages().viewport(), Qt::LeftButton, {}, viewPoint(0, 10, 62).toPoint());
-  QTest::mouseMove(pages().viewport(), viewPoint(0, 150, 90).toPoint());
-  QTest::mouseRelease(pages().viewport(), Qt::LeftButton, {}, viewPoint(0, 150, 98).toPoint());
-  action("Copy")->trigger();
-  EXPECT_EQ(QApplication::clipboard()->text(), "1\tligne 1\n2\tligne 2\n");
-  action("Hand")->trigger();
-  EXPECT_FALSE(pages().hasSelection());
-  pages().goTo(2);
-  action("Copy")->trigger();
-  EXPECT_TRUE(QApplication::clipboard()->text().endsWith("Total : 465\n"))
-      << "the page at hand without a selection";
 }
 
 TEST_F(PageViewTest, aTextIsCorrectedInItsPlace) {

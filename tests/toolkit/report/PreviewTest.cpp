@@ -4,7 +4,6 @@
 #include <QtPrintSupport/QPrinter>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QListView>
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
@@ -50,40 +49,6 @@ TEST_F(PreviewTest, pagesThroughByButtonsNumberAndKeys) {
   }
   EXPECT_EQ(button("FirstPage")->toolTip(), "Première page (Ctrl+Home)");
   EXPECT_EQ(action("Print")->toolTip(), "Imprimer (Ctrl+P)");
-}
-
-TEST_F(PreviewTest, findsAcrossPages) {
-  open(30);
-  action("Find")->trigger();
-  auto* text = panel_.findChild<QLineEdit*>("FindText");
-  EXPECT_TRUE(text->isVisible());
-  QTest::keyClicks(text, "ligne 3");
-  QTest::keyClick(text, Qt::Key_Return);
-  EXPECT_EQ(hitText(), "ligne 3");
-  QTest::mouseClick(button("FindNext"), Qt::LeftButton);
-  EXPECT_EQ(hitText(), "ligne 30");
-  EXPECT_EQ(pages().currentPage(), 1U);
-  QTest::mouseClick(button("FindPrevious"), Qt::LeftButton);
-  EXPECT_EQ(hitText(), "ligne 3");
-  text->setText("absent");
-  QTest::keyClick(text, Qt::Key_Return);
-  EXPECT_EQ(shown_, std::vector<std::string>{"« absent » ne se trouve pas dans ce document."});
-  QTest::keyClick(text, Qt::Key_Escape);
-  EXPECT_FALSE(text->isVisible());
-}
-
-TEST_F(PreviewTest, theOutlineLeadsToPages) {
-  open(30);
-  action("Outline")->trigger();
-  auto* list = panel_.findChild<QListView*>("OutlineList");
-  ASSERT_TRUE(list->isVisible());
-  ASSERT_EQ(list->model()->rowCount(), 3);
-  EXPECT_EQ(list->model()->index(1, 0).data().toString(), "Page 2 : 15 ligne 15");
-  EXPECT_EQ(list->currentIndex().row(), 0);
-  Q_EMIT list->clicked(list->model()->index(2, 0));
-  EXPECT_EQ(pages().currentPage(), 2U);
-  pages().goTo(1);
-  EXPECT_EQ(list->currentIndex().row(), 1) << "the outline follows";
 }
 
 TEST_F(PreviewTest, savesAndOpensPages) {

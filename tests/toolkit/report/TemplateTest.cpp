@@ -80,43 +80,5 @@ TEST(Template, blanksInTextsAreKeptAndDataBandsRunByTop) {
   EXPECT_EQ(report->bands[3].kind, BandKind::Summary);
 }
 
-TEST(Template, writtenAndReadAgainItIsTheSame) {
-  const auto report = templateOf(
-      "<TfrxReport Name='r' Title='T' Preview='frxPreview1' Establishment='caisse' "
-      "PreviewOptions.Buttons='print copy'"
-      " PrintOptions.ShowDialog='false'><TfrxDBDataset UserName='ds1' DataSet='d'><FieldAlias Field='TCC' "
-      "Alias='t'/>"
-      "</TfrxDBDataset><TfrxReportPage PaperWidth='85' PaperHeight='130' PaperSize='256' "
-      "Orientation='poLandscape'>"
-      "<TfrxReportTitle Height='12.5'><TfrxMemoView Left='1' HAlign='haRight' Font.Style='fsBold fsItalic'"
-      " Frame.Typ='ftLeft ftTop' Fill.BackColor='#FFF176' Visible='false' WordWrap='false'>a &lt; "
-      "b\n[ds1.\"t\"]</TfrxMemoView>"
-      "<TfrxBarCodeView Expression='&lt;ds1.\"n\">' Zoom='2'/><TfrxLineView Frame.Style='fsDot'/>"
-      "<TfrxPictureView Source='logo'/></TfrxReportTitle></TfrxReportPage></TfrxReport>");
-  ASSERT_TRUE(report);
-  const auto written = [](const Template& source) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QXmlStreamWriter xml(&buffer);
-    writeTemplate(xml, source);
-    return buffer.data();
-  };
-  const QByteArray once = written(*report);
-  const auto again = templateOf(once.toStdString());
-  ASSERT_TRUE(again);
-  EXPECT_EQ(written(*again), once);
-  const Object& memo = again->bands[0].objects[0];
-  EXPECT_EQ(memo.hAlign, HAlign::Right);
-  EXPECT_EQ(memo.fontStyle, unsigned{FontBold | FontItalic});
-  EXPECT_EQ(memo.frame, unsigned{SideLeft | SideTop});
-  EXPECT_EQ(memo.fill, 0xFFF176U);
-  EXPECT_FALSE(memo.visible);
-  EXPECT_EQ(writeMemoText(memo.text), "a < b\n[ds1.\"TCC\"]");
-  EXPECT_EQ(again->previewButtons, unsigned{ButtonPrint | ButtonCopy});
-  EXPECT_EQ(again->preview, "frxPreview1");
-  EXPECT_FALSE(again->showDialog);
-  EXPECT_TRUE(again->page.landscape);
-}
-
 }  // namespace
 }  // namespace tavoline::report
