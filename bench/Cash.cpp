@@ -27,8 +27,7 @@ void openDay(Glass&) {
   executeHere("update commande set en_caisser = 'yes' where en_caisser = 'no' and not (" + day + ")");
   executeHere(
       "update commande set en_caisser = 'no', etat_commande = 'Terminer', id_caisse = (select \"ID_caise\" "
-      "from "
-      "caisse order by rid limit 1), date_commande = " +
+      "from caisse order by rid limit 1), date_commande = " +
       moment + " where " + day);
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <libpq-fe.h>
 #include <sqlite3.h>
 
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "data/store/postgres/Reach.h"
 
 namespace tavoline::bench {
 
@@ -42,10 +43,7 @@ class BareServer {
   std::string database() const { return PQdb(connection_.get()); }
 
  private:
-  struct Finish {
-    void operator()(PGconn* connection) const { PQfinish(connection); }
-  };
-  std::unique_ptr<PGconn, Finish> connection_;
+  postgres::Handle connection_;
 };
 
 /// Runs a statement that every engine reads on the store of the working directory.

@@ -42,8 +42,7 @@ std::map<std::string, FoundColumn> columnsOf(Connection& connection, const Table
   std::map<std::string, FoundColumn> found;  // by folded name
   Statement columns = connection.prepare(
       "SELECT name, cid, dflt_value, CASE WHEN type LIKE 'TEXT(%' THEN CAST(substr(type, 6) AS INTEGER) ELSE "
-      "0 "
-      "END FROM pragma_table_info(?1)");
+      "0 END FROM pragma_table_info(?1)");
   columns.bind({table.name});
   while (columns.step())
     found[foldName(columns.text(0))] = {static_cast<int>(columns.integer(1)), columns.text(2),

@@ -24,12 +24,7 @@ void requireUpgradable(Connection& connection) {
   Findings findings = checkPages(connection);
   if (findings.empty()) findings = checkTables(connection);
   if (findings.empty()) findings = checkKeys(sqlite::engine(), askOf(connection));
-  if (findings.empty()) return;
-  std::string sentence = "« " + connection.name() +
-                         " » ne peut pas être mise à jour, et n'a pas été touchée. Corrigez d'abord ceci, ou "
-                         "remettez la dernière sauvegarde :";
-  for (const std::string& finding : findings) sentence += "\n  - " + finding;
-  throw StoreError(sentence);
+  requireNone(findings, "« " + connection.name() + " »");
 }
 
 void add(Connection& connection, const std::vector<Definition>& missing) {
@@ -56,6 +51,15 @@ void widen(Connection& connection, const std::vector<NarrowTable>& tables) {
 }
 
 }  // namespace
+
+void requireNone(const Findings& findings, const std::string& store) {
+  if (findings.empty()) return;
+  std::string sentence = store +
+                         " ne peut pas être mise à jour, et n'a pas été touchée. Corrigez d'abord ceci, ou "
+                         "remettez la dernière sauvegarde :";
+  for (const std::string& finding : findings) sentence += "\n  - " + finding;
+  throw StoreError(sentence);
+}
 
 Upgrade upgradeStore(const std::string& path) {
   if (const auto address = serverAddress(path)) return upgradeServer(*address);

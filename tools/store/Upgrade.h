@@ -12,6 +12,10 @@ struct Upgrade {
   std::string backup;              ///< The copy of the store as it was; empty if nothing was added.
 };
 
+/// Throws StoreError with the findings that keep a store, as it is named here, from being upgraded; before
+/// anything was touched.
+void requireNone(const Findings& findings, const std::string& store);
+
 /// Brings the definition of the store `path` to today's by adding what stands beside its tables and giving
 /// their texts all their room, all of it or nothing. Copies the store beside itself first. Workstations may
 /// go on; their writes wait meanwhile. Throws StoreError where it cannot: a table or column is missing, a key

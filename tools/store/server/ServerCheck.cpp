@@ -40,8 +40,7 @@ Findings checkBeside(postgres::Connection& connection) {
   if (!counted)
     findings.emplace_back(
         "Le compte des écritures, ou ce qui numérote les lignes, manque ou n'est plus celui d'aujourd'hui : "
-        "un "
-        "poste peut ne pas voir ce qu'un autre écrit. « tavoline-store upgrade » le remet.");
+        "un poste peut ne pas voir ce qu'un autre écrit. « tavoline-store upgrade » le remet.");
   return findings;
 }
 

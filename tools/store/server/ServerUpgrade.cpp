@@ -8,7 +8,6 @@
 #include "data/store/postgres/Engine.h"
 #include "data/store/postgres/Opening.h"
 #include "data/value/Clock.h"
-#include "data/value/Errors.h"
 #include "tools/store/Publishing.h"
 #include "tools/store/server/ServerBackup.h"
 #include "tools/store/server/ServerCreation.h"
@@ -26,12 +25,7 @@ void requireUpgradable(postgres::Connection& connection) {
   requireKnownVersion(connection.address().name, postgres::recordOf(connection));
   Findings findings = checkTables(postgres::readCatalog(connection));
   if (findings.empty()) findings = checkKeys(postgres::engine(), askOf(connection));
-  if (findings.empty()) return;
-  std::string sentence = "La base « " + connection.address().database +
-                         " » ne peut pas être mise à jour, et n'a pas été touchée. Corrigez d'abord ceci, ou "
-                         "remettez la dernière sauvegarde :";
-  for (const std::string& finding : findings) sentence += "\n  - " + finding;
-  throw StoreError(sentence);
+  requireNone(findings, "La base « " + connection.address().database + " »");
 }
 
 // Everything belongs to whom the store's record belongs to.

@@ -25,8 +25,7 @@ std::int64_t say(Connection& connection, std::optional<std::int64_t> key) {
     questions.push_back(
         {"SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND objsubid = 1 AND granted AND "
          "((classid::bigint << 32) | objid::bigint) = $1 AND pid <> pg_backend_pid() AND database = (SELECT "
-         "oid "
-         "FROM pg_database WHERE datname = current_database())",
+         "oid FROM pg_database WHERE datname = current_database())",
          {*key}});
   }
   const std::vector<Answer> answers = connection.ask(questions);
