@@ -42,15 +42,20 @@ Relay::Relay(std::string socket, std::chrono::microseconds eachWay)
 
 Relay::~Relay() {
   ending_ = true;
-  cableOut(false);
+  ring();
   thread_.join();
   endAll();
   for (const int end : {listener_, bell_[0], bell_[1]}) ::close(end);
 }
 
+void Relay::ring() {
+  if (::write(bell_[1], "", 1) != 1) throw std::runtime_error("no relay");
+}
+
 void Relay::cableOut(bool out) {
   out_ = out;
-  if (::write(bell_[1], "", 1) != 1) throw std::runtime_error("no relay");
+  ring();
+  seen_.wait(!out);
 }
 
 void Relay::work() {
@@ -58,6 +63,8 @@ void Relay::work() {
   for (bool wasOut = false, out = false; !ending_; wasOut = out) {
     out = out_;
     if (wasOut && !out) endAll();
+    seen_ = out;
+    seen_.notify_all();
     std::vector<pollfd> waited = {{bell_[0], POLLIN, 0}};
     auto next = Moment::max();
     if (!out) {

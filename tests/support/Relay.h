@@ -21,7 +21,7 @@ class Relay {
   Relay& operator=(const Relay&) = delete;
 
   int port() const { return port_; }
-  void cableOut(bool out);
+  void cableOut(bool out);  ///< Returns when nothing passes any more, or all does again.
 
  private:
   using Moment = std::chrono::steady_clock::time_point;
@@ -34,6 +34,7 @@ class Relay {
     bool over = false;
   };
 
+  void ring();
   void work();
   void accept();
   void endAll();
@@ -43,7 +44,7 @@ class Relay {
   std::string socket_;
   std::chrono::microseconds eachWay_;
   int listener_ = -1, port_ = 0, bell_[2] = {-1, -1};
-  std::atomic<bool> out_ = false, ending_ = false;
+  std::atomic<bool> out_ = false, seen_ = false, ending_ = false;
   std::list<Link> links_;
   std::thread thread_;
 };

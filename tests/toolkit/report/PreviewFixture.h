@@ -40,10 +40,6 @@ class PreviewTest : public testing::Test {
   QAction* action(const char* name) { return panel_.findChild<QAction*>(name); }
   QToolButton* button(const char* name) { return panel_.findChild<QToolButton*>(name); }
   PageView& pages() { return panel_.pages(); }
-  std::string hitText() {
-    return pages().hit() ? std::string(panel_.document()->page(pages().hit()->page).text(pages().hit()->word))
-                         : "";
-  }
   QPointF viewPoint(std::size_t page, double x, double y) {  // units on the page
     return pages().pageRect(page).topLeft() + QPointF(x, y) * pages().zoom() - pages().deskPoint({0, 0});
   }
