@@ -9,8 +9,8 @@ namespace {
 using std::chrono::milliseconds;
 
 // A workstation that was killed reads the log at its next start, half a millisecond for each megabyte.
-constexpr int longLog = 512;       // pages: 2 MB
-constexpr int pressingLog = 1024;  // pages: 4 MB
+constexpr int longLog = 256;      // pages: 1 MB
+constexpr int pressingLog = 448;  // pages: 1.8 MB
 constexpr milliseconds forReaders{100};
 
 }  // namespace
