@@ -40,6 +40,9 @@ void Figures::ReportRuns(const std::vector<Run>& runs) {
     ConsoleReporter::ReportRuns({run});
     values_[run.run_name.function_name] = run.counters.at("p50 ms");
     values_[run.run_name.function_name + " p99"] = run.counters.at("p99 ms");
+    for (const char* toll : {"ran", "waited"})
+      if (const auto found = run.counters.find(toll + std::string(" ms")); found != run.counters.end())
+        values_[run.run_name.function_name + ' ' + toll] = found->second;
   }
 }
 
@@ -75,6 +78,8 @@ void Figures::printRatios(int small, int large) const {
     ratios.push_back({std::string(gesture.name) + ", large store / month", sized(gesture.name, large),
                       sized(gesture.name, kOrdersOfMonth), 1.2});
   byPeer("tap beside a long read", "tap", large, 1.3);
+  byPeer("three writes beside a long read", "three writes", large, 0);
+  byPeer("tap beside a long read", "three writes beside a long read", large, 0);
   byPeer("tap, half a millisecond away", "three writes, half a millisecond away", large, 0);
   bySize("memory of the server's sessions after start", 0);
   bySize("memory of the server's sessions after a day", 0);
@@ -97,6 +102,13 @@ void Figures::printRatios(int small, int large) const {
       std::printf(" %8s", "");
     if (ratio.budget > 0) std::printf(" %8.2f  %s", ratio.budget, value <= ratio.budget ? "kept" : "OVER");
     std::printf("\n");
+  }
+  for (const char* what :
+       {"three writes", "tap", "three writes beside a long read", "tap beside a long read"}) {
+    const std::string name = sized(what, large);
+    if (has(name + " ran"))
+      std::printf("%-44s %12s on a processor, %s ready and waiting for one\n", name.c_str(),
+                  shown(get(name + " ran"), "ms").c_str(), shown(get(name + " waited"), "ms").c_str());
   }
   for (const auto& [what, atMost] : {std::pair("tap to paint", 50), std::pair("start of the program", 500),
                                      std::pair("cash, a day begun", 100)}) {

@@ -8,6 +8,7 @@
 #include "bench/Figures.h"
 #include "bench/QtModels.h"
 #include "bench/Raw.h"
+#include "bench/Toll.h"
 #include "gestures/Waiter.h"
 
 namespace tavoline::bench {
@@ -28,15 +29,23 @@ class Stopwatch {
     if (seconds_.empty()) return;
     state_.counters["p50 ms"] = 1000 * seconds_[seconds_.size() / 2];
     state_.counters["p99 ms"] = 1000 * seconds_[seconds_.size() * 99 / 100];
+    if (!toll_.counted()) return;
+    state_.counters["ran ms"] = toll_.ran();
+    state_.counters["waited ms"] = toll_.waited();
   }
   Stopwatch(const Stopwatch&) = delete;
   Stopwatch& operator=(const Stopwatch&) = delete;
 
+  /// From the next gesture on: what it costs the processors of a server, too.
+  void countToll() { toll_.list(); }
+
   template <class Gesture>
   void time(const Gesture& gesture) {
+    toll_.begin();
     const auto began = std::chrono::steady_clock::now();
     gesture();
     const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    toll_.end();
     state_.SetIterationTime(took);
     seconds_.push_back(took);
   }
@@ -44,6 +53,7 @@ class Stopwatch {
  private:
   benchmark::State& state_;
   std::vector<double> seconds_;
+  Toll toll_;
 };
 
 Menu menuHere() {
@@ -68,6 +78,7 @@ void onScreen(benchmark::State& state, const Gesture& gesture) {
 void rawTap(benchmark::State& state) {
   const auto raw = RawTap::here();
   Stopwatch watch(state);
+  watch.countToll();
   for ([[maybe_unused]] auto _ : state) {
     watch.time([&] { raw->tap(); });
     raw->idle();
@@ -87,6 +98,7 @@ void tap(benchmark::State& state) {
     if (line == 0) {
       if (done > 1) waiter.closeTable();
       if (!waiter.takeTable(menu.tables.front())) throw std::runtime_error("the table is held");
+      watch.countToll();
     }
     dm.Idle();
     watch.time([&] { waiter.tap(menu.articles[line]); });

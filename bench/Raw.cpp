@@ -1,5 +1,7 @@
 #include "bench/Raw.h"
 
+#include <unistd.h>
+
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -9,6 +11,11 @@ namespace {
 
 [[noreturn]] void fail(sqlite3* database) {
   throw std::runtime_error(sqlite3_errmsg(database));
+}
+
+// As a workstation's sessions say it.
+std::string nameHere() {
+  return "tavoline " + std::to_string(::getpid());
 }
 
 struct ClearResult {
@@ -59,6 +66,7 @@ std::string addressHere() {
 BareServer::BareServer() : connection_(PQconnectdb(addressHere().c_str())) {
   if (PQstatus(connection_.get()) != CONNECTION_OK)
     throw std::runtime_error(PQerrorMessage(connection_.get()));
+  execute("set application_name = '" + nameHere() + "'");
 }
 
 void BareServer::execute(const std::string& sql) {
@@ -90,14 +98,27 @@ void executeHere(const std::string& sql) {
   execute(openRaw().get(), sql);
 }
 
-std::vector<std::string> sessions() {
+namespace {
+
+std::vector<std::string> sessionsThat(const std::string& condition) {
   std::vector<std::string> processes;
   if (addressHere().empty()) return processes;
   std::istringstream all(BareServer().text(
       "select string_agg(pid::text, ' ') from pg_stat_activity where datname = current_database() and pid <> "
-      "pg_backend_pid() and backend_type = 'client backend'"));
+      "pg_backend_pid() and " +
+      condition));
   for (std::string process; all >> process;) processes.push_back(process);
   return processes;
+}
+
+}  // namespace
+
+std::vector<std::string> sessions() {
+  return sessionsThat("backend_type = 'client backend'");
+}
+
+std::vector<std::string> ownSessions() {
+  return sessionsThat("application_name = '" + nameHere() + "'");
 }
 
 namespace {

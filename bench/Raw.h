@@ -50,6 +50,8 @@ class BareServer {
 void executeHere(const std::string& sql);
 /// The processes that serve the database of the working directory's store; none for a file.
 std::vector<std::string> sessions();
+/// Those of them that serve this process.
+std::vector<std::string> ownSessions();
 
 /// The engine's own cost of a tap: the three writes alone, prepared once, each its own durable commit.
 class RawTap {

@@ -61,10 +61,14 @@ int measure(int count, char** arguments) {
     far = std::make_unique<FarScene>(large);
     add(far->scene(), "three writes, half a millisecond away", 64, rawTap);
     add(far->scene(), "tap, half a millisecond away", 64, tap);
-    add(large, "tap beside a long read", 64, [&](auto& state) {
-      const LongRead reading(memoryProgram);
-      tap(state);
-    });
+    const auto addBeside = [&](const std::string& what, const Body& body) {
+      add(large, what + " beside a long read", 64, [&memoryProgram, body](auto& state) {
+        const LongRead reading(memoryProgram);
+        body(state);
+      });
+    };
+    addBeside("three writes", rawTap);
+    addBeside("tap", tap);
   } else {
     month.emplace(data, kOrdersOfMonth);
     addGestures(*month, statisticsGestures());

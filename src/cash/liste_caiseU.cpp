@@ -127,6 +127,7 @@ void Tliste_caiseF::takeNewStatements() {
       {&DM->null4, Label17},      {&DM->x1, Label20},    {&DM->x2, Label21},     {&DM->sum_x2, Label28},
       {&DM->xxx3, Label25},       {&DM->xx2, Label24},   {&DM->Null44, Label23}, {&DM->x22, Label26},
       {&DM->x33, Label27}};
+  const Store::OneVersion same(DM->store());
   for (const auto& [rows, caption] : statements) {
     takeStatement(*rows, *caption);
     rows->Open();
@@ -134,7 +135,7 @@ void Tliste_caiseF::takeNewStatements() {
 }
 
 void Tliste_caiseF::openPeriod(bool allDesks) {
-  for (Dataset* rows : {&DM->CS, &DM->min, &DM->last, &DM->lastt}) rows->Reopen();
+  DM->Reopen({&DM->CS, &DM->min, &DM->last, &DM->lastt});
   if (allDesks) return;
   DM->lastt.Active(false);
   DM->lastt.ParamByName("c") = RzComboBox2->Text();
@@ -186,7 +187,7 @@ void Tliste_caiseF::writeStartingAmounts() {
 
 void Tliste_caiseF::RzShapeButton4Click() {
   if (backToOpenClosing()) return;
-  for (Dataset* rows : {&DM->CS, &DM->min, &DM->last, &DM->lastt}) rows->Reopen();
+  DM->Reopen({&DM->CS, &DM->min, &DM->last, &DM->lastt});
   beginEntry();
   showClosing();
   const bool allDesks = DBText5->Caption() == "Tous Caisses";
@@ -206,6 +207,7 @@ void Tliste_caiseF::takeViewStatements(bool allDesks) {
   const std::vector<std::pair<Dataset*, Label*>> ofOneDesk = {{&DM->sum_x2, Label11}, {&DM->xxx3, Label14},
                                                               {&DM->xx2, Label13},    {&DM->Null44, Label12},
                                                               {&DM->x22, Label15},    {&DM->x33, Label16}};
+  const Store::OneVersion same(DM->store());
   for (const auto& [rows, caption] : allDesks ? ofAllDesks : ofOneDesk) {
     takeStatement(*rows, *caption);
     if (rows != &DM->x1 && rows != &DM->x22) {

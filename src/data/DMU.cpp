@@ -47,6 +47,7 @@ TDM::TDM(std::shared_ptr<Store> store) : store_(std::move(store)) {
     }
   });
   store_->relieveBy(reliever_);
+  const Store::OneVersion first(*store_);
   for (Dataset* dataset : datasets_) {
     dataset->Connect(store_);
     if (!dataset->IsAction()) dataset->Open();
@@ -67,6 +68,16 @@ Dataset* TDM::Find(std::string_view name) const {
   for (Dataset* dataset : datasets_)
     if (dataset->Name() == name) return dataset;
   return nullptr;
+}
+
+void TDM::Reopen(std::initializer_list<Dataset*> all) {
+  const Store::OneVersion same(*store_);
+  for (Dataset* dataset : all) dataset->Reopen();
+}
+
+void TDM::Refresh(std::initializer_list<Dataset*> all) {
+  const Store::OneVersion same(*store_);
+  for (Dataset* dataset : all) dataset->Refresh();
 }
 
 std::string TDM::Advice() const {

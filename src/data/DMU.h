@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ class TDM {
       std::string_view name) const;            ///< A partner by name without regard to case; null if absent.
   Dataset* Find(std::string_view name) const;  ///< A dataset by its exact name; null if absent.
   const std::vector<Dataset*>& Datasets() const { return datasets_; }  ///< In the order of opening.
+  // Several at once, in this order, all in one version of the store: a server is asked for it only once.
+  void Reopen(std::initializer_list<Dataset*> all);
+  void Refresh(std::initializer_list<Dataset*> all);
   std::string Advice() const;  ///< What whoever keeps the store should be told at the start; mostly empty.
   void Idle();         ///< When the user does nothing: lets go of versions and lets the store fold its log.
   void GestureDone();  ///< When a gesture has ended: the same where no quiet moment comes.

@@ -19,9 +19,7 @@ void TCommande_avnF::CloturerClick() {
   if (DM->operation["id_caisse_active"].isNull())
     return ShowMessage("vous n'avez pas d'accés a la caisse pour cloturer cette commande");
   Label8->Caption(DBText3->Caption());
-  DM->commande.Reopen();
-  DM->relation_commande.Reopen();
-  DM->relation_commande1.Reopen();
+  DM->Reopen({&DM->commande, &DM->relation_commande, &DM->relation_commande1});
   if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
   DM->commande.Edit();
   DM->commande.Post();

@@ -146,9 +146,7 @@ void TCommande_avnF::ArticleClick(const std::string& senderCaption) {
   const bool repeated = (unfinished_.stock || unfinished_.table) && Label6->Caption() == senderCaption;
   finishTap();
   if (repeated) return;
-  DM->commande.Refresh();
-  DM->Table_.Refresh();
-  DM->Article.Refresh();
+  DM->Refresh({&DM->commande, &DM->Table_, &DM->Article});
   Label6->Caption(senderCaption);
   DM->Article.FilterBy("designation_article=" + inBareQuotes(Label6->Caption()));
   DM->relation_commande1.FilterBy(ofTheOrder());
@@ -258,9 +256,7 @@ void TCommande_avnF::postLine() {
 }
 
 void TCommande_avnF::reopenLines() {
-  DM->relation_commande.Reopen();
-  DM->relation_commande1.Reopen();
-  DM->sum_commande.Reopen();
+  DM->Reopen({&DM->relation_commande, &DM->relation_commande1, &DM->sum_commande});
 }
 
 void TCommande_avnF::markTable() {
@@ -296,8 +292,7 @@ void TCommande_avnF::SuppClick() {
             "ne sera pas rendu deux fois."
           : "");
   unfinished_.returned.clear();
-  DM->relation_commande.Reopen();
-  DM->sum_commande.Reopen();
+  DM->Reopen({&DM->relation_commande, &DM->sum_commande});
 }
 
 void TCommande_avnF::QteClick() {
@@ -357,16 +352,14 @@ void TCommande_avnF::EnregistrerClick() {
 /// Leaves an order without lines: the order goes and the table is free. With lines the screen stays, the
 /// menu's column enabled.
 void TCommande_avnF::FermerClick() {
-  DM->relation_commande1.Reopen();
-  DM->relation_commande.Reopen();
+  DM->Reopen({&DM->relation_commande1, &DM->relation_commande});
   MenuF->RzGroupBar2->setEnabled(true);
   if (!DBText15->Caption().empty()) return;
   freeTable();
   MenuF->Label2->Caption("");
   if (!DM->commande.RowGone()) DM->commande.Delete();
   RzPanel10->setVisible(false);
-  DM->commande.Reopen();
-  DM->C.Reopen();
+  DM->Reopen({&DM->commande, &DM->C});
   DM->Table_.Filtered(false);
   DM->commande.Filtered(false);
   Close();

@@ -21,10 +21,7 @@ TchampsF::TchampsF() : TForm("champsF") {
 /// of them again.
 void TchampsF::EnregistrerClick() {
   Label10->Caption(DBEdit1->Text());
-  DM->commande.Reopen();
-  DM->relation_commande.Reopen();
-  DM->relation_commande1.Reopen();
-  DM->sum_commande.Reopen();
+  DM->Reopen({&DM->commande, &DM->relation_commande, &DM->relation_commande1, &DM->sum_commande});
   if (DM->relation_commande1.Eof()) return ShowMessage("Opétation incomplet");
   DM->commande.Edit();
   DM->commande.Post();

@@ -140,14 +140,8 @@ void TcommandeF::MaProcedure(const ShapeButton& Sender) {
 }
 
 void TcommandeF::readSaleAfresh() {
-  DM->C.Reopen();
-  DM->Table_.Reopen();
-  DM->commande.Reopen();
-  DM->relation_commande.Reopen();
-  DM->relation_commande1.Reopen();
-  DM->imp_commande.Reopen();
-  DM->sum_commande.Reopen();
-  DM->imp_commande.Reopen();
+  DM->Reopen({&DM->C, &DM->Table_, &DM->commande, &DM->relation_commande, &DM->relation_commande1,
+              &DM->imp_commande, &DM->sum_commande, &DM->imp_commande});
 }
 
 void TcommandeF::reopenOrder(const std::string& name) {

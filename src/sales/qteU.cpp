@@ -56,8 +56,7 @@ void TqteF::saveLine() {
   DM->relation_commande1.Edit();
   DM->relation_commande1["total"] = DM->relation_commande1["qte"] * DM->relation_commande1["prix"];
   DM->relation_commande1.Post();
-  DM->relation_commande.Reopen();
-  DM->sum_commande.Reopen();
+  DM->Reopen({&DM->relation_commande, &DM->sum_commande});
   DM->sum_commande.FilterBy("n_commande=" + inQuotes(Commande_avnF->DBText3->Caption()));
   Close();
 }

@@ -289,8 +289,7 @@ void TMenuF::AdvSmoothButton5Click() {
 
 // "Commande   "
 void TMenuF::AdvSmoothButton6Click() {
-  DM->Count_accee.Reopen();
-  DM->Table_.Reopen();
+  DM->Reopen({&DM->Count_accee, &DM->Table_});
   if (ordinaryDeskMissing()) return;
   if (DM->Table_.Eof()) return ShowMessage("Merci de céer une table !");  // the filter of the desks stays on
   if (DM->operation["id_caisse_active"].isNull()) {
@@ -318,6 +317,7 @@ void TMenuF::Caise1Click() {
 void TMenuF::Actualiser1Click() {
   DM->XXX.ExecSQL();
   RzGroupBar2->setEnabled(true);
+  const Store::OneVersion same(DM->store());
   for (const char* name : kReopened) DM->Find(name)->Reopen();
 }
 

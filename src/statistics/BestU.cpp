@@ -16,8 +16,7 @@ TBestF::TBestF() : TForm("BestF") {
 }
 
 void TBestF::nClick() {
-  DM->best1.Reopen();
-  DM->best2.Reopen();
+  DM->Reopen({&DM->best1, &DM->best2});
   TypeChart->show();
   ArticleChart->show();
   const DateTime today = Clock::now();

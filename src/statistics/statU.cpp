@@ -30,14 +30,12 @@ void TstatF::FormShow() {
 }
 
 void TstatF::FiltreMoisActuelClick() {
-  DM->Calcul_dep.Reopen();
-  DM->stat_caisse.Reopen();
+  DM->Reopen({&DM->Calcul_dep, &DM->stat_caisse});
   showPanes(true);
   EtatPie->hide();
   const DateTime today = Clock::now();
   const std::string month = std::to_string(today.month()), year = std::to_string(today.year());
-  DM->S_01.Reopen();
-  DM->D_01.Reopen();
+  DM->Reopen({&DM->S_01, &DM->D_01});
   filterDays("j>=" + inQuotes("1") + "and j<=" + inQuotes("31") + "and M=" + inQuotes(month) +
              "and A=" + inQuotes(year));
   totalPeriod({"1", month, year}, {"31", month, year});
@@ -47,15 +45,13 @@ void TstatF::FiltrerParDateClick() {
   if (RzDateTimeEdit1->Text().empty()) return ShowMessage("veuillez sélectionner une date !");
   if (Mode->Caption() == "1") {
     totalPeriod(dates_.From(), dates_.To());
-    DM->S_01.Reopen();
-    DM->D_01.Reopen();
+    DM->Reopen({&DM->S_01, &DM->D_01});
     filterDays(dates_.Pieces());
     totalPeriod(dates_.From(), dates_.To());
     draw();
   }
   if (Mode->Caption() == "2") {
-    DM->best1.Reopen();
-    DM->best2.Reopen();
+    DM->Reopen({&DM->best1, &DM->best2});
     DM->best1.FilterBy(dates_.MonthPieces());
     DM->best2.FilterBy(dates_.MonthPieces());
     BestF->Button1->Click();

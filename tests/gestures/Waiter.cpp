@@ -14,10 +14,6 @@ void fill(Dataset& rows, Fields fields) {
   for (const auto& [name, value] : fields) rows[name] = value;
 }
 
-void reopen(std::initializer_list<Dataset*> all) {
-  for (Dataset* rows : all) rows->Reopen();
-}
-
 }  // namespace
 
 Menu Menu::of(TDM& dm) {
@@ -53,8 +49,8 @@ void Waiter::logIn() {
 
 bool Waiter::takeTable(const std::string& table) {
   table_ = table;
-  reopen({&dm_.C, &dm_.Table_, &dm_.commande, &dm_.relation_commande, &dm_.relation_commande1,
-          &dm_.imp_commande, &dm_.sum_commande, &dm_.imp_commande});
+  dm_.Reopen({&dm_.C, &dm_.Table_, &dm_.commande, &dm_.relation_commande, &dm_.relation_commande1,
+              &dm_.imp_commande, &dm_.sum_commande, &dm_.imp_commande});
   filterTable();
   const bool free = dm_.Table_["control"].text() == "open";
   if (free) {
@@ -92,9 +88,7 @@ void Waiter::beginOrder() {
 }
 
 bool Waiter::tap(const std::string& designation) {
-  dm_.commande.Refresh();
-  dm_.Table_.Refresh();
-  dm_.Article.Refresh();
+  dm_.Refresh({&dm_.commande, &dm_.Table_, &dm_.Article});
   dm_.Article.FilterBy("designation_article='" + designation + "'");
   const std::string order = dm_.commande["n_commande"].text();
   filterOrder(order, {&dm_.relation_commande1, &dm_.sum_commande});
@@ -115,7 +109,7 @@ bool Waiter::tap(const std::string& designation) {
   dm_.relation_commande.Post();
 
   stock(dm_.Article["qte_stock"] - dm_.relation_commande["qte"] + before);
-  reopen({&dm_.relation_commande, &dm_.relation_commande1, &dm_.sum_commande});
+  dm_.Reopen({&dm_.relation_commande, &dm_.relation_commande1, &dm_.sum_commande});
   if (!standing) writeTable({{"etat", "ON"}, {"n_commande", dm_.commande["n_commande"]}});
   dm_.Table_.Filtered(false);
   showOrder();
@@ -128,7 +122,7 @@ void Waiter::removeLine() {
   dm_.Article.FilterBy("code_barre=" + inQuotes(dm_.relation_commande1["code_article"].text()));
   if (dm_.Article["desto"].text() == "OUI") stock(dm_.Article["qte_stock"] + dm_.relation_commande1["qte"]);
   dm_.relation_commande1.Delete();
-  reopen({&dm_.relation_commande, &dm_.sum_commande});
+  dm_.Reopen({&dm_.relation_commande, &dm_.sum_commande});
   showOrder();
   showArticle();
 }
@@ -143,16 +137,16 @@ void Waiter::save() {
 }
 
 void Waiter::leave() {
-  reopen({&dm_.relation_commande1, &dm_.relation_commande});
+  dm_.Reopen({&dm_.relation_commande1, &dm_.relation_commande});
   if (hasLines()) throw std::runtime_error("the order has lines");
   writeTable({{"etat", "OFF"}, {"n_commande", 0}, {"control", "open"}});
   dm_.commande.Delete();
-  reopen({&dm_.commande, &dm_.C});
+  dm_.Reopen({&dm_.commande, &dm_.C});
   backToMap();
 }
 
 void Waiter::closeTable() {
-  reopen({&dm_.commande, &dm_.relation_commande, &dm_.relation_commande1});
+  dm_.Reopen({&dm_.commande, &dm_.relation_commande, &dm_.relation_commande1});
   if (!hasLines()) throw std::runtime_error("no line");
   dm_.commande.Edit();
   dm_.commande.Post();

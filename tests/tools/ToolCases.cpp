@@ -35,9 +35,12 @@ class Tool : public ToolTest {
     if (status != 0) script_.say("exit " + std::to_string(status));
   }
 
-  void server(std::string& name) {
+  void server(std::string& role) {
+    const std::string name = test::takeWord(role);
     if (!cluster_) cluster_.emplace();
-    std::ofstream(name) << cluster_->address(fs::path(name).stem()) << '\n';
+    std::string address = cluster_->address(fs::path(name).stem());
+    if (!role.empty()) address.replace(address.find("maitre"), 6, role);
+    std::ofstream(name) << address << '\n';
   }
   void side(std::string& statement) {
     const std::string name = test::takeWord(statement);
@@ -180,7 +183,9 @@ const test::Verbs<Tool> kVerbs(
      {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Tool::sql},
      {"ask SELECT", "the first column of its rows", &Tool::ask},
      {"workstation STATEMENT", "on BDD.mdb, by one connection that stays open", &Tool::workstation},
-     {"server FILE", "a file with the address of a database, named like it, on a server of the test's own",
+     {"server FILE [ROLE]",
+      "a file with the address of a database, named like it, on a server of the test's own, as its "
+      "administrator or under a role",
       &Tool::server},
      {"side FILE STATEMENTS", "on the database that a file leads to, as its administrator", &Tool::side},
      {"whole", "BDD.mdb is a whole store with a history of 300 orders", &Tool::whole},

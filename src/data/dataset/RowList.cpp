@@ -11,11 +11,17 @@ constexpr auto kAllRows = std::numeric_limits<std::size_t>::max();
 constexpr RowId kLastOfAll = std::numeric_limits<RowId>::max();
 }  // namespace
 
-RowList::RowList(const TablePages& pages, const OwnWrites& own) : pages_(pages), writes_(own) {
-  pages_.order().byInsertion() ? listFirst() : listInOrder();
+RowList::RowList(const TablePages& pages, const OwnWrites& own, const TablePages::Page& beginning)
+    : pages_(pages), writes_(own) {
+  pages_.order().byInsertion() ? listFirst(beginning) : listInOrder();
 }
 
-void RowList::listFirst() {
+void RowList::listFirst(const TablePages::Page& beginning) {
+  if (beginning.exhausted) {
+    for (const TableRow& row : beginning.rows) rids_.push_back(row.rid);
+    layChangesOver(kLastOfAll);
+    return end();
+  }
   std::size_t read = 0;
   RowId last = 0;
   const auto rows = pages_.numbers(TablePages::Listing::InOrder, kFirstRows);

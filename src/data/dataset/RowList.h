@@ -10,7 +10,8 @@ namespace tavoline {
 class RowList {
  public:
   /// Both must outlive it; it is to be thrown away when the filter changes, or the version for a refresh.
-  RowList(const TablePages& pages, const OwnWrites& own);
+  /// `beginning` is the first page, where that has been read; if it holds all rows, nothing else is.
+  RowList(const TablePages& pages, const OwnWrites& own, const TablePages::Page& beginning = {});
 
   std::size_t counted() const { return rids_.size(); }
   bool countOn(std::size_t rows);  ///< Counts some `rows` more; whether all are counted.
@@ -32,7 +33,7 @@ class RowList {
 
  private:
   using Place = std::vector<RowId>::const_iterator;
-  void listFirst();
+  void listFirst(const TablePages::Page& beginning);
   void listInOrder();
   void layChangesOver(RowId last);
   void end();

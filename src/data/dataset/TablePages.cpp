@@ -197,6 +197,7 @@ std::optional<std::vector<TableRow>> TablePages::readAllIfFew() const {
 TableRow TablePages::gone(RowId rid) const {
   TableRow row;
   row.rid = rid;
+  row.gone = true;
   row.values.resize(columns().size());
   row.key = order_.keyOf(row.values, rid);
   return row;

@@ -16,6 +16,7 @@ struct TableRow {
   std::vector<Value> values;
   std::vector<bool> unread;  ///< Pictures not fetched yet; empty: none.
   RowKey key;                ///< Of its place, which a change by this dataset does not move.
+  bool gone = false;         ///< Stands without values in the place of one that was listed.
 };
 
 /// Where to begin reading, and which way: at an end, or at a key, its own row left out unless `inclusive`.

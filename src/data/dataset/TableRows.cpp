@@ -30,8 +30,18 @@ OwnWrites& TableRows::own() {
 
 RowList& TableRows::list() {
   own();
-  if (!list_) list_.emplace(pages_, own_);
+  if (list_) return *list_;
+  // Whoever counts will show the first rows: they come in the same question, and most lists end with them.
+  TablePages::Page beginning;
+  if (pages_.order().byInsertion()) beginning = pages_.read({}, kStretch);
+  list_.emplace(pages_, own_, beginning);
+  keep(std::move(beginning.rows));
   return *list_;
+}
+
+void TableRows::keep(std::vector<TableRow> rows) {
+  if (read_.size() > kKeptByNumber) read_.clear();
+  for (TableRow& row : rows) read_.insert_or_assign(row.rid, std::move(row));
 }
 
 // --- Reading
@@ -39,7 +49,10 @@ RowList& TableRows::list() {
 
 TableRows::Page TableRows::read(Reading reading, std::size_t size) {
   if (pages_.order().byInsertion()) {
-    if (own_.filtered() && size >= kWalking) list().count();
+    if (own_.filtered() && size >= kWalking) {
+      if (!list_) list_.emplace(pages_, own());  // the first rows are long passed
+      list_->count();
+    }
     if (list_ && list_->whole()) return listed(reading, size);
   }
   // A page of nothing but changed or foreign rows says nothing about what follows: read on behind it.
@@ -62,6 +75,8 @@ TableRows::Page TableRows::listed(const Reading& reading, std::size_t size) {
   for (const RowId rid : rids)
     if (const TableRow* changed = own_.find(rid))
       page.rows.push_back(*changed);
+    else if (const auto read = read_.find(rid); read != read_.end() && !read->second.gone)
+      page.rows.push_back(read->second);
     else
       unchanged.push_back(rid);
   std::ranges::move(pages_.find(unchanged), std::back_inserter(page.rows));
@@ -107,9 +122,7 @@ TableRow& TableRows::at(std::size_t record) {
   const RowId rid = (*list_)[record];
   if (TableRow* written = own().find(rid)) return *written;
   if (const auto read = read_.find(rid); read != read_.end()) return read->second;
-  if (read_.size() > kKeptByNumber) read_.clear();
-  for (TableRow& row : pages_.find(list_->stretch(record, kStretch)))
-    read_.insert_or_assign(row.rid, std::move(row));
+  keep(pages_.find(list_->stretch(record, kStretch)));
   const auto read = read_.find(rid);
   return read == read_.end() ? read_.emplace(rid, pages_.gone(rid)).first->second : read->second;
 }

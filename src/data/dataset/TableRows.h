@@ -48,6 +48,7 @@ class TableRows {
 
  private:
   Page listed(const Reading& reading, std::size_t size);
+  void keep(std::vector<TableRow> rows);
 
   TablePages pages_;
   OwnWrites own_;

@@ -64,6 +64,19 @@ class Store {
   /// The newest version. Reads nothing; hands out the same snapshot until something is committed.
   virtual std::shared_ptr<const Snapshot> snapshot() = 0;
 
+  /// As long as one lives, all who take a version take the same, until this workstation writes: for steps
+  /// between which nothing else happens. Spares a server a question for each.
+  class OneVersion {
+   public:
+    explicit OneVersion(Store& store) : store_(store) { store_.shareVersion(true); }
+    ~OneVersion() { store_.shareVersion(false); }
+    OneVersion(const OneVersion&) = delete;
+    OneVersion& operator=(const OneVersion&) = delete;
+
+   private:
+    Store& store_;
+  };
+
   /// Each throws StoreError and then leaves the store as it was: busy for longer than a few seconds, full
   /// disk, read-only, duplicate key, text too wide. `update` and `erase` throw if the row has gone.
   virtual RowId insert(const std::string& table, const FieldValues& fields) = 0;
@@ -95,6 +108,11 @@ class Store {
   /// To be called when a gesture has ended: does the same where the log has grown long without a quiet moment
   /// (some milliseconds, once in a hundred taps). Never throws.
   virtual void pause() = 0;
+
+ protected:
+  /// A OneVersion begins or ends; there may be several at a time. An engine that hands out a version without
+  /// asking anybody has nothing to do.
+  virtual void shareVersion(bool /*begins*/) {}
 };
 
 }  // namespace tavoline

@@ -6,7 +6,7 @@
 
 namespace tavoline {
 
-/// The one source of "now". Tests set it; nothing else in the system asks the operating system for the time.
+/// The one source of "now", for all that is written and shown. Tests set it.
 class Clock {
  public:
   static DateTime now();

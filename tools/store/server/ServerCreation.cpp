@@ -28,6 +28,22 @@ bool exists(Connection& connection, const std::string& question, const std::stri
   return connection.ask(Question{question, {name}}).rows() > 0;
 }
 
+// What only a role may do that the server's administrator trusts with it.
+void executeAsMaker(Connection& connection, const std::string& statement) try {
+  connection.execute(statement);
+} catch (const StoreError& refusal) {
+  if (refusal.detail().find("42501") == std::string::npos) throw;
+  const std::string role = PQuser(connection.handle());
+  throw StoreError("Le rôle « " + role +
+                       " » n'a pas le droit de créer une base et ses rôles sur le serveur "
+                       "des données " +
+                       connection.address().place +
+                       ", et rien n'a été créé. Recommencez sous le rôle de l'administrateur du serveur, ou "
+                       "demandez-lui ce droit : ALTER ROLE " +
+                       named(role) + " CREATEDB CREATEROLE.",
+                   refusal.detail());
+}
+
 // Reached where it is; made where the server has none of the name.
 std::unique_ptr<Connection> reachOrMake(const Address& address, bool& made) {
   try {
@@ -39,8 +55,8 @@ std::unique_ptr<Connection> reachOrMake(const Address& address, bool& made) {
     } catch (const StoreError&) {
     }
     if (!server || exists(*server, "SELECT 1 FROM pg_database WHERE datname = $1", address.database)) throw;
-    server->execute("CREATE DATABASE " + named(address.database) +
-                    " TEMPLATE template0 ENCODING 'UTF8' LC_COLLATE 'C' LC_CTYPE 'C'");
+    executeAsMaker(*server, "CREATE DATABASE " + named(address.database) +
+                                " TEMPLATE template0 ENCODING 'UTF8' LC_COLLATE 'C' LC_CTYPE 'C'");
     made = true;
   }
   return reachServer(address);
@@ -85,7 +101,7 @@ void NewDatabase::takeBack() {
 
 void NewDatabase::makeRole(const std::string& role, const std::string& kind) {
   if (exists(*connection_, "SELECT 1 FROM pg_roles WHERE rolname = $1", role)) return;
-  connection_->execute("CREATE ROLE " + named(role) + ' ' + kind);
+  executeAsMaker(*connection_, "CREATE ROLE " + named(role) + ' ' + kind);
   roles_.push_back(role);
 }
 
@@ -94,7 +110,7 @@ void NewDatabase::makeRoles() {
                     workstations = named(workstationRole(address_));
   makeRole(ownerRole(address_), "NOLOGIN");
   makeRole(workstationRole(address_), "LOGIN");
-  connection_->execute("GRANT " + owner + " TO CURRENT_USER");
+  executeAsMaker(*connection_, "GRANT " + owner + " TO CURRENT_USER");
   connection_->execute("REVOKE ALL ON DATABASE " + base + " FROM PUBLIC");
   connection_->execute("GRANT CONNECT ON DATABASE " + base + " TO " + owner + ", " + workstations);
   connection_->execute("REVOKE ALL ON SCHEMA public FROM PUBLIC");

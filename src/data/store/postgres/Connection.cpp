@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <tuple>
 #include <utility>
 
@@ -17,6 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int keptStatements = 200;
+constexpr const char* tooManyConnections = "53300";
 // Of an attempt that was waited for.
 constexpr auto longAttempt = 1s, refusalHolds = 1s;
 
@@ -30,7 +32,17 @@ constexpr const char* kSession =
     "SELECT set_config('synchronous_commit', 'on', false) WHERE "
     "current_setting('synchronous_commit') IN ('off', 'local')";
 
+// What a connection has answered is taken for a sign of life as long.
+constexpr auto signOfLife = 5s;
+
 std::uint64_t roundTripsMade = 0;
+
+// Goes on while the computer sleeps.
+std::chrono::nanoseconds sinceBoot() {
+  timespec now = {};
+  ::clock_gettime(CLOCK_BOOTTIME, &now);
+  return std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec);
+}
 
 }  // namespace
 
@@ -58,6 +70,7 @@ void Connection::connect() {
   if (PQstatus(handle_.get()) != CONNECTION_OK && said.find("FATAL") != said.npos)
     std::tie(handle_, state) = askForCode(address());  // what it refused a moment ago it may grant
   server.reachable = PQstatus(handle_.get()) == CONNECTION_OK;
+  server.full = state == tooManyConnections;
   if (server.reachable) {
     server.refusal.reset();
     server.lastHost = hostOf(handle_.get());
@@ -108,9 +121,18 @@ bool Connection::alive() noexcept {
   return !ended_ && PQstatus(handle_.get()) == CONNECTION_OK;
 }
 
+bool Connection::answers() try {
+  if (!alive()) return false;
+  if (losses_ != server_->losses || sinceBoot() - heard_ > signOfLife) ask(Question{"SELECT 1"});
+  return true;
+} catch (const LostConnection&) {
+  return false;
+}
+
 void Connection::lost() {
   const std::string said(trimmed(PQerrorMessage(handle_.get())));
   ended_ = true;
+  ++server_->losses;
   failLost(address(), said);
 }
 
@@ -190,7 +212,13 @@ void Connection::finish() {
     if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT) return;
   }
   if (PQstatus(handle_.get()) != CONNECTION_OK) lost();
+  heard();
   if (failure.result()) fail(address(), failure.result());
+}
+
+void Connection::heard() {
+  heard_ = sinceBoot();
+  losses_ = server_->losses;
 }
 
 void Connection::copyInto(const std::string& table, const std::string& rows) {
@@ -273,6 +301,7 @@ std::vector<Answer> Connection::ask(const std::vector<Question>& questions) {
   const Answer end(result());
   if (!end.result() || PQresultStatus(end.result()) != PGRES_PIPELINE_SYNC) lost();
   PQexitPipelineMode(handle_.get());
+  heard();
   if (!failure.result()) return answers;
   for (std::size_t i = 0; i < questions.size(); ++i)
     if (preparing[i]) known_.erase(questions[i].text);  // prepared or not: under another name the next time

@@ -28,6 +28,8 @@ struct Server {
   bool reachable = true;
   /// How often the server fell silent: connections from before are of no use.
   int silences = 0;
+  int losses = 0;       ///< How many connections were found gone.
+  bool full = false;      ///< It refused the last connection for want of room.
   Words lastHost = {};  ///< Of several, that which answered; asked first.
 
   /// What was just waited for in vain is not waited for again by the next step of the same gesture.
@@ -68,6 +70,9 @@ class Connection {
   /// Waits for as long as the server is at work, from now on.
   void waitForLongWork() { limit_ = std::chrono::hours(24); }
 
+  /// Whether the server is there; asks it, unless it has answered just now. Throws StoreError if the question
+  /// fails otherwise.
+  bool answers();
   bool alive() noexcept;  ///< Whether nothing says that the connection is gone; asks nobody.
   bool failed() const;    ///< Lost, or in a transaction that a failure has ended.
   int version() const { return PQserverVersion(handle_.get()); }
@@ -91,6 +96,7 @@ class Connection {
   Answer take();
   PGresult* result();  // waits; null at the end of an answer
   void finish();
+  void heard();
   void drain();
   static void notice(void* self, const PGresult* result);
 
@@ -99,6 +105,8 @@ class Connection {
   std::chrono::milliseconds patience_{};  // with a silent server, before it is asked after
   std::chrono::seconds limit_ = std::chrono::minutes(2);
   int silences_ = 0;  // of the server when this one was made
+  int losses_ = 0;    // of the server when this one was heard last
+  std::chrono::nanoseconds heard_{};
   std::unordered_map<std::string, Known> known_;
   int prepared_ = 0;
   bool told_ = false;   // an answer is to be passed over

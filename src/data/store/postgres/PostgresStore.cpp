@@ -17,6 +17,8 @@ using namespace std::chrono_literals;
 // A transaction that stays keeps the server from clearing away what was overwritten since.
 constexpr auto oldestVersion = 60s;
 
+constexpr auto toleratedDifference = 2min;  // of the clocks
+
 // What a workstation is at stands as a lock that all may share: it goes with the connection.
 std::int64_t say(Connection& connection, std::optional<std::int64_t> key) {
   std::vector<Question> questions{{"SELECT pg_advisory_unlock_all()"}};
@@ -32,6 +34,15 @@ std::int64_t say(Connection& connection, std::optional<std::int64_t> key) {
   return key ? answers.back().integer(0, 0) : 0;
 }
 
+// "12 minutes"
+std::string inWords(std::chrono::seconds time) {
+  const auto of = [](std::int64_t number, const char* unit) {
+    return std::to_string(number) + ' ' + unit + (number > 1 ? "s" : "");
+  };
+  if (time >= 48h) return of(time / 24h, "jour");
+  return time >= 2h ? of(time / 1h, "heure") : of(time / 1min, "minute");
+}
+
 }  // namespace
 
 PostgresStore::PostgresStore(std::shared_ptr<Server> server, std::unique_ptr<Connection> writer)
@@ -41,7 +52,7 @@ PostgresStore::PostgresStore(std::shared_ptr<Server> server, std::unique_ptr<Con
       catalog_(std::make_shared<const Catalog>(readCatalog(*writer_))) {}
 
 Connection& PostgresStore::writer() const {
-  if (!writer_->alive()) {
+  if (!writer_->answers()) {
     writer_ = std::make_unique<Connection>(server_);
     if (announced_) say(*writer_, announced_);
   }
@@ -61,7 +72,30 @@ WriteCounts PostgresStore::counts() const {
 }
 
 std::shared_ptr<const Snapshot> PostgresStore::snapshot() {
-  auto pin = newPin();
+  if (shared_) return shared_;
+  auto snapshot = newest();
+  if (sharing_ > 0) shared_ = snapshot;
+  return snapshot;
+}
+
+void PostgresStore::shareVersion(bool begins) {
+  sharing_ += begins ? 1 : -1;
+  if (sharing_ == 0) shared_.reset();
+}
+
+// Where the server has no room for one more connection, this workstation makes do with those that it has.
+std::shared_ptr<Pin> PostgresStore::pinOrRelief() {
+  try {
+    return newPin();
+  } catch (const StoreError&) {
+    if (!server_->full || relieving_.underWay()) throw;
+  }
+  relieving_.ask(Relief::None);
+  return newPin();
+}
+
+std::shared_ptr<const Snapshot> PostgresStore::newest() {
+  auto pin = pinOrRelief();
   // The same version: all who read it do so in the younger transaction from now on.
   const auto shared = [&]() -> std::shared_ptr<const Snapshot> {
     auto live = current_.lock();
@@ -86,12 +120,26 @@ const TableInfo& PostgresStore::tableNamed(const std::string& name) const {
 }
 
 Answer PostgresStore::write(const TableInfo& table, const sql::Written& written) {
-  Connection& connection = writer();  // what had gone before is made anew, and nothing was sent to it
+  shared_.reset();
+  Connection& connection = writer();  // what has gone meanwhile is made anew, and nothing was sent to it
   try {
     return connection.ask(Question{written.text, written.values});
   } catch (const LostConnection& loss) {
     failUncertain(server_->address, table.name, loss.detail());
   }
+}
+
+// In seconds of the one time of the world: where a server counts the hours is its own affair.
+std::string PostgresStore::advice() const {
+  const Answer answer = writer().ask(Question{"SELECT extract(epoch FROM clock_timestamp())::bigint"});
+  const std::chrono::seconds server(answer.integer(0, 0));
+  const auto here = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+  const auto ahead = here.time_since_epoch() - server;
+  if (std::chrono::abs(ahead) < toleratedDifference) return {};
+  return std::string("L'horloge de ce poste ") + (ahead > 0s ? "avance" : "retarde") + " de " +
+         inWords(std::chrono::abs(ahead)) + " sur celle du serveur des données " + server_->address.place +
+         " : ses commandes et ses clôtures porteraient une autre heure que celles des autres postes. Réglez "
+         "l'heure de celui des deux qui se trompe, puis relancez le programme.";
 }
 
 std::size_t PostgresStore::announce(const std::string& occupation) try {

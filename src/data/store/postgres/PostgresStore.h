@@ -27,6 +27,7 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   void erase(const std::string& table, RowId row) override;
   void execute(const sql::Update& resolved, const sql::Parameters& parameters) override;
   void relieveBy(std::weak_ptr<const Reliever> reliever) override { relieving_.by(std::move(reliever)); }
+  std::string advice() const override;  ///< Where the clocks of the two differ.
   std::size_t announce(const std::string& occupation) override;
   void idle() override;
   void pause() override;
@@ -35,10 +36,15 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   WriteCounts counts() const;  ///< As they are now. Throws StoreError.
   std::size_t connections() const { return 1 + readers_->connections(); }
 
+ protected:
+  void shareVersion(bool begins) override;
+
  private:
   Connection& writer() const;
   Answer write(const TableInfo& table, const sql::Written& written);
   const TableInfo& tableNamed(const std::string& name) const;
+  std::shared_ptr<const Snapshot> newest();
+  std::shared_ptr<Pin> pinOrRelief();
   void renew();
 
   std::shared_ptr<Server> server_;
@@ -46,6 +52,8 @@ class PostgresStore : public Store, public std::enable_shared_from_this<Postgres
   std::shared_ptr<Readers> readers_;
   mutable std::shared_ptr<const Catalog> catalog_;
   std::weak_ptr<PostgresSnapshot> current_;
+  int sharing_ = 0;                         // how many OneVersion live
+  std::shared_ptr<const Snapshot> shared_;  // that all of them take
   Relieving relieving_;
   std::optional<std::int64_t> announced_;  // the key of what this workstation is at
 };
