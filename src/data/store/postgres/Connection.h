@@ -29,7 +29,7 @@ struct Server {
   /// How often the server fell silent: connections from before are of no use.
   int silences = 0;
   int losses = 0;       ///< How many connections were found gone.
-  bool full = false;      ///< It refused the last connection for want of room.
+  bool full = false;    ///< It refused the last connection for want of room.
   Words lastHost = {};  ///< Of several, that which answered; asked first.
 
   /// What was just waited for in vain is not waited for again by the next step of the same gesture.
