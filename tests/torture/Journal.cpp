@@ -45,22 +45,21 @@ void send(int pipe, char how, const std::string& what = {}) {
 
 std::string Journal::statement(const Request& request) const {
   const TableInfo* info = catalog()->find(request.table);
-  std::string names, values, assignments;
+  std::string names = "rid", values = kRow, assignments;  // a row may be written with nothing in it
   for (const auto& [name, value] : request.fields) {
     const ColumnInfo* column = info ? info->find(name) : nullptr;
     if (!column) throw std::runtime_error("no column " + request.table + '.' + name);
-    const std::string comma = names.empty() ? "" : ", ", known = literal(value.as(column->type));
-    const std::string quoted = comma + '"' + column->name + '"';
-    names += quoted;
-    values += comma + known;
-    assignments.append(quoted).append(" = ").append(known);
+    const std::string quoted = '"' + column->name + '"', known = literal(value.as(column->type));
+    names.append(", ").append(quoted);
+    values.append(", ").append(known);
+    assignments.append(assignments.empty() ? "" : ", ").append(quoted).append(" = ").append(known);
   }
   const std::string table = '"' + request.table + '"', row = " WHERE rid = " + std::to_string(request.row);
   switch (request.kind) {
     case Request::Insert:
-      return "INSERT INTO " + table + " (rid, " + names + ") VALUES (" + kRow + ", " + values + ")";
+      return "INSERT INTO " + table + " (" + names + ") VALUES (" + values + ")";
     case Request::Update:
-      return "UPDATE " + table + " SET " + assignments + row;
+      return "UPDATE " + table + " SET " + (assignments.empty() ? "rid = rid" : assignments) + row;
     case Request::Erase:
       return "DELETE FROM " + table + row;
     case Request::Execute:

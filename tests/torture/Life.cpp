@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
@@ -22,12 +23,16 @@ const T& oneOf(Chance& chance, const std::vector<T>& all) {
   return all[static_cast<std::size_t>(upTo(chance, static_cast<int>(all.size()) - 1))];
 }
 
-/// Reads what the pipe has until `until`, or until `enough` writes were acknowledged.
+/// Reads what comes through the pipe until `until`, and then what it still has; or until `enough` writes were
+/// acknowledged.
 void follow(int pipe, JournalReader& journal, std::size_t enough, Clock::time_point until) {
-  while (journal.acknowledged.size() < enough && Clock::now() < until) {
+  while (journal.acknowledged.size() < enough) {
     pollfd events{pipe, POLLIN, 0};
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
-    if (::poll(&events, 1, static_cast<int>(left.count())) <= 0) continue;
+    if (::poll(&events, 1, std::max(0, static_cast<int>(left.count()))) <= 0) {
+      if (Clock::now() >= until) return;
+      continue;
+    }
     char bytes[4096];
     const ssize_t count = ::read(pipe, bytes, sizeof bytes);
     if (count <= 0) return;
@@ -57,7 +62,13 @@ void Station::serveSomebody() {
   if (upTo(chance_, 2) == 0) dm_.Idle();
 }
 
-void Station::openTables() {
+void Station::beginAnew() {
+  // A gesture that was cut short leaves its filters, and what it did not post.
+  for (Dataset* rows :
+       {&dm_.Table_, &dm_.commande, &dm_.relation_commande, &dm_.relation_commande1, &dm_.sum_commande}) {
+    rows->Close();
+    rows->Filtered(false);
+  }
   for (dm_.Table_.Reopen(), dm_.Table_.First(); !dm_.Table_.Eof(); dm_.Table_.Next()) {
     if (dm_.Table_["control"].text() == "open") continue;
     dm_.Table_.Edit();
@@ -108,7 +119,8 @@ Life::~Life() {
 }
 
 void Life::live(JournalReader& journal, Chance& chance) {
-  follow(pipe_, journal, static_cast<std::size_t>(upTo(chance, 60)), Clock::now() + std::chrono::seconds(30));
+  follow(pipe_, journal, 1 + static_cast<std::size_t>(upTo(chance, 59)),
+         Clock::now() + std::chrono::seconds(30));
   follow(pipe_, journal, kWithoutEnd, Clock::now() + std::chrono::microseconds(upTo(chance, 4000)));
 }
 

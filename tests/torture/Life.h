@@ -25,14 +25,14 @@ class Station {
 
   void serveSomebody();
   void logIn() { waiter_.logIn(); }
-  /// Sets free what was held by a dead predecessor, or by a gesture that failed: "Actualiser".
-  void openTables();
+  /// Lets go of what a gesture that failed has left, and sets free what a dead predecessor held.
+  void beginAnew();
 
  private:
   void serve();
 
   TDM dm_;
-  Menu menu_ = (openTables(), Menu::of(dm_));
+  Menu menu_ = (beginAnew(), Menu::of(dm_));
   Waiter waiter_{dm_, menu_};
   Chance& chance_;
 };

@@ -68,7 +68,7 @@ void waitForSessionsToEnd() {
 [[noreturn]] void outlive(int pipe, Chance& chance) {
   Station station(pipe, chance);
   for (;;) try {
-      station.openTables();
+      station.beginAnew();
       station.logIn();
       for (;;) station.serveSomebody();
     } catch (const StoreError&) {

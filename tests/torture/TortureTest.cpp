@@ -60,7 +60,7 @@ void spoil(StoreVfs& disk, Chance& chance) {
     } catch (const Error&) {  // it stands upon one that was cut short, and finds empty what it needs
     }
     disk.heal();
-    station.openTables();
+    station.beginAnew();
   }
 }
 
