@@ -122,8 +122,8 @@ bool Connection::alive() noexcept {
 }
 
 bool Connection::answers() try {
-  if (!alive()) return false;
-  if (losses_ != server_->losses || sinceBoot() - heard_ > signOfLife) ask(Question{"SELECT 1"});
+  if (!alive() || losses_ != server_->losses) return false;
+  if (sinceBoot() - heard_ > signOfLife) ask(Question{"SELECT 1"});
   return true;
 } catch (const LostConnection&) {
   return false;
@@ -149,7 +149,9 @@ void Connection::await(short events) {
     const Session session = askAfter(handle_.get(), address());
     if (session == Session::Unknown) fallSilent();
     rests = session == Session::Rests ? rests + 1 : 0;
-    if (rests == 2) lost();  // its answer has gone astray
+    if (rests < 2) continue;
+    ++server_->silences;  // its answer has gone astray, and so will those of the connections of its age
+    lost();
   }
 }
 

@@ -26,7 +26,7 @@ struct Server {
   bool definitionsDoubtful = false;
   /// False once a connection could not be made, or the server fell silent, until one is made.
   bool reachable = true;
-  /// How often the server fell silent: connections from before are of no use.
+  /// How often the server fell silent, or answers went astray: connections from before are of no use.
   int silences = 0;
   int losses = 0;       ///< How many connections were found gone.
   bool full = false;    ///< It refused the last connection for want of room.
@@ -70,8 +70,8 @@ class Connection {
   /// Waits for as long as the server is at work, from now on.
   void waitForLongWork() { limit_ = std::chrono::hours(24); }
 
-  /// Whether the server is there; asks it, unless it has answered just now. Throws StoreError if the question
-  /// fails otherwise.
+  /// Whether the server is there, as far as is known: no other connection was found gone since it answered
+  /// last. Asks, unless that was just now. Throws StoreError if the question fails otherwise.
   bool answers();
   bool alive() noexcept;  ///< Whether nothing says that the connection is gone; asks nobody.
   bool failed() const;    ///< Lost, or in a transaction that a failure has ended.
