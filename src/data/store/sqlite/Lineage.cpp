@@ -26,9 +26,9 @@ constexpr char indexLeaf = 0x0A, tableLeaf = 0x0D;
 constexpr std::size_t cookieAt = 40;  // in the first page: counts the changes of the definitions
 
 /// Steps through the bytes of a page; what stands behind its end reads as zero.
-class Bytes {
+class PageReader {
  public:
-  Bytes(std::string_view page, std::size_t at) : page_(page), at_(at) {}
+  PageReader(std::string_view page, std::size_t at) : page_(page), at_(at) {}
 
   std::uint64_t number(std::size_t bytes) {
     std::uint64_t value = 0;
@@ -60,7 +60,7 @@ class Bytes {
   std::size_t at_;
 };
 
-std::optional<std::int64_t> wholeNumber(Bytes& bytes, std::uint64_t kind) {
+std::optional<std::int64_t> wholeNumber(PageReader& bytes, std::uint64_t kind) {
   if (kind == 8 || kind == 9) return kind - 8;
   if (kind == 0 || kind > 6) return std::nullopt;
   const std::uint64_t size = kind <= 4 ? kind : kind == 5 ? 6 : 8;
@@ -73,9 +73,9 @@ std::optional<CountsPage> countsIn(std::string_view page) {
   if (page.empty() || page[0] != indexLeaf) return std::nullopt;
   constexpr std::uint64_t longest = 200;  // bytes of a name and its count, much more than the longest has
   CountsPage counts;
-  const std::uint64_t cells = Bytes(page, 3).number(2);
+  const std::uint64_t cells = PageReader(page, 3).number(2);
   for (std::uint64_t i = 0; i < cells; ++i) {
-    Bytes cell(page, Bytes(page, 8 + 2 * i).number(2));
+    PageReader cell(page, PageReader(page, 8 + 2 * i).number(2));
     if (cell.packed() > longest) return std::nullopt;
     const std::uint64_t head = cell.packed(), name = cell.packed(), count = cell.packed();
     if (head > 9 || name < 13 || name % 2 == 0 || name > longest) return std::nullopt;
@@ -114,7 +114,8 @@ std::optional<LogContent> contentOf(const std::string& path) {
   for (; const auto frame = log.next(); ++number) {
     pages.push_back(frame->page);
     if (!content.countsPage && frame->kind == tableLeaf) content.leaves.insert(frame->page);
-    if (frame->page == 1) cookie = static_cast<std::uint32_t>(Bytes(log.bytes(number), cookieAt).number(4));
+    if (frame->page == 1)
+      cookie = static_cast<std::uint32_t>(PageReader(log.bytes(number), cookieAt).number(4));
     if (frame->kind == indexLeaf)
       if (auto found = storeCountsIn(log.bytes(number))) counts = std::move(found), countsPage = frame->page;
     if (frame->pagesAfter == 0) continue;
@@ -196,7 +197,8 @@ bool belongs(const Location& file, const LogContent& log) {
   if (!log.countsPage) return holdsNewPages(file, log);
   const auto counts = countsIn(pageOf(file, log.countsPage, log.pageSize));
   // The counts may be younger than the file only where the log itself brings their definition.
-  if (!counts) return log.cookie && *log.cookie != Bytes(pageOf(file, 1, log.pageSize), cookieAt).number(4);
+  if (!counts)
+    return log.cookie && *log.cookie != PageReader(pageOf(file, 1, log.pageSize), cookieAt).number(4);
   const auto identity = counts->find(schema::kIdentityRow);
   if (identity != counts->end() && identity->second != countIn(log.last, schema::kIdentityRow)) return false;
   return follows(*counts, log);
