@@ -3,19 +3,15 @@
 #include <QtCore/QPointer>
 #include <QtCore/QProcess>
 #include <QtGui/QCursor>
-#include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
 
 #include "sales/Commande_avnU.h"
 #include "sales/champsU.h"
 #include "shell/MenuU.h"
 #include "support/Session.h"
 #include "toolkit/controls/Keypad.h"
-#include "toolkit/forms/Messages.h"
 
 namespace tavoline {
 namespace {
@@ -137,32 +133,6 @@ TEST_F(Glass, TheListOfTheOrderShowsItsCurrentRowAndMarksTheLineTapped) {
   EXPECT_EQ(DM->relation_commande1["article"].text(), first);
   EXPECT_TRUE(grid->model()->index(1, 0).data(Qt::BackgroundRole).isValid());
   EXPECT_EQ(grid->selectionModel()->selectedRows().value(0).row(), 0);
-}
-
-// Every word of a message is seen in its box, and the box on the display.
-TEST_F(Glass, AMessageIsWholeInItsBox) {
-  for (const std::string text :
-       {"cette table est reserver par un autre utilisateur , merci de pationter",
-        "Une erreur de lecture ou d'écriture est survenue dans « "
-        "une-base-au-nom-très-long-et-sans-aucun-blanc.mdb » : "
-        "rien de plus n'a été fait.\n\nLe montant versé est inscrit sur la facture, mais la caisse n'est pas "
-        "encore "
-        "débitée.\nTouchez encore « Enregistrer » : le reste s'écrit alors, et rien deux fois."}) {
-    at.during([&] { Messages::real().show(text, ""); },
-              [&] {
-                QWidget* box = QApplication::activeModalWidget();
-                ASSERT_TRUE(QTest::qWaitForWindowExposed(box));
-                at.settle();
-                auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-                const QRect room = label->contentsRect();
-                const QRect words = label->fontMetrics().boundingRect(
-                    QRect(0, 0, room.width(), 9999), Qt::TextWordWrap, QString::fromStdString(text));
-                EXPECT_LE(words.width(), room.width());
-                EXPECT_LE(words.height(), room.height());
-                EXPECT_TRUE(box->screen()->geometry().contains(box->frameGeometry()));
-                box->close();
-              });
-  }
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace {
 Rows sold(int lines) {
   Rows::Records records;
   for (int i = 1; i <= lines; ++i)
-    records.push_back({{"article", i % 3 == 0 ? "SANDWICH POULET GRILLÉ FROMAGE DOUBLE" : "CAFÉ"},
+    records.push_back({{"article", i % 2 == 0 ? "SANDWICH POULET GRILLÉ FROMAGE DOUBLE" : "CAFÉ"},
                        {"Type_Produit", "Boissons chaudes"},
                        {"SumOfqte", 40 * i},
                        {"SumOfprix", 1250.5},
@@ -44,7 +44,7 @@ Rows closings(int count) {
          {"total_recettes", 98765.25},
          {"prelevement_caise", 9000},
          {"fond_caisse", 2500.5},
-         {"ecat_caise", i % 5 == 0 ? Value() : Value(-499.5)},
+         {"ecat_caise", i % 2 == 0 ? Value() : Value(-499.5)},
          {"total_depense", 300},
          {"justification", i == 1 ? Value("Erreur de rendu à midi, la différence est retenue sur "
                                           "la prochaine paie")
@@ -84,27 +84,19 @@ Rows purchase(int lines) {
   return Rows(records);
 }
 
-/// Its last page alone.
-Document lastOf(const Document& document) {
-  Document last(document.sharedReport(), document.logo());
-  last.add(document.page(document.pageCount() - 1));
-  return last;
-}
-
 TEST(CashDocuments, areAsTheyWereFoundGood) {
-  Rows some = sold(5), none(Rows::Records{});
-  Rows served = orders(7), undated = orders(3, false), noOrder(Rows::Records{});
-  Rows one = closings(1), journal = closings(6);
+  Rows some = sold(2), served = orders(7), undated = orders(3, false);
+  Rows one = closings(1), journal = closings(2), bought = purchase(1);
   const struct {
     const char* dump;
     const char* report;
     std::vector<RecordSource*> sources;
   } documents[] = {
       {"sales", "TcaiseF.frxReport2", {&some, &served}},
-      {"sales-empty", "TcaiseF.frxReport2", {&none, &noOrder}},
       {"sales-by-user", "TcaiseF.frxReport4", {&some, &undated}},
       {"closing-sheet", "TcaiseF.frxReport7", {&one}},
       {"closings", "Tliste_caiseF.frxReport1", {&journal}},
+      {"purchase", "Tliste_facture_achatF.frxReport2", {&bought}},
   };
   for (const auto& document : documents) {
     SCOPED_TRACE(document.dump);
@@ -116,22 +108,11 @@ TEST(CashDocuments, areAsTheyWereFoundGood) {
 
 // Rows go on at the head of a page, and sums stand once, at the end.
 TEST(CashDocuments, endOnAnotherPage) {
-  Rows journal = closings(33), spent = expenses(34), bought = purchase(16);
-  const struct {
-    const char* dump;
-    const char* report;
-    Rows* rows;
-  } documents[] = {
-      {"closings-last-page", "Tliste_caiseF.frxReport1", &journal},
-      {"expenses-last-page", "Tliste_depenceF.frxReport1", &spent},
-      {"purchase-last-page", "Tliste_facture_achatF.frxReport2", &bought},
-  };
-  for (const auto& document : documents) {
-    SCOPED_TRACE(document.dump);
-    expectDump(lastOf(documentOf(document.report, *document.rows)), document.dump);
-  }
-  Rows few = purchase(2);
-  expectDump(documentOf("Tliste_facture_achatF.frxReport2", few), "purchase");
+  Rows spent = expenses(33);
+  const Document document = documentOf("Tliste_depenceF.frxReport1", spent);
+  Document last(document.sharedReport(), document.logo());
+  last.add(document.page(document.pageCount() - 1));
+  expectDump(last, "expenses-last-page");
 }
 
 }  // namespace

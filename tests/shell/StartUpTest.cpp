@@ -17,13 +17,6 @@ TEST(StartUp, WithoutAStoreItSaysSoAndMakesNothing) {
   EXPECT_TRUE(std::filesystem::is_empty(at.folder()));
 }
 
-TEST(StartUp, TheMenuIsBoundThoughItIsMadeFirst) {
-  Workstation at;
-  at.sql("insert into operation (n_, nom) values (1, 'Premier')");
-  ASSERT_TRUE(startUp({makes(MenuF), makesDataModule()}));
-  EXPECT_EQ(MenuF->DBText1->Caption(), "Premier");
-}
-
 TEST(StartUp, AStoreOfAnOlderVersionIsToldOf) {
   Workstation at;
   at.sql("drop table tavoline_ecritures");

@@ -238,14 +238,11 @@ void Session::arrive(std::string& rest) {
 }
 
 void Session::quietly(std::string& step) {
-  test::Transcript usual({}, {{step, {}, {}}});
-  usual.next();
-  test::Transcript* const script = std::exchange(script_, &usual);
+  const std::size_t own = script_->at();  // a modal screen lets the steps behind this one be taken within it
   perform(step);
-  script_ = script;
-  std::istringstream said(usual.steps()[0].said);
-  for (std::string line; std::getline(said, line);)
-    if (line.starts_with("says ") || line.starts_with("asks ") || line.starts_with("! ")) script_->say(line);
+  script_->forget(own, [](const std::string& line) {
+    return !line.starts_with("says ") && !line.starts_with("asks ") && !line.starts_with("! ");
+  });
 }
 
 void Session::file(std::string& name) {

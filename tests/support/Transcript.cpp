@@ -103,6 +103,12 @@ void Transcript::say(const std::string& text) {
   for (std::string line; std::getline(in, line);) steps_[at_ - 1].said += line + '\n';
 }
 
+void Transcript::forget(std::size_t step, const std::function<bool(const std::string& line)>& which) {
+  std::istringstream in(std::exchange(steps_.at(step).said, {}));
+  for (std::string line; std::getline(in, line);)
+    if (!which(line)) steps_[step].said += line + '\n';
+}
+
 void Transcript::attempt(const std::function<void()>& action) {
   try {
     action();

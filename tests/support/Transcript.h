@@ -27,7 +27,10 @@ class Transcript {
 
   bool next();  ///< Goes to the next step; false behind the last one.
   const std::string& step() const { return steps_[at_ - 1].text; }
-  void say(const std::string& line);  ///< What the step says; lines of a text are lines here.
+  void say(const std::string& line);          ///< What the step says; lines of a text are lines here.
+  std::size_t at() const { return at_ - 1; }  ///< The number of the step, from 0.
+  /// Takes back those lines of what a step has said.
+  void forget(std::size_t step, const std::function<bool(const std::string& line)>& which);
   /// For steps that fail: the sentence of what is thrown, behind "! ".
   void attempt(const std::function<void()>& action);
 

@@ -27,12 +27,14 @@ class Tool : public ToolTest {
   std::string subject;  // no step has one
 
   void run(std::string& arguments) {
-    const int status = tool(test::words(arguments));
-    forget(folder.path(), "DOSSIER");
-    if (cluster_) forget(cluster_->folder(), "SERVEUR");
-    if (cluster_) forget("port=" + std::to_string(cluster_->port()), "port=N");
+    const int status = call(arguments);
     script_.say(said);
     if (status != 0) script_.say("exit " + std::to_string(status));
+  }
+  void refused(std::string& arguments) {
+    constexpr std::string_view kSender = "tavoline-store : ";
+    const bool told = call(arguments) == 1 && said.starts_with(kSender);
+    script_.say(told ? said.substr(kSender.size()) : "it is not refused");
   }
 
   void server(std::string& role) {
@@ -135,7 +137,11 @@ class Tool : public ToolTest {
   void broken(std::string& statements) {
     whole(statements);
     plant("BDD.mdb", statements);
-    const std::vector<std::string> findings = checkStore("BDD.mdb");
+    std::string store = "BDD.mdb";
+    found(store);
+  }
+  void found(std::string& name) {
+    const std::vector<std::string> findings = checkStore(name);
     for (const std::string& finding : findings) script_.say(finding);
     if (findings.empty()) script_.say("(none)");
   }
@@ -154,6 +160,13 @@ class Tool : public ToolTest {
   void ask(std::string& select) { tell(select, 0); }
 
  private:
+  int call(const std::string& arguments) {
+    const int status = tool(test::words(arguments));
+    forget(folder.path(), "DOSSIER");
+    if (cluster_) forget(cluster_->folder(), "SERVEUR");
+    if (cluster_) forget("port=" + std::to_string(cluster_->port()), "port=N");
+    return status;
+  }
   void forget(const std::string& passing, const std::string& name) {
     for (auto at = said.find(passing); at != said.npos; at = said.find(passing))
       said.replace(at, passing.size(), name);
@@ -178,6 +191,8 @@ const test::Verbs<Tool> kVerbs(
     {{"tavoline-store ARGUMENTS", "says what it says, and its exit status unless that is 0", &Tool::run},
      {"succeeds ARGUMENTS", "the same, where only its success counts", &Tool::quietly},
      {"wrong ARGUMENTS", "what it says of a wrong call, before it refers to --help", &Tool::wrong},
+     {"refuses ARGUMENTS", "the sentence with which it ends without success", &Tool::refused},
+     {"findings FILE", "what a check finds in a store", &Tool::found},
      {"broken STATEMENT", "what a check finds in a whole store after this", &Tool::broken},
      {"on FILE", "the store of the next steps, as any SQLite tool opens it", &Tool::on},
      {"sql STATEMENT", "a statement on the side, as any SQLite tool runs it", &Tool::sql},
