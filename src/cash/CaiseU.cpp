@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QRegularExpressionValidator>
+#include <utility>
 
 #include "cash/Amount.h"
 #include "cash/comptageU.h"
@@ -58,9 +59,12 @@ void TcaiseF::FormShow() {
     rows->DisableControls();
 }
 
-// A count that stayed open would go on to write into whichever closing the journal stands on.
+// A count that stayed open would go on to write into whichever closing the journal stands on. A save that was
+// refused half way has left the desks filtered to the one that it was about.
 void TcaiseF::FormClose() {
   comptageF->Close();
+  dropRefused();
+  if (std::exchange(book_, std::nullopt)) DM->Caisse.Filtered(false);
 }
 
 void TcaiseF::ShowFor(bool allDesks) {
@@ -78,11 +82,15 @@ bool TcaiseF::anAmountIsMissing() {
   return DBEdit3->Text().empty() || DBEdit2->Text().empty() || DBEdit1->Text().empty();
 }
 
+std::string TcaiseF::bookBalance() {
+  return book_ ? *book_ : DBText7->Caption();
+}
+
 // Another count wipes what was to be taken out.
 void TcaiseF::DBEdit1Change() {
   if (anAmountIsMissing()) return;
   DBEdit3->Text("0");
-  DBEdit4->Text(difference(DBEdit1->Text(), DBText7->Caption()));
+  DBEdit4->Text(difference(DBEdit1->Text(), bookBalance()));
   DBEdit2->Text(difference(DBEdit1->Text(), DBEdit3->Text()));
 }
 
@@ -243,7 +251,6 @@ void TcaiseF::AdvSmoothButton5Click() {
   Label9->Caption("");
   Close();
   DM->Caise.Cancel();
-  dropRefused();
   MenuF->RzGroupBar2->setEnabled(true);
 }
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "data/value/Value.h"
 #include "toolkit/forms/TForm.h"
@@ -50,6 +51,7 @@ class TcaiseF : public TForm, public Ui::caiseF {
   void DBEdit3Change();
   void DBEdit4Change();
   bool anAmountIsMissing();
+  std::string bookBalance();
 
   void RzRapidFireButton1Click();
   void RzRapidFireButton2Click();
@@ -83,7 +85,8 @@ class TcaiseF : public TForm, public Ui::caiseF {
   void AdvSmoothButton4Click();
 
   Value begunAt_, begunNumber_;
-  // Of a save that the store refuses half way, and that is begun again.
+  // Of a save that is refused half way, and that is begun again.
+  std::optional<std::string> book_;       // the book balance: the table of desks stands elsewhere by then
   std::optional<Value> left_, credited_;  // what the desk and the house desk have got of it
   bool balanceWaits_ = false, lossWaits_ = false, lossWritten_ = false;
 };

@@ -1,11 +1,13 @@
 // The save of a closing: its row, the orders that it covers, the two balances, the loss, the sheet. One write
 // after the other and none of them undone: what fails leaves the earlier ones in place.
 
+#include <string>
 #include <utility>
 
 #include "cash/CaiseU.h"
 #include "data/DMU.h"
 #include "data/value/Clock.h"
+#include "data/value/Errors.h"
 #include "data/value/Regional.h"
 #include "data/value/Text.h"
 #include "shell/Entry.h"
@@ -80,7 +82,8 @@ bool TcaiseF::closingIsStillHere() {
 void TcaiseF::postClosing() {
   DM->Caise.Edit();
   DM->Caise["total_recettes"] = Label10->Caption();
-  DM->Caise["solde_caisse"] = DBText7->Caption();
+  book_ = bookBalance();
+  DM->Caise["solde_caisse"] = *book_;
   DM->Caise.Post();
   const DateTime begun = DM->Caise["date_lancement"].toDateTime();
   DM->Caise.Edit();
@@ -134,9 +137,16 @@ void TcaiseF::writeLoss() {
 }
 
 void TcaiseF::printSheet() {
-  frxReport7->PrepareReport(true);
-  frxReport7->PrintOptions.ShowDialog = false;
-  frxReport7->Print();
+  try {
+    frxReport7->PrepareReport(true);
+    frxReport7->PrintOptions.ShowDialog = false;
+    frxReport7->Print();
+  } catch (const Error& failure) {
+    throw Error(failure.what() + std::string("\n\nLa clôture est enregistrée, seule sa feuille manque. Touchez "
+                                             "encore « Enregistrer la clôture » pour l'imprimer : rien n'est "
+                                             "compté deux fois. « Annuler » quitte sans l'imprimer."),
+                failure.detail());
+  }
 }
 
 // --- All desks at once

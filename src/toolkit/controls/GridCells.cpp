@@ -26,7 +26,7 @@ FittedText cellText(const QModelIndex& index, const QStyleOptionViewItem& option
 }  // namespace
 
 int gridPadding(const QWidget& grid) {
-  if (grid.property("tight").toBool()) return 4;
+  if (const int letters = grid.property("letters").toInt()) return letters > crowdedLetters ? 4 : 3;
   return grid.property("dense").toBool() ? 7 : 12;
 }
 

@@ -4,8 +4,10 @@
 
 namespace tavoline {
 
-/// Pixels on either side of a cell's text, in a grid that may be `dense`, or `tight` where its letters are
-/// smaller.
+/// Pixels of the letters of a grid that has no other way to show all of its columns.
+constexpr int crowdedLetters = 10;
+
+/// Pixels on either side of a cell's text, in a grid that may be `dense`, or whose `letters` are smaller.
 int gridPadding(const QWidget& grid);
 
 /// By which a cell tells whether it holds a figure.

@@ -19,6 +19,7 @@ constexpr int shortText = 60;        // pixels of a text that is not worth cutti
 constexpr int shortWord = 75;        // the same of a word, whose letters can be made smaller
 constexpr double smallFigure = 0.6;  // of its usual width
 constexpr int smallestLetters = 11;  // pixels of all letters, where a grid of many columns would not fit
+constexpr int crowdedFigures = 9;    // pixels of a figure among crowded letters
 constexpr int lastTitle = 30;        // pixels of the title of a last text, which is cut in such a grid
 
 }  // namespace
@@ -105,8 +106,10 @@ std::vector<ColumnWish> DBGrid::Fit::wishesIn(int letters, bool cutsTitle, std::
     const int whole =
         std::min(std::max(scaled(texts.whole), narrowest) + air, std::max(widestFit, cut + air));
     if (cutsTitle && !shown.isFigure() && column == columns.size() - 1) broken = std::min(broken, lastTitle);
+    const int figure = std::min(cut, texts.cut * crowdedFigures / usual + 1);
+    const int bare = !small ? texts.bare : shown.isNumber() ? figure : cut;
     wishes.push_back({std::max({shown.width, small ? 0 : oneLine, whole}), whole, std::max(cut, broken) + air,
-                      std::max(small ? cut : scaled(texts.bare), broken) + air});
+                      std::max(bare, broken) + air});
   }
   return wishes;
 }
@@ -114,7 +117,6 @@ std::vector<ColumnWish> DBGrid::Fit::wishesIn(int letters, bool cutsTitle, std::
 void DBGrid::Fit::write(int letters) {
   const bool small = letters < usualLetters();
   grid_.setProperty("letters", small ? letters : 0);
-  grid_.setProperty("tight", small);
 }
 
 void DBGrid::Fit::writeTitles() {
@@ -127,7 +129,8 @@ void DBGrid::Fit::writeTitles() {
 
 // As wide as the titles and the rows that were in sight. Where that is too much, titles take two lines, then
 // the widest texts are cut, or with `wordWrap` broken between their words; all letters of such a grid then
-// get smaller together, if that makes it fit, or else those of single figures.
+// get smaller together, at the last those of its figures still more, if that makes it fit, or else those of
+// single figures.
 void DBGrid::Fit::setWidths() {
   room_ = grid_.viewport()->width();
   QHeaderView& heads = *grid_.horizontalHeader();
@@ -149,7 +152,8 @@ void DBGrid::Fit::setWidths() {
   };
   const int usual = usualLetters();
   const bool together =
-      grid_.wordWrap() && !fits(usual, false) && (fitsInSmallLetters(false) || fitsInSmallLetters(true));
+      grid_.wordWrap() && !fits(usual, false) &&
+      (fitsInSmallLetters(false) || fitsInSmallLetters(true) || fits(crowdedLetters, true, true));
   if (!together && !fits(usual, true)) fits(usual, false);  // small figures would not do it either
   writeTitles();
   if (grid_.wordWrap()) narrowBroken(widths, wishes, rest);
