@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
   Application application(argc, argv);
   application.setQuitOnLastWindowClosed(false);  // the menu alone decides when it ends
   applyTheme(application, shadeForDesktop());
-  const BoardRaiser board;
+  const BoardRaiser board(BoardRaiser::told(displaySetting("clavier")));
   if (!startUp(screensInOrder())) return 1;
   guarded([] { MenuF->Show(); });
   const BookKey book;

@@ -26,6 +26,14 @@ QString folded(const QString& text) {
   return plain;
 }
 
+// The figures that were meant where a scanner, or a hand without the Shift key, types on an AZERTY keyboard.
+QString asFigures(QString text) {
+  static const QString row = QString::fromUtf8("à&é\"'(-è_ç");
+  for (QChar& sign : text)
+    if (const qsizetype figure = row.indexOf(sign.toLower()); figure >= 0) sign = QChar(u'0' + int(figure));
+  return text;
+}
+
 // How well a designation answers: 0 at its beginning, 1 at the beginning of a word, 2 within one; 3 not at
 // all.
 int distance(const QString& designation, const QString& sought) {
@@ -61,14 +69,16 @@ const ArticleSearch::Article* ArticleSearch::find(const QString& text) {
     for (const auto& row : readRows(DM->store(), kAll))
       articles_.push_back(
           {row[0].text(), row[1].text(), row[2], folded(QString::fromStdString(row[1].text()))});
-  const std::string code = text.toStdString();
-  const auto exact =
-      std::ranges::find_if(articles_, [&](const Article& article) { return article.code == code; });
-  if (exact != articles_.end()) return &*exact;
+  const auto withCode = [this](const std::string& code) -> const Article* {
+    const auto found = std::ranges::find(articles_, code, &Article::code);
+    return found == articles_.end() ? nullptr : &*found;
+  };
+  if (const Article* exact = withCode(text.toStdString())) return exact;
   const QString sought = folded(text);
   const auto best = std::ranges::min_element(
       articles_, {}, [&](const Article& article) { return distance(article.folded, sought); });
-  return best != articles_.end() && distance(best->folded, sought) < 3 ? &*best : nullptr;
+  if (best != articles_.end() && distance(best->folded, sought) < 3) return &*best;
+  return withCode(asFigures(text).toStdString());
 }
 
 void ArticleSearch::taken() {

@@ -3,6 +3,7 @@
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
+#include <vector>
 
 class QLayout;
 class QPushButton;
@@ -21,33 +22,51 @@ class Board : public QWidget {
   Signs signs() const { return signs_; }
 
  private:
+  struct Sign {
+    QPushButton* key;
+    QString plain, shifted;
+  };
+
   QLayout* letters();
-  QPushButton* key(const QString& caption, int code, const QString& text);
+  QPushButton* key(const QString& caption, const char* said, int code, const QString& text);
+  QPushButton* sign(const QString& plain, const QString& shifted, const char* said = "");
   void press(int code, const QString& text);
+  void pressSign(const Sign& sign);
   void shift(bool on);
+  void accent(const QString& accent);
 
   Signs signs_;
+  std::vector<Sign> keys_;
   bool shifted_ = false;
+  QString accent_;  // waits for its letter; empty for none
+  QPushButton *shiftKey_ = nullptr, *accentKey_ = nullptr;
 };
 
 /// Raises the board when a finger touches an input: letters for words, a keypad for figures where the window
-/// has none of its own. A mouse and a keyboard never raise it. A window whose input would lie beneath it is
-/// moved up meanwhile; over one that fills the display the board comes down from above. An input of a list
-/// that drops down opens the list instead.
+/// has none of its own. A keyboard never raises it, nor a mouse unless that is told. A window that would lie
+/// beneath it is moved up meanwhile, whole where the display has the room; over one that fills the display
+/// the board comes down from above. An input of a list that drops down opens the list instead.
 class BoardRaiser : public QObject {
   Q_OBJECT
 
  public:
-  BoardRaiser();  ///< To be made once, behind the application.
+  enum class By { Nothing, Finger, Pointer };
+  explicit BoardRaiser(By by = By::Finger);  ///< To be made once, behind the application.
+  /// By what an installation says: "toujours" for mice as well, "jamais", anything else for fingers.
+  static By told(const QString& when);
   Board* board() const { return board_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool touches(const QEvent& event) const;
   void raise(QWidget* input);
+  void makeRoom(const QWidget* input);
+  void follow(const QWidget* focused);
   void lower();
 
+  By by_;
   QPointer<Board> board_;
   QPointer<QWidget> moved_;  // the window that made room
   QPoint place_;             // where it stood

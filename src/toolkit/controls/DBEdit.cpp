@@ -33,11 +33,10 @@ void DBEdit::focusLeft() {
   Edit::focusLeft();
 }
 
+// In a name or a comment it is a word that is mended.
 bool DBEdit::typedOver() const {
   const int column = dataset() ? dataset()->ColumnIndex(dataField().toStdString()) : -1;
-  if (column < 0) return false;
-  const FieldType type = dataset()->Columns()[std::size_t(column)].type;
-  return type == FieldType::Integer || type == FieldType::Float;
+  return column >= 0 && dataset()->Columns()[std::size_t(column)].type != FieldType::Text;
 }
 
 QString DBEdit::heldText() {

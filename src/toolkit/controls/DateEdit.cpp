@@ -4,6 +4,7 @@
 #include <QtCore/QRegularExpression>
 #include <QtGui/QAction>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QScreen>
 #include <QtGui/QTextCharFormat>
 #include <QtWidgets/QCalendarWidget>
 
@@ -15,6 +16,8 @@
 namespace tavoline {
 
 namespace {
+constexpr int calendarGap = 2;  // pixels between an input and its calendar
+
 // A year in four figures: "1/2/20" may be on its way to "1/2/2025".
 bool hasWholeYear(const QString& text) {
   static const QRegularExpression year(QStringLiteral("\\d{4}"));
@@ -68,6 +71,20 @@ void DateEdit::keyPressEvent(QKeyEvent* event) {
   Edit::keyPressEvent(event);
 }
 
+void DateEdit::sayButton(const char* name, const char* words) {
+  if (auto* button = calendar_->findChild<QWidget*>(QString::fromLatin1(name)))
+    button->setAccessibleName(QString::fromUtf8(words));
+}
+
+/// Below the input, or above it where the display ends sooner.
+QPoint DateEdit::placeFor(QSize calendar) const {
+  const QRect display = screen()->availableGeometry();
+  QRect place(mapToGlobal(QPoint(0, height() + calendarGap)), calendar);
+  if (place.bottom() > display.bottom()) place.moveBottom(mapToGlobal(QPoint(0, -calendarGap)).y());
+  if (place.right() > display.right()) place.moveRight(display.right());
+  return place.topLeft();
+}
+
 void DateEdit::openCalendar() {
   if (!calendar_) {
     calendar_ = new QCalendarWidget(this);
@@ -76,6 +93,8 @@ void DateEdit::openCalendar() {
     calendar_->setFirstDayOfWeek(Qt::Sunday);
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar_->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
+    sayButton("qt_calendar_prevmonth", "Mois précédent");
+    sayButton("qt_calendar_nextmonth", "Mois suivant");
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {  // red is for what is wrong
       calendar_->setWeekdayTextFormat(day, QTextCharFormat());
     }
@@ -87,7 +106,7 @@ void DateEdit::openCalendar() {
   const DateTime day = Date().value_or(Clock::today());
   calendar_->setSelectedDate(QDate(day.year(), day.month(), day.day()));
   calendar_->resize(calendar_->sizeHint().expandedTo({380, 340}));
-  calendar_->move(mapToGlobal(QPoint(0, height() + 2)));
+  calendar_->move(placeFor(calendar_->size()));
   calendar_->show();
 }
 

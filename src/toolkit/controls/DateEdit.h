@@ -24,11 +24,14 @@ class DateEdit : public Edit {
   void typed() override;
   void focusLeft() override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool typedOver() const override { return true; }
 
  private:
   /// An unfinished day gives way to the last whole one. Throws ConversionError.
   void finish();
   void openCalendar();
+  void sayButton(const char* name, const char* words);
+  QPoint placeFor(QSize calendar) const;
 
   QCalendarWidget* calendar_ = nullptr;
   QString last_;  // the last whole day as it was written, or empty

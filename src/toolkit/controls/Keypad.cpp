@@ -6,6 +6,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QStyle>
 
+#include "toolkit/controls/TouchKey.h"
+
 namespace tavoline {
 
 namespace {
@@ -60,7 +62,7 @@ Keypad::Keypad(QWidget* parent) : QWidget(parent) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   for (const Key& key : keys) {
-    auto* button = new QPushButton(QString::fromUtf8(key.caption), this);
+    auto* button = new TouchKey(QString::fromUtf8(key.caption), this);
     button->setObjectName(QStringLiteral("key") + QString::fromUtf8(key.caption));
     button->setAccessibleName(QString::fromUtf8(key.said));
     button->setFocusPolicy(Qt::NoFocus);

@@ -2,7 +2,10 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QRegularExpression>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
 #include <algorithm>
@@ -15,6 +18,7 @@ constexpr int usualWidth = 340;  // pixels of the text, at least
 constexpr int usualLine = 60;    // letters of a line that reads well
 constexpr int around = 100;      // pixels of the display left beside the text
 constexpr int smallestText = 10;
+constexpr int scanned = 80;  // ms between two signs, at most, that no hand types
 
 int wordWidth(const QString& text, const QFontMetrics& metrics) {
   int width = 0;
@@ -43,6 +47,22 @@ QSize textSize(const QString& text, const QFontMetrics& metrics, QSize most) {
 MessageBox::MessageBox(const QString& title, const QString& text, StandardButtons buttons, QWidget* parent)
     : QMessageBox(NoIcon, title, text, buttons, parent) {
   setTextFormat(Qt::PlainText);
+  for (QAbstractButton* button : this->buttons()) button->installEventFilter(this);
+}
+
+// Whoever scans on does not look up: the box stays for him to read.
+bool MessageBox::isScanned(const QKeyEvent& key) {
+  if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+    return sinceSign_.isValid() && sinceSign_.elapsed() < scanned;
+  if (!key.text().isEmpty() && key.text().front().isPrint()) sinceSign_.start();
+  return false;
+}
+
+bool MessageBox::eventFilter(QObject* button, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || !isScanned(*static_cast<QKeyEvent*>(event)))
+    return QMessageBox::eventFilter(button, event);
+  QApplication::beep();
+  return true;
 }
 
 // The base class sizes itself by other rules when its layout asks, and once more when it is shown.

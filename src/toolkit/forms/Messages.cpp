@@ -6,8 +6,11 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFileIconProvider>
 #include <QtWidgets/QPushButton>
+#include <ranges>
 
+#include "toolkit/forms/Forms.h"
 #include "toolkit/forms/MessageBox.h"
+#include "toolkit/forms/TForm.h"
 
 namespace tavoline {
 
@@ -17,8 +20,14 @@ QString qt(std::string_view text) {
   return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
+// What a box stands before: never nothing, or it could come up behind a screen that it blocks, since another
+// program may have the focus meanwhile.
 QWidget* front() {
-  return QApplication::activeWindow();
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  for (TForm* form : Forms::all() | std::views::reverse)
+    if (form->isWindow() && form->isVisible()) return form;
+  return nullptr;
 }
 
 void showBox(const std::string& text, const std::string& detail) {

@@ -20,15 +20,9 @@ namespace {
 constexpr char kVariable[] = "QT_SCALE_FACTOR";
 constexpr double kLeast = 0.5, kMost = 3.0;  // of a scale that is told
 
-// What the installation tells; empty for nothing.
-QString told(const QString& key) {
-  const QSettings file(QDir::current().filePath(QStringLiteral("affichage.ini")), QSettings::IniFormat);
-  return file.value(key).toString().trimmed().toLower();
-}
-
 // 0 for nothing, or nothing that could be meant.
 double toldScale() {
-  const double told = tavoline::told(QStringLiteral("echelle")).replace(u',', u'.').toDouble();
+  const double told = displaySetting("echelle").replace(u',', u'.').toDouble();
   return told >= kLeast && told <= kMost ? told : 0;
 }
 
@@ -67,8 +61,13 @@ bool desktopIsDark() {
 
 }  // namespace
 
+QString displaySetting(const char* name) {
+  const QSettings file(QDir::current().filePath(QStringLiteral("affichage.ini")), QSettings::IniFormat);
+  return file.value(QString::fromLatin1(name)).toString().trimmed().toLower();
+}
+
 Shade shadeForDesktop() {
-  const QString wanted = told(QStringLiteral("theme"));
+  const QString wanted = displaySetting("theme");
   const bool dark =
       wanted == QLatin1String("sombre") || (wanted != QLatin1String("clair") && desktopIsDark());
   return dark ? Shade::Dark : Shade::Light;

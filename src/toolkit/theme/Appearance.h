@@ -1,10 +1,14 @@
 #pragma once
 
 #include <QtCore/QSize>
+#include <QtCore/QString>
 
 #include "toolkit/theme/Theme.h"
 
 namespace tavoline {
+
+/// What the file `affichage.ini` beside the store says under this name, in small letters; empty for nothing.
+QString displaySetting(const char* name);
 
 /// How much larger than drawn everything is shown on a display of this size (in the pixels that the desktop
 /// tells): 1.0 up to 1366 × 768, 1.4 at 1920 × 1080, in steps of a tenth. The room that a screen is laid out
