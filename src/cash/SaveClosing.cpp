@@ -142,10 +142,11 @@ void TcaiseF::printSheet() {
     frxReport7->PrintOptions.ShowDialog = false;
     frxReport7->Print();
   } catch (const Error& failure) {
-    throw Error(failure.what() + std::string("\n\nLa clôture est enregistrée, seule sa feuille manque. Touchez "
-                                             "encore « Enregistrer la clôture » pour l'imprimer : rien n'est "
-                                             "compté deux fois. « Annuler » quitte sans l'imprimer."),
-                failure.detail());
+    throw Error(
+        failure.what() + std::string("\n\nLa clôture est enregistrée, seule sa feuille manque. Touchez "
+                                     "encore « Enregistrer la clôture » pour l'imprimer : rien n'est "
+                                     "compté deux fois. « Annuler » quitte sans l'imprimer."),
+        failure.detail());
   }
 }
 

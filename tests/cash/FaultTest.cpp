@@ -80,8 +80,9 @@ TEST(ClosingFaultTest, ARefusedWriteLeavesTheEarlierOnesAndTheScreenAsItWas) {
       const bool less = n == kWrites;
       desk.play(less ? "over DBEdit3 8000\ntap RzBitBtn7" : "tap RzBitBtn7");
       EXPECT_FALSE(caiseF->Visible());
-      EXPECT_EQ(desk.at.value("select count(*) || ' ' || sum(fond_caisse) || ' ' || sum(solde_caisse) from caise"),
-                less ? "1 3500.0 12000.0" : "1 2500.0 12000.0");
+      EXPECT_EQ(
+          desk.at.value("select count(*) || ' ' || sum(fond_caisse) || ' ' || sum(solde_caisse) from caise"),
+          less ? "1 3500.0 12000.0" : "1 2500.0 12000.0");
       EXPECT_EQ(desk.at.value("select group_concat(solde, ' ') from caisse"),
                 less ? "3500.0 700.4 13000.0" : "2500.0 700.4 14000.0");
       EXPECT_EQ(desk.at.value("select group_concat(montant_dep, ' ') from depence"), "300.0 9000.0 500.0");

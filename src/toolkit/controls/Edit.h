@@ -44,7 +44,8 @@ class Edit : public QLineEdit {
   virtual void focusLeft();  ///< The focus went to another control of the system.
   virtual QString heldText() { return text(); }
   /// Whether the first tap after the focus came selects the text, to be typed over; the next one places the
-  /// cursor. So it is with figures, which stand on the right. In a code or a name it is a letter that is mended.
+  /// cursor. So it is with figures, which stand on the right. In a code or a name it is a letter that is
+  /// mended.
   virtual bool typedOver() const { return bool(alignment() & Qt::AlignRight); }
 
  private:
