@@ -91,6 +91,11 @@ Cursor& Dataset::open(const char* operation) const {
   return *cursor_;
 }
 
+bool Dataset::Narrowed() const {
+  const auto* select = prepared_ ? std::get_if<sql::Select>(&*prepared_) : nullptr;
+  return filtered_ || (select && select->where);
+}
+
 void Dataset::SQL(std::string text) {
   Close();
   statement_ = std::move(text);

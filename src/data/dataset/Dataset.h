@@ -83,6 +83,8 @@ class Dataset {
   /// stays off.
   void Filtered(bool on);
   void FilterBy(std::string text);  ///< Off, text, on.
+  /// Whether a filter is on or the statement has a condition, so that rows of the table may be left out.
+  bool Narrowed() const;
 
   /// The statement. Setting it closes the dataset and takes the parameters from the text, null at first. Any
   /// text will do, an empty one too: it is for Open to refuse it. Lines are joined by line ends.

@@ -116,7 +116,7 @@ void DBGrid::showEmptiness() {
   if (!note_) note_ = new EmptyNote(this);
   QWidget* screen = this;
   while (screen && !qobject_cast<TForm*>(screen)) screen = screen->parentWidget();
-  if (dataset()->Filtered())
+  if (dataset()->Narrowed())
     note_->Tell(QStringLiteral("Aucune ligne ne répond aux filtres."), nullptr);
   else
     note_->Tell(emptyHint_,
