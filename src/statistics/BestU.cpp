@@ -10,6 +10,8 @@ TBestF* BestF = nullptr;
 
 TBestF::TBestF() : TForm("BestF") {
   setupUi(this);
+  for (LineBarChart* chart : {TypeChart, ArticleChart})
+    chart->HintWhenEmpty(QStringLiteral("Aucune vente à montrer."));
   n->OnClick = [this] { nClick(); };
   Button1->OnClick = [this] { Button1Click(); };
   Ready();

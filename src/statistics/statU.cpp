@@ -13,6 +13,9 @@ TstatF* statF = nullptr;
 TstatF::TstatF() : TForm("statF") {
   setupUi(this);
   dates_.Wire(*this);
+  RevenuChart->HintWhenEmpty(QStringLiteral("Aucune recette à montrer."));
+  DepenseChart->HintWhenEmpty(QStringLiteral("Aucune dépense à montrer."));
+  EtatPie->HintWhenEmpty(QStringLiteral("Aucune caisse. L'argent de chacune paraîtra ici."));
   FiltreMoisActuel->OnClick = [this] { FiltreMoisActuelClick(); };
   FiltrerParDate->OnClick = [this] { FiltrerParDateClick(); };
   EtatCaisses->OnClick = [this] { EtatCaissesClick(); };

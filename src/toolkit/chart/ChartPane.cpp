@@ -48,6 +48,12 @@ ChartPane::ChartPane(QWidget* parent)
   foot_->setProperty("kind", QStringLiteral("muted"));
   foot_->setAlignment(Qt::AlignCenter);
   foot_->hide();
+  hint_ = new QLabel(area_);
+  hint_->setProperty("kind", QStringLiteral("hint"));
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setWordWrap(true);
+  hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  hint_->hide();
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(8, 6, 8, 4);
   whole->setSpacing(0);
@@ -77,7 +83,12 @@ void ChartPane::Clear() {
     delete axis;
   }
   rows_ = {};
+  hint_->hide();
   setAccessibleDescription({});
+}
+
+void ChartPane::HintWhenEmpty(const QString& hint) {
+  hint_->setText(hint);
 }
 
 QFont ChartPane::smallFont() const {
@@ -89,6 +100,7 @@ QFont ChartPane::smallFont() const {
 void ChartPane::setTitle(const QString& title) {
   title_->setText(title);
   setAccessibleName(title);
+  hint_->setVisible(rows_.size() == 0);
   setAccessibleDescription(
       QStringLiteral("Total : %1 DA").arg(QString::fromStdString(Value(rows_.total()).text())));
 }
@@ -114,6 +126,7 @@ void ChartPane::stretch() {
   const bool scrolls = neededWidth_ > room.width();
   const int height = room.height() - (scrolls ? area_->horizontalScrollBar()->sizeHint().height() : 0);
   view_->resize(std::max(neededWidth_, room.width()), std::max(height, 1));
+  hint_->resize(room);
 }
 
 void ChartPane::resizeEvent(QResizeEvent* event) {

@@ -39,7 +39,8 @@ class ChartPane : public QFrame {
   virtual QString chartAxisY() const { return {}; }
 
   const ChartRows& Rows() const { return rows_; }
-  void Clear();  ///< No series, and no rows.
+  void Clear();                             ///< No series, and no rows.
+  void HintWhenEmpty(const QString& hint);  ///< What the pane says in place of points.
 
  protected:
   explicit ChartPane(QWidget* parent);
@@ -66,7 +67,7 @@ class ChartPane : public QFrame {
   void stretch();
   void tell(QPoint place) const;
 
-  QLabel *title_, *legend_, *foot_;
+  QLabel *title_, *legend_, *foot_, *hint_;
   QScrollArea* area_;
   QChart* chart_;
   QChartView* view_;
