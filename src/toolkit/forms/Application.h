@@ -6,10 +6,11 @@ namespace tavoline {
 
 /// The application, and the last net under everything that Qt calls: timers, slots, events, filters, models,
 /// painting. What is thrown there ends that call and is shown in a box; the program goes on. Handlers stand
-/// in nets of their own (see guarded), which also know what to undo.
+/// in nets of their own (see guarded), which also know what to undo. Windows follow a display that becomes
+/// smaller: none stays where nobody reaches its buttons.
 class Application : public QApplication {
  public:
-  using QApplication::QApplication;
+  Application(int& argc, char** argv);
   bool notify(QObject* receiver, QEvent* event) override;
 };
 
